@@ -1,0 +1,120 @@
+// What the program asks of files. A back end stands behind these classes for each system.
+//
+// Paths are texts with "\" or "/" between their components and are used as they come: nothing
+// normalises them. Letter case of a component does not count: it is taken as spelled where that
+// exists, else as the one entry that differs in letter case (the first in the order of a walk if
+// there are several). A file or folder that is made gets its own name as given.
+//
+// Every operation that fails raises Failure; none reports a status. What is on disk is then as it
+// was before the operation.
+
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "text/text.h"
+
+namespace rivelt {
+
+// A file opened for reading. The file is let go when the stream is dropped.
+class Read_Stream {
+ public:
+  virtual ~Read_Stream() = default;
+
+  // The whole content as one text, called once. FF FE at its start is dropped, FE FF too and means
+  // that the bytes of each unit are swapped; without a mark the low byte comes first. An odd last
+  // byte becomes a unit of its own, an empty file the empty text. Failure: 2^31 units or more.
+  virtual Text ReadAll() = 0;
+};
+
+// A file in the making. It stands under its name, complete, once Close has returned, and not
+// before: a stream that is dropped without Close, a failure or the end of the process leaves
+// nothing of it, and an older file of that name as it was.
+class Write_Stream {
+ public:
+  virtual ~Write_Stream() = default;
+
+  // Nothing is added to the text but, in a UTF-16 file, the mark FF FE in front of the first.
+  virtual void Write(Text_View text) = 0;
+  virtual void Close() = 0;
+};
+
+// The items of a folder as they were when it was asked, in the order of their names: letter case
+// does not count, between equals the code units decide.
+template <class Item>
+class Collection {
+ public:
+  explicit Collection(std::vector<std::unique_ptr<Item>> items) : Items(std::move(items)) {}
+
+  Long Count() const { return static_cast<Long>(Items.size()); }
+  auto begin() const { return Items.begin(); }
+  auto end() const { return Items.end(); }
+
+ private:
+  std::vector<std::unique_ptr<Item>> Items;
+};
+
+// The arguments of OpenAsTextStream.
+inline constexpr int For_Reading = 1;
+inline constexpr int Format_Unicode = -1;
+
+class File {
+ public:
+  virtual ~File() = default;
+
+  // Without the path.
+  virtual Text name() const = 0;
+
+  // mode is For_Reading, format is Format_Unicode.
+  virtual std::unique_ptr<Read_Stream> OpenAsTextStream(int mode, int format) = 0;
+
+  // With force a read-only file goes too; without, it is a Failure.
+  virtual void Delete(bool force) = 0;
+
+  // The file leaves its folder and stands at target_path, on another volume too. target_path must
+  // not exist. After a Failure the file stands where it stood and target_path is as it was.
+  virtual void Move(Text_View target_path) = 0;
+};
+
+class Folder {
+ public:
+  virtual ~Folder() = default;
+
+  // Without the path.
+  virtual Text name() const = 0;
+
+  // The folders in this one, links to folders among them.
+  virtual Collection<Folder> SubFolders() const = 0;
+
+  // The regular files in this folder, links to files among them.
+  virtual Collection<File> Files() const = 0;
+};
+
+class File_System_Object {
+ public:
+  virtual ~File_System_Object() = default;
+
+  // Failure: there is no such file.
+  virtual std::unique_ptr<File> GetFile(Text_View path) = 0;
+
+  // Failure: there is no such folder, or its place is taken by something else.
+  virtual std::unique_ptr<Folder> GetFolder(Text_View path) = 0;
+
+  virtual bool FolderExists(Text_View path) = 0;
+
+  // One level: the parent must exist, the folder must not.
+  virtual void CreateFolder(Text_View path) = 0;
+
+  // unicode makes UTF-16 text, low byte first; without it the text is narrow, in the system's
+  // encoding (the ANSI code page on Windows, where a character that it lacks becomes "?"; UTF-8
+  // elsewhere). Failure: without overwrite, a file of that name exists.
+  virtual std::unique_ptr<Write_Stream> CreateTextFile(Text_View path, bool overwrite,
+                                                       bool unicode) = 0;
+
+  // force as in File::Delete. Failure: there is no such file.
+  virtual void DeleteFile(Text_View path, bool force) = 0;
+};
+
+}  // namespace rivelt

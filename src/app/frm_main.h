@@ -1,0 +1,102 @@
+// The state of the program and its procedures. One instance lives per process.
+//
+// Each procedure is defined in the room that it belongs to, in a file named after its topic. A
+// working procedure handles every failure of its own steps with one fixed report and returns
+// normally.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "app/file_service.h"
+#include "app/registry.h"
+#include "text/keyed_collection.h"
+#include "text/text.h"
+#include "window/window.h"
+
+namespace rivelt {
+
+// Makes the object through which all files are reached. Failure: it cannot be made.
+using Create_File_System_Object = std::function<std::unique_ptr<File_System_Object>()>;
+
+class frmMain {
+ public:
+  // The window and the registry must outlive the form.
+  frmMain(Window& window, Registry& registry, Create_File_System_Object create_object);
+
+  // Finds the installation, lists its routes and reads its catalogue. Called once. Whatever goes
+  // wrong ends as a text in the log, with the window stopped.
+  void Form_Init();
+
+  // The events of the controls, raised by an Event_Gate.
+  void cmbRoutes_Click();
+  void optDynamic_Click(int index);
+  void txtTrack_Change(int index);
+  void cmbTracks_Click(int index);
+  void cmdCheck_Click();
+  void cmdUpdate_Click();
+  void cmdSave_Click();
+  void cmdQuit_Click();
+
+ private:
+  // Start-up. False: Fatal_Error has been called.
+  bool Find_MSTS();
+  bool Read_Routes();
+  bool Read_Global();
+  void Read_Route(const Folder& folder);
+
+  // The message log. The first two let pending events run.
+  void Add_Text(Text_View text);
+  void Add_Line(Text_View text);
+  void Set_Log(Text_View text);
+
+  // Replaces the log by the text and the standard line, and leaves only Quit and the log usable.
+  void Fatal_Error(Text_View text);
+
+  // The shape registry. An unknown name is mapped to itself and has the id -1.
+  void Add_Shape(Long id, Text_View name);
+  Text Map_Shape(Text_View name);
+  Long Shape_Id(Text_View name);
+
+  // The conversion of a route into the staging folder.
+  void Do_Check();
+  bool Settings_Unchanged() const;
+  void Rebuild_Transforms();
+  void Prepare_Staging_Folder();
+  void Do_Tsection();
+  void Do_World();
+  void Convert_World_File(File& file);
+
+  // Paths below the installation root.
+  Text Route_Folder() const;
+  Text Staging_Folder() const;
+  void Stage(Text_View name, Text_View text);
+
+  // The steps of the commands behind Do_Check.
+  void Report_Staged_Files();
+  void Move_Staged_Files();
+  Text Destination(Text_View name) const;
+
+  Window& Form_Window;
+  Registry& System_Registry;
+  Create_File_System_Object Create_Object;
+
+  std::unique_ptr<File_System_Object> FSO;
+  Text MSTS_Path;  // folder path to which "\routes" and the like are appended directly
+  Text NL;
+  Text Last_Route;                       // route of the last check that went through both passes
+  bool Last_Option = false;              // value of optDynamic(0) at that check
+  Keyed_Collection<Long> Shape_Ids;      // shape file name -> id
+  Keyed_Collection<Text> Transforms;     // old shape file name -> new one, or " -delete-"
+  bool Transforms_Changed = false;       // a row was edited since the last check
+  Keyed_Collection<Text> Route_Folders;  // display name -> folder name
+  Long Reserved_Sections = 0;            // counts that the global catalogue declares
+  Long Reserved_Shapes = 0;
+  Long Section_Delta = 0;  // offsets of the current route's local ids
+  Long Shape_Delta = 0;
+
+  bool Stopped = false;  // Fatal_Error was called; nothing leads out of this state
+};
+
+}  // namespace rivelt

@@ -1,0 +1,29 @@
+#include "app/frm_main.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+
+void frmMain::Add_Shape(Long id, Text_View name) try {
+  Shape_Ids.Add(id, name);
+  for (int row = 0; row < Row_Count; ++row) Form_Window.Add_Item(cmbTracks(row), name);
+} catch (const std::exception&) {
+  const Long other = Shape_Ids.Look_Up(name);
+  Add_Line(Concatenate(
+      {u"Id ", Number_Text(id), u" duplicate shape ", name, u" same as id ", Number_Text(other)}));
+}
+
+Text frmMain::Map_Shape(Text_View name) try {
+  const Text& new_name = Transforms.Look_Up(name);
+  Add_Line(Concatenate({u"Transforming ", name, u" >> ", new_name}));
+  return new_name;
+} catch (const std::exception&) {
+  return Text(name);
+}
+
+Long frmMain::Shape_Id(Text_View name) try {
+  return Shape_Ids.Look_Up(name);
+} catch (const std::exception&) {
+  return -1;
+}
+
+}  // namespace rivelt

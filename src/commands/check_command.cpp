@@ -1,0 +1,33 @@
+#include "app/frm_main.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+
+void frmMain::cmdCheck_Click() try {
+  const Text route = Form_Window.Read_Text(Control::cmbRoutes);
+  if (route.empty()) {
+    Set_Log(u"Please select a route I should check.");
+    return;
+  }
+  Form_Window.Set_Pointer(Pointer::Hourglass);
+  Set_Log(Concatenate({u"Checking: ", route, u", this will take some time", NL}));
+  Do_Check();
+  Report_Staged_Files();
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Beep();
+} catch (const std::exception&) {
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Message_Box(u"Had problems checking this route!", Style_Critical, std::nullopt);
+}
+
+void frmMain::Report_Staged_Files() {
+  const Long count = FSO->GetFolder(Staging_Folder())->Files().Count();
+  if (count > 0) {
+    Add_Line(Concatenate({NL, Number_Text(count), u" updated files are in Quenby\\tmp"}));
+    Add_Line(u"You may look them over before updating");
+  } else {
+    Add_Line(NL + u"No update needed");
+  }
+}
+
+}  // namespace rivelt

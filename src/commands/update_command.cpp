@@ -1,0 +1,49 @@
+#include "app/frm_main.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+
+void frmMain::cmdUpdate_Click() try {
+  if (Form_Window.Message_Box(u"Are you sure you want to perform an update?",
+                              Style_Question + Style_Ok_Cancel, u"Update") != Answer_Ok) {
+    return;
+  }
+  const Text route = Form_Window.Read_Text(Control::cmbRoutes);
+  if (route.empty()) {
+    Set_Log(u"Please select a route I should update.");
+    return;
+  }
+  Form_Window.Set_Pointer(Pointer::Hourglass);
+  Set_Log(Concatenate({u"Updating: ", route, u", this will take some time", NL}));
+  Do_Check();
+  // What a failed conversion has staged can be a part of the route.
+  if (Stopped) throw Failure();
+  Move_Staged_Files();
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Beep();
+} catch (const std::exception&) {
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Message_Box(u"Had problems updating this route!", Style_Critical, std::nullopt);
+}
+
+void frmMain::Move_Staged_Files() {
+  const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
+  if (staged_files.Count() == 0) {
+    Add_Line(NL + u"No update needed");
+    return;
+  }
+  for (const auto& file : staged_files) {
+    const Text destination = Destination(file->name());
+    FSO->DeleteFile(destination, true);
+    file->Move(destination);
+  }
+  Add_Line(NL + u"Finished updating ");
+}
+
+Text frmMain::Destination(Text_View name) const {
+  const Text& folder = Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
+  const Text_View place = name == u"tsection.dat" ? u"\\" : u"\\World\\";
+  return Concatenate({MSTS_Path, u"\\Routes\\", folder, place, name});
+}
+
+}  // namespace rivelt

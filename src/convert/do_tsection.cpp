@@ -1,0 +1,24 @@
+#include "app/frm_main.h"
+#include "convert/rebase_tsection.h"
+
+namespace rivelt {
+
+void frmMain::Do_Tsection() try {
+  Section_Delta = 0;
+  Shape_Delta = 0;
+  const auto file = FSO->GetFile(Route_Folder() + u"\\tsection.dat");
+  const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  Add_Line(u"Local tsection.dat");
+  const Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
+                                                   [this](Text_View line) { Add_Line(line); });
+  Section_Delta = rebased.Section_Delta;
+  Shape_Delta = rebased.Shape_Delta;
+  if (Section_Delta == 0 && Shape_Delta == 0) return;
+  Stage(u"tsection.dat", rebased.Output);
+} catch (const std::exception&) {
+  Section_Delta = 0;
+  Shape_Delta = 0;
+  Add_Line(u"No tsection.dat, seems like this route does not use dynamic tracks.");
+}
+
+}  // namespace rivelt

@@ -1,0 +1,50 @@
+#include <utility>
+
+#include "app/frm_main.h"
+#include "convert/world_passes.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+namespace {
+
+bool Is_World_File(const File& file) {
+  return Upper_Text(Right_Text(file.name(), 2)) == u".W";
+}
+
+}  // namespace
+
+void frmMain::Do_World() try {
+  const auto files = FSO->GetFolder(Route_Folder() + u"\\world")->Files();
+  for (const auto& file : files) {
+    if (Is_World_File(*file)) Convert_World_File(*file);
+  }
+} catch (const std::exception&) {
+  Fatal_Error(u"Had problems reading route w-files!");
+}
+
+void frmMain::Convert_World_File(File& file) {
+  const Log_Line log = [this](Text_View line) { Add_Line(line); };
+  Text output = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  Add_Line(Concatenate({NL, u"world\\", file.name()}));
+  if (Find_Text(1, output, u"Tr_Worldfile") == 0) {
+    Add_Line(u"file is binary, please convert to text with ffedit");
+    return;
+  }
+  Long dyntrack_count = 0;
+  if (Section_Delta != 0 || Shape_Delta != 0) {
+    Passed_World passed = Rebase_Dyntracks(output, Section_Delta, Shape_Delta, log);
+    output = std::move(passed.Output);
+    dyntrack_count = passed.Count;
+  }
+  Long change_count = 0;
+  if (Form_Window.Read_Value(Control::optDynamic_1)) {
+    const Shape_Tables tables{[this](Text_View name) { return Map_Shape(name); },
+                              [this](Text_View name) { return Shape_Id(name); }};
+    Passed_World passed = Check_Track_Objects(output, tables, log);
+    output = std::move(passed.Output);
+    change_count = passed.Count;
+  }
+  if (dyntrack_count != 0 || change_count != 0) Stage(file.name(), output);
+}
+
+}  // namespace rivelt

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "convert/log_line.h"
+#include "text/text.h"
+
+namespace rivelt {
+
+struct Rebased_Tsection {
+  Text Output;             // the whole new text
+  Long Section_Delta = 0;  // what was added to every section id
+  Long Shape_Delta = 0;    // what was added to every shape id
+};
+
+// Moves the ids of a route's tsection.dat so that the first section id becomes reserved_sections
+// and the first shape id reserved_shapes. Everything else is carried over. Logs what changed and
+// the number of dynamic tracks. Failure: a text that is not of the file's form.
+Rebased_Tsection Rebase_Tsection(Text_View text, Long reserved_sections, Long reserved_shapes,
+                                 const Log_Line& log);
+
+}  // namespace rivelt

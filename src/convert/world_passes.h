@@ -1,0 +1,34 @@
+// The two passes over the text of a world file.
+
+#pragma once
+
+#include <functional>
+
+#include "convert/log_line.h"
+#include "text/text.h"
+
+namespace rivelt {
+
+struct Passed_World {
+  Text Output;     // the whole new text
+  Long Count = 0;  // dynamic tracks handled, or track objects changed or removed
+};
+
+// Adds section_delta to the five section ids of every dynamic track, but not to the reserved value
+// 4294967295, and shape_delta to its shape reference. Logs the number of dynamic tracks. Failure: a
+// dynamic track that is not of the form, or reaches into the next one.
+Passed_World Rebase_Dyntracks(Text_View text, Long section_delta, Long shape_delta,
+                              const Log_Line& log);
+
+// What the track object pass asks about a shape file name.
+struct Shape_Tables {
+  std::function<Text(Text_View)> Map_Shape;  // the name to use, or " -delete-" to remove the object
+  std::function<Long(Text_View)> Shape_Id;   // its id, or -1
+};
+
+// Gives every track object the name that the tables map its name to and the id that belongs to it,
+// or removes it. Logs what changed and the number of changes. Failure: a track object that is not
+// of the form and cannot be left as it is.
+Passed_World Check_Track_Objects(Text_View text, const Shape_Tables& tables, const Log_Line& log);
+
+}  // namespace rivelt

@@ -1,0 +1,40 @@
+// What the mains of the programs need of the machine that they run on, beside a window. Each system
+// defines these functions once.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/file_service.h"
+#include "app/registry.h"
+
+namespace rivelt {
+
+// The source of the installation's path.
+std::unique_ptr<Registry> Machine_Registry();
+
+// A registry whose one value is the path of this folder, given in UTF-8.
+std::unique_ptr<Registry> Fixed_Registry(const std::string& root);
+
+// The files of this machine. As Create_File_System_Object.
+std::unique_ptr<File_System_Object> Machine_Files();
+
+// The command line in UTF-8, without the program's name.
+std::vector<std::string> Command_Line(int argc, char** argv);
+
+// Whether a person sees what is written to standard output or standard error, or types standard
+// input.
+bool Input_Is_Terminal();
+bool Output_Is_Terminal();
+bool Error_Is_Terminal();
+
+// Makes the standard streams carry UTF-8 and bytes as they are, and makes a signal that asks the
+// process to end (Ctrl-C, a closed terminal) set a flag instead. A closed pipe is a failed write
+// from then on.
+void Prepare_Console();
+bool End_Requested();
+
+}  // namespace rivelt

@@ -1,0 +1,89 @@
+#include "platform/memory/memory_window.h"
+
+namespace rivelt {
+namespace {
+
+// Takes the next prepared answer, or the usual one if none is left.
+template <class Answer>
+Answer Next_Answer(std::deque<Answer>& answers, Answer usual) {
+  if (answers.empty()) return usual;
+  Answer next = std::move(answers.front());
+  answers.pop_front();
+  return next;
+}
+
+}  // namespace
+
+Memory_Window::Memory_Window() {
+  for (const Control_Row& row : Control_Table) {
+    Enabled_States[Tab(row.Id)] = row.Enabled_At_Start;
+  }
+  Tracks.Add(Delete_Entry);
+}
+
+void Memory_Window::Start(Registry& registry, Create_File_System_Object create_object) {
+  Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+}
+
+bool Memory_Window::Takes_Input(Control control) const {
+  return Enabled(control) &&
+         (Row_Of(control).Parent == Control_Parent::Window || Enabled(Control::Transform));
+}
+
+const Sorted_List& Memory_Window::List(Control list) const {
+  return list == Control::cmbRoutes ? Routes : Tracks;
+}
+
+bool Memory_Window::Pick(Control list, Text_View entry) {
+  if (Gate.Working() || !Takes_Input(list) || !List(list).Find(entry)) return false;
+  Texts[Tab(list)] = entry;
+  Gate.Raise(list);
+  return true;
+}
+
+bool Memory_Window::Type(Control text_box, Text_View text) {
+  if (Gate.Working() || !Takes_Input(text_box)) return false;
+  if (Texts[Tab(text_box)] != text) {
+    Texts[Tab(text_box)] = text;
+    Gate.Raise(text_box);
+  }
+  return true;
+}
+
+bool Memory_Window::Select(Control option) {
+  if (Gate.Working() || !Takes_Input(option)) return false;
+  Selected_Option = option;
+  Gate.Raise(option);
+  return true;
+}
+
+bool Memory_Window::Press(Control button) {
+  if (!Takes_Input(button)) return false;
+  const bool taken = !Gate.Working() || button == Control::cmdQuit;
+  Gate.Raise(button);
+  return taken;
+}
+
+Text Memory_Window::Read_Text(Control control) const {
+  return control == Control::txtMessages ? Log_Text : Texts[Tab(control)];
+}
+
+void Memory_Window::Add_Item(Control list, Text_View entry) {
+  if (list == Control::cmbRoutes) Routes.Add(entry);
+  if (list == cmbTracks(0)) Tracks.Add(entry);
+}
+
+int Memory_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
+  Shown_Boxes.push_back({Text(text), style, Text(title.value_or(Window_Caption))});
+  return Next_Answer(Box_Answers, Answer_Ok);
+}
+
+void Memory_Window::Show_Save_Dialog() {
+  Chosen_File_Name = Next_Answer(Save_File_Names, Text());
+}
+
+void Memory_Window::Yield() {
+  if (On_Yield) On_Yield();
+}
+
+}  // namespace rivelt

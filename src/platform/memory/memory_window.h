@@ -1,0 +1,92 @@
+// A window without a screen: for the console program and for tests. What a user would see and do
+// are plain members.
+
+#pragma once
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/main.h"
+#include "window/event_gate.h"
+#include "window/sorted_list.h"
+#include "window/window.h"
+
+namespace rivelt {
+
+class Memory_Window : public Window {
+ public:
+  struct Shown_Box {
+    Text Message;
+    int Style;
+    Text Title;
+  };
+
+  Memory_Window();
+
+  // Runs the program up to its prompt.
+  void Start(Registry& registry, Create_File_System_Object create_object);
+
+  // What the user does. False: the control does not take it, being disabled or the program at work,
+  // or there is no such entry; nothing has happened then.
+  bool Pick(Control list, Text_View entry);
+  bool Type(Control text_box, Text_View text);
+  bool Select(Control option);
+  bool Press(Control button);
+  void Close() { Gate.Close(); }
+
+  // Prepared answers, taken in their order. Without one a message box is answered by OK and a save
+  // dialog is cancelled.
+  std::deque<int> Box_Answers;
+  std::deque<Text> Save_File_Names;
+
+  // Runs at each Yield, in the middle of a command.
+  std::function<void()> On_Yield;
+
+  // What the user sees.
+  bool Takes_Input(Control control) const;  // enabled, and so is the frame around it
+  bool Enabled(Control control) const { return Enabled_States[Tab(control)]; }
+  const Sorted_List& List(Control list) const;
+  const Text& Log() const { return Log_Text; }
+  bool Visible() const { return Is_Visible; }
+  Pointer Shown_Pointer() const { return Current_Pointer; }
+  int Beeps() const { return Beep_Count; }
+  const std::vector<Shown_Box>& Boxes() const { return Shown_Boxes; }
+
+  void Show() override { Is_Visible = true; }
+  void Unload() override { Is_Visible = false; }
+  Text Read_Text(Control control) const override;
+  void Write_Log(Text_View text) override { Log_Text = text; }
+  void Append_Log(Text_View text) override { Log_Text += text; }
+  void Enable(Control control, bool enabled) override { Enabled_States[Tab(control)] = enabled; }
+  bool Read_Value(Control option) const override { return option == Selected_Option; }
+  void Add_Item(Control list, Text_View entry) override;
+  void Set_Pointer(Pointer pointer) override { Current_Pointer = pointer; }
+  int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
+  void Show_Save_Dialog() override;
+  Text Save_File_Name() const override { return Chosen_File_Name; }
+  void Beep() override { ++Beep_Count; }
+  void Yield() override;
+
+ private:
+  static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
+
+  Event_Gate Gate{*this};
+  std::array<Text, Control_Count> Texts;  // of the text boxes, and the picked entries of the lists
+  std::array<bool, Control_Count> Enabled_States;
+  Sorted_List Routes;
+  Sorted_List Tracks;  // of all five lists of cmbTracks
+  Control Selected_Option = Control::optDynamic_0;
+  Text Log_Text;
+  bool Is_Visible = false;
+  Pointer Current_Pointer = Pointer::Default;
+  int Beep_Count = 0;
+  std::vector<Shown_Box> Shown_Boxes;
+  Text Chosen_File_Name;
+};
+
+}  // namespace rivelt

@@ -1,0 +1,47 @@
+#include "app/frm_main.h"
+#include "app/ignoring_failures.h"
+#include "routes/route_name.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+namespace {
+
+bool Is_Trk_File(const File& file) {
+  return Upper_Text(Right_Text(file.name(), 4)) == u".TRK";
+}
+
+}  // namespace
+
+Text Route_Display_Name(Text_View trk_text) {
+  Position position = Find_Text(1, trk_text, u"Name");
+  position = Find_Text(position, trk_text, u"(");
+  const Text_View rest = Mid_Text(trk_text, position + 1);
+  position = Find_Text(1, rest, u")");
+  const Text name = Replace_Text(Left_Text(rest, position - 1), {&Double_Quote, 1}, u"");
+  return Text(Trim_Text(name));
+}
+
+bool frmMain::Read_Routes() try {
+  Add_Line(u"Reading installed routes");
+  const auto folders = FSO->GetFolder(MSTS_Path + u"\\routes")->SubFolders();
+  for (const auto& folder : folders) Read_Route(*folder);
+  return true;
+} catch (const std::exception&) {
+  Fatal_Error(u"Could not read installed routes!");
+  return false;
+}
+
+void frmMain::Read_Route(const Folder& folder) {
+  const Text folder_name = folder.name();
+  const auto files = folder.Files();
+  for (const auto& file : files) {
+    if (!Is_Trk_File(*file)) continue;
+    const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+    const Text route_name = Route_Display_Name(text);
+    Ignoring_Failures([&] { Route_Folders.Add(folder_name, route_name); });
+    Ignoring_Failures([&] { Form_Window.Add_Item(Control::cmbRoutes, route_name); });
+    return;
+  }
+}
+
+}  // namespace rivelt

@@ -1,0 +1,50 @@
+#include "text/block_walker.h"
+
+#include <cstddef>
+
+#include "text/primitives.h"
+
+namespace rivelt {
+
+Position Block_Walk::Over(Text_View stretch) {
+  for (std::size_t i = 0; i < stretch.size(); ++i) {
+    if (stretch[i] == u'(') ++Depth;
+    if (stretch[i] == u')') --Depth;
+    if (Depth == 0) return static_cast<Position>(i + 1);
+  }
+  return 0;
+}
+
+Position Walk_Block(Text_View text, Position open) {
+  const Position found = Block_Walk().Over(Mid_Text(text, open + 1));
+  if (found == 0) throw Failure();
+  return open + found;
+}
+
+std::vector<Position> Unbalanced_Brackets(Text_View text) {
+  std::vector<Position> open;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == u'(') open.push_back(static_cast<Position>(i + 1));
+    if (text[i] == u')' && !open.empty()) open.pop_back();
+  }
+  return open;
+}
+
+Text Strip_Blocks(Text_View text, Text_View tag) {
+  Text_View rest = text;
+  Text output;
+  output.reserve(text.size());
+  while (const Position position = Find_Text(1, rest, tag)) {
+    output += Left_Text(rest, position - 1);
+    const Position open = Find_Text(position, rest, u"(");
+    const Position close = Walk_Block(rest, open);
+    rest = Mid_Text(rest, close + 1);
+    // Where no "(" follows the tag, the walk ends on a ")" in front of it and the same text is
+    // copied once more. A damaged file could grow without bound that way.
+    if (output.size() > 2 * text.size()) throw Failure();
+  }
+  output += rest;
+  return output;
+}
+
+}  // namespace rivelt

@@ -1,0 +1,36 @@
+// The walk over nested brackets. A block is a keyword, whatever stands up to the first "(" behind
+// it, and the text up to the ")" that balances that "(". Only these two characters count: a bracket
+// inside a quoted name counts like any other.
+
+#pragma once
+
+#include <vector>
+
+#include "text/text.h"
+
+namespace rivelt {
+
+// The walk in steps: one block that lies in several stretches of text.
+class Block_Walk {
+ public:
+  // Walks on over a stretch, which at first begins directly behind the block's "(". Gives the
+  // position in it of the ")" that balances that "(", else 0. Not called again once it has been
+  // found.
+  Position Over(Text_View stretch);
+
+ private:
+  Position Depth = 1;
+};
+
+// The position of the ")" that balances the "(" at open. An open of 0 starts the walk at the first
+// unit, one bracket deep. Failure: nothing balances it.
+Position Walk_Block(Text_View text, Position open);
+
+// The positions of the "(" that no ")" balances, in ascending order.
+std::vector<Position> Unbalanced_Brackets(Text_View text);
+
+// The text without any block whose keyword is tag, in any letter case and also inside a longer
+// word. Blanks and line ends around a block stay. Failure: a block that is never closed.
+Text Strip_Blocks(Text_View text, Text_View tag);
+
+}  // namespace rivelt

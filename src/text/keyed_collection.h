@@ -1,0 +1,36 @@
+// A table of values under text keys. Keys that differ only in letter case are the same key; nothing
+// else is folded. Each key stands once.
+
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+#include "text/letter_case.h"
+#include "text/text.h"
+
+namespace rivelt {
+
+template <class Item>
+class Keyed_Collection {
+ public:
+  // Failure: the key is there already; the collection is as it was.
+  void Add(Item item, Text_View key) {
+    if (!Items.try_emplace(Fold_Case(key), std::move(item)).second) throw Failure();
+  }
+
+  // Failure: the key is not there.
+  const Item& Look_Up(Text_View key) const {
+    const auto found = Items.find(Fold_Case(key));
+    if (found == Items.end()) throw Failure();
+    return found->second;
+  }
+
+  Long Count() const { return static_cast<Long>(Items.size()); }
+
+ private:
+  std::unordered_map<Text, Item> Items;
+};
+
+}  // namespace rivelt

@@ -1,0 +1,156 @@
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <system_error>
+
+#include "text/primitives.h"
+
+namespace rivelt {
+namespace {
+
+constexpr bool Is_Digit(char16_t unit) {
+  return unit >= u'0' && unit <= u'9';
+}
+
+constexpr char16_t Lower(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit | 0x20) : unit;
+}
+
+// Walks the units of a number, over the blanks, tabs and line ends between them.
+class Number_Reader {
+ public:
+  explicit Number_Reader(Text_View text) : Source(text) { Skip_Blanks(); }
+
+  // The next unit of the number, 0 at the end of the text.
+  char16_t Peek() const { return Next < Source.size() ? Source[Next] : u'\0'; }
+
+  char16_t Take() {
+    const char16_t unit = Source[Next++];
+    Skip_Blanks();
+    return unit;
+  }
+
+  Position End() const { return static_cast<Position>(Next); }
+
+ private:
+  void Skip_Blanks() {
+    while (Next < Source.size() && (Source[Next] == u' ' || Source[Next] == u'\t' ||
+                                    Source[Next] == u'\n' || Source[Next] == u'\r')) {
+      ++Next;
+    }
+  }
+
+  Text_View Source;
+  std::size_t Next = 0;
+};
+
+int Digit_Value(char16_t unit) {
+  const char16_t lower = Lower(unit);
+  if (Is_Digit(lower)) return lower - u'0';
+  return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : 16;
+}
+
+Double Read_With_Base(Number_Reader& reader, int base) {
+  Double value = 0;
+  while (Digit_Value(reader.Peek()) < base) value = value * base + Digit_Value(reader.Take());
+  if (std::isinf(value)) throw Failure();
+  return value;
+}
+
+// The plain decimal form of what was read, and the power of ten of its first digit that is not 0.
+struct Decimal_Form {
+  void Add_Digit(char16_t digit) {
+    Digits += static_cast<char>(digit);
+    Has_Value = Has_Value || digit != u'0';
+    if (Behind_Point) {
+      if (!Has_Value) --Power;
+    } else if (Has_Value) {
+      ++Power;
+    }
+  }
+
+  void Add_Point() {
+    Digits += '.';
+    Behind_Point = true;
+  }
+
+  std::string Digits;
+  bool Behind_Point = false;
+  bool Has_Value = false;
+  std::int64_t Power = 0;
+};
+
+void Read_Mantissa(Number_Reader& reader, Decimal_Form& form) {
+  while (Is_Digit(reader.Peek()) || (reader.Peek() == u'.' && !form.Behind_Point)) {
+    const char16_t unit = reader.Take();
+    if (unit == u'.') {
+      form.Add_Point();
+    } else {
+      form.Add_Digit(unit);
+    }
+  }
+}
+
+// The exponent, saturated where no mantissa could bring the number back into range. Without digits
+// behind the letter there is none, and the reader stays in front of the letter.
+std::int64_t Read_Exponent(Number_Reader& reader) {
+  constexpr std::int64_t limit = std::int64_t{1} << 40;
+  if (Lower(reader.Peek()) != u'e' && Lower(reader.Peek()) != u'd') return 0;
+  Number_Reader ahead = reader;
+  ahead.Take();
+  const bool negative = ahead.Peek() == u'-';
+  if (negative || ahead.Peek() == u'+') ahead.Take();
+  if (!Is_Digit(ahead.Peek())) return 0;
+  std::int64_t exponent = 0;
+  while (Is_Digit(ahead.Peek())) {
+    exponent = exponent * 10 + (ahead.Take() - u'0');
+    if (exponent > limit) exponent = limit;
+  }
+  reader = ahead;
+  return negative ? -exponent : exponent;
+}
+
+Double Converted(const Decimal_Form& form, std::int64_t exponent) {
+  if (!form.Has_Value) return 0;
+  const std::string digits = form.Digits + "e" + std::to_string(exponent);
+  Double value = 0;
+  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (read.ec == std::errc()) return value;
+  if (form.Power + exponent > 0) throw Failure();
+  return 0;  // nearer to 0 than any Double
+}
+
+Double Read_Decimal(Number_Reader& reader) {
+  const char16_t sign = reader.Peek();
+  if (sign == u'+' || sign == u'-') reader.Take();
+  Decimal_Form form;
+  Read_Mantissa(reader, form);
+  if (form.Digits.find_first_of("0123456789") == std::string::npos) return 0;
+  const Double value = Converted(form, Read_Exponent(reader));
+  return sign == u'-' ? -value : value;
+}
+
+// The base that a prefix at the start selects; the reader then stands behind the prefix.
+int Read_Prefix(Number_Reader& reader) {
+  if (reader.Peek() != u'&') return 10;
+  Number_Reader ahead = reader;
+  ahead.Take();
+  const char16_t letter = Lower(ahead.Peek());
+  if (letter != u'h' && letter != u'o') return 10;
+  ahead.Take();
+  reader = ahead;
+  return letter == u'h' ? 16 : 8;
+}
+
+}  // namespace
+
+Number_Reading Read_Number(Text_View text) {
+  Number_Reader reader(text);
+  const int base = Read_Prefix(reader);
+  const Double value = base == 10 ? Read_Decimal(reader) : Read_With_Base(reader, base);
+  return {value, reader.End()};
+}
+
+}  // namespace rivelt

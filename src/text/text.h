@@ -1,0 +1,33 @@
+// What a text is: a sequence of 16-bit code units with an explicit length.
+
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace rivelt {
+
+using Text = std::u16string;
+using Text_View = std::u16string_view;
+
+// A place in a text, counted in code units from 1. 0 is the answer of a search that found nothing
+// and never a valid start. No text is longer than a position can count.
+using Position = std::int32_t;
+
+// The two kinds of number: what is read from files, and what is counted.
+using Double = double;
+using Long = std::int32_t;
+
+inline constexpr char16_t Double_Quote = 34;
+inline constexpr Text_View Line_End = u"\r\n";
+
+// The one run-time failure. It has no cause: no handler looks at one. A handler catches
+// std::exception, so that running out of memory ends in it as well.
+class Failure : public std::exception {
+ public:
+  const char* what() const noexcept override { return "Failure"; }
+};
+
+}  // namespace rivelt

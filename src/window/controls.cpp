@@ -1,0 +1,12 @@
+#include "window/controls.h"
+
+#include "text/utf8.h"
+
+namespace rivelt {
+
+std::string Written_Name(const Control_Row& row) {
+  const std::string name = To_Utf8(row.Name);
+  return row.Index == Not_In_Array ? name : name + "(" + std::to_string(row.Index) + ")";
+}
+
+}  // namespace rivelt

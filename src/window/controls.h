@@ -1,0 +1,150 @@
+// The controls of the window: one table from which every back end builds its widgets.
+
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "text/text.h"
+
+namespace rivelt {
+
+inline constexpr Text_View Window_Caption = u"Rivelt";
+
+// In twips, a twentieth of a point: 15 of them are a pixel at 100 %.
+inline constexpr int Client_Width = 5745;
+inline constexpr int Client_Height = 6600;
+
+inline constexpr int Row_Count = 5;
+
+// Ahead of every shape file name in the lists of cmbTracks, and the order to remove a track object.
+inline constexpr Text_View Delete_Entry = u" -delete-";
+
+// The identity of a control, in tab order.
+enum class Control : std::uint8_t {
+  Label1,
+  cmbRoutes,
+  optDynamic_0,
+  optDynamic_1,
+  Label2,
+  Transform,
+  txtTrack_0,
+  cmbTracks_0,
+  txtTrack_1,
+  cmbTracks_1,
+  txtTrack_2,
+  cmbTracks_2,
+  txtTrack_3,
+  cmbTracks_3,
+  txtTrack_4,
+  cmbTracks_4,
+  Label3,
+  Label4,
+  cmdCheck,
+  Label6,
+  cmdUpdate,
+  Label7,
+  cmdSave,
+  Label5,
+  cmdQuit,
+  txtMessages,
+};
+
+enum class Control_Type : std::uint8_t {
+  Label,
+  Drop_Down_List,  // sorted; the user picks an entry and cannot type one
+  Option_Button,
+  Frame,
+  Text_Box,      // one line
+  Log_Text_Box,  // many lines, with a vertical scroll bar
+  Command_Button,
+};
+
+// Where a control lies: its place counts from the window's client area or from the frame's corner.
+enum class Control_Parent : std::uint8_t { Window, Transform };
+
+inline constexpr int Not_In_Array = -1;
+
+struct Control_Row {
+  Control Id;
+  Text_View Name;
+  int Index;  // in a control array, else Not_In_Array
+  Control_Type Type;
+  Control_Parent Parent;
+  Text_View Caption;             // the letter behind "&" is the control's Alt key
+  int Left, Top, Width, Height;  // twips
+  int Tab;
+  bool Enabled_At_Start;
+};
+
+inline constexpr std::array Control_Table = [] {
+  using enum Control;
+  using enum Control_Type;
+  constexpr auto in_window = Control_Parent::Window;
+  constexpr auto in_frame = Control_Parent::Transform;
+  constexpr int single = Not_In_Array;
+  // clang-format off
+  return std::to_array<Control_Row>({
+      {Label1, u"Label1", single, Label, in_window, u"Select route:", 600, 150, 1095, 255, 0, true},
+      {cmbRoutes, u"cmbRoutes", single, Drop_Down_List, in_window, u"", 1680, 120, 3255, 315, 1, true},
+      {optDynamic_0, u"optDynamic", 0, Option_Button, in_window, u"Check dynamic track only", 600, 480, 3015, 255, 2, true},
+      {optDynamic_1, u"optDynamic", 1, Option_Button, in_window, u"Check all track sections", 3000, 480, 3015, 255, 3, true},
+      {Label2, u"Label2", single, Label, in_window, u"v1.1, April 2002 - for everyone who keeps a route running", 120, 6240, 5535, 255, 4, true},
+      {Transform, u"Transform", single, Frame, in_window, u"Transform shape", 120, 840, 5535, 2055, 5, false},
+      {txtTrack_0, u"txtTrack", 0, Text_Box, in_frame, u"", 120, 240, 2415, 315, 6, false},
+      {cmbTracks_0, u"cmbTracks", 0, Drop_Down_List, in_frame, u"", 3000, 240, 2415, 315, 7, false},
+      {txtTrack_1, u"txtTrack", 1, Text_Box, in_frame, u"", 120, 600, 2415, 315, 8, false},
+      {cmbTracks_1, u"cmbTracks", 1, Drop_Down_List, in_frame, u"", 3000, 600, 2415, 315, 9, false},
+      {txtTrack_2, u"txtTrack", 2, Text_Box, in_frame, u"", 120, 960, 2415, 315, 10, false},
+      {cmbTracks_2, u"cmbTracks", 2, Drop_Down_List, in_frame, u"", 3000, 960, 2415, 315, 11, false},
+      {txtTrack_3, u"txtTrack", 3, Text_Box, in_frame, u"", 120, 1320, 2415, 315, 12, false},
+      {cmbTracks_3, u"cmbTracks", 3, Drop_Down_List, in_frame, u"", 3000, 1320, 2415, 315, 13, false},
+      {txtTrack_4, u"txtTrack", 4, Text_Box, in_frame, u"", 120, 1680, 2415, 315, 14, false},
+      {cmbTracks_4, u"cmbTracks", 4, Drop_Down_List, in_frame, u"", 3000, 1680, 2415, 315, 15, false},
+      {Label3, u"Label3", single, Label, in_frame, u">>", 2640, 270, 255, 255, 16, true},
+      {Label4, u"Label4", single, Label, in_frame, u">>", 2640, 630, 255, 255, 17, true},
+      {cmdCheck, u"cmdCheck", single, Command_Button, in_window, u"&Check", 600, 5760, 975, 375, 18, false},
+      {Label6, u"Label6", single, Label, in_frame, u">>", 2640, 1350, 255, 255, 19, true},
+      {cmdUpdate, u"cmdUpdate", single, Command_Button, in_window, u"&Update", 1800, 5760, 975, 375, 20, false},
+      {Label7, u"Label7", single, Label, in_frame, u">>", 2640, 1710, 255, 255, 21, true},
+      {cmdSave, u"cmdSave", single, Command_Button, in_window, u"&Save", 3000, 5760, 975, 375, 22, true},
+      {Label5, u"Label5", single, Label, in_frame, u">>", 2640, 990, 255, 255, 23, true},
+      {cmdQuit, u"cmdQuit", single, Command_Button, in_window, u"&Quit", 4200, 5760, 975, 375, 24, true},
+      {txtMessages, u"txtMessages", single, Log_Text_Box, in_window, u"", 120, 3000, 5535, 2655, 25, true},
+  });
+  // clang-format on
+}();
+
+inline constexpr std::size_t Control_Count = Control_Table.size();
+
+static_assert(Control_Count == static_cast<std::size_t>(Control::txtMessages) + 1);
+static_assert(std::ranges::all_of(Control_Table,
+                                  [](const Control_Row& row) {
+                                    return &row - Control_Table.data() == row.Tab &&
+                                           static_cast<int>(row.Id) == row.Tab;
+                                  }),
+              "the rows stand in the order of their tab positions, each position once");
+
+constexpr const Control_Row& Row_Of(Control control) {
+  return Control_Table[static_cast<std::size_t>(control)];
+}
+
+// The elements of the control arrays, by their index from 0.
+constexpr Control optDynamic(int index) {
+  return index == 0 ? Control::optDynamic_0 : Control::optDynamic_1;
+}
+constexpr Control txtTrack(int index) {
+  return static_cast<Control>(static_cast<int>(Control::txtTrack_0) + 2 * index);
+}
+constexpr Control cmbTracks(int index) {
+  return static_cast<Control>(static_cast<int>(Control::cmbTracks_0) + 2 * index);
+}
+static_assert(txtTrack(4) == Control::txtTrack_4 && cmbTracks(4) == Control::cmbTracks_4);
+
+// The name as it is written: "cmbRoutes", "txtTrack(0)".
+std::string Written_Name(const Control_Row& row);
+
+}  // namespace rivelt
