@@ -29,6 +29,9 @@ class frmMain {
   // wrong ends as a text in the log, with the window stopped.
   void Form_Init();
 
+  // The name of the folder that a listed route leads to. Failure: no such route.
+  const Text& Folder_Of_Route(Text_View route) const { return Route_Folders.Look_Up(route); }
+
   // The events of the controls, raised by an Event_Gate.
   void cmbRoutes_Click();
   void optDynamic_Click(int index);

@@ -1,0 +1,60 @@
+#include "programs/cli/console_window.h"
+
+#include <cstdio>
+
+#include "platform/machine.h"
+#include "text/primitives.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+
+void Console_Window::Start_On(const std::optional<std::string>& root) {
+  Source = root ? Fixed_Registry(*root) : Machine_Registry();
+  Start(*Source, [this] { return Watched_Files(Machine_Files(), File_Progress); });
+}
+
+void Console_Window::Write_Log(Text_View text) {
+  Memory_Window::Write_Log(text);
+  if (!Shows_Log) return;
+  Clear_Status();
+  Console.End_Line();
+  Console.Write(text);
+}
+
+void Console_Window::Append_Log(Text_View text) {
+  Memory_Window::Append_Log(text);
+  if (!Shows_Log) return;
+  Clear_Status();
+  Console.Write(text);
+}
+
+int Console_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
+  Clear_Status();
+  if (Shows_Log) Console.End_Line();
+  Console.Flush();
+  Write_Error(To_Utf8(Concatenate({title.value_or(Window_Caption), u": ", text})));
+  if ((style & Style_Critical) != 0) Failure_Shown = true;
+  const int answer = Memory_Window::Message_Box(text, style, title);
+  return (style & Style_Question) != 0 && Ask ? Ask() : answer;
+}
+
+void Console_Window::Yield() {
+  if (End_Requested()) throw Interrupted();
+  if (Shows_Log) Console.Flush();
+  if (Shows_Status) Show_Status();
+  Memory_Window::Yield();
+}
+
+void Console_Window::Show_Status() {
+  if (Shown_Pointer() != Pointer::Hourglass || File_Progress.Opened == 0) return;
+  std::fprintf(stderr, "\r%d of %d files\033[K", File_Progress.Opened, File_Progress.Total);
+  Status_Shown = File_Progress.Opened;
+}
+
+void Console_Window::Clear_Status() {
+  if (Status_Shown == 0) return;
+  std::fputs("\r\033[K", stderr);
+  Status_Shown = 0;
+}
+
+}  // namespace rivelt

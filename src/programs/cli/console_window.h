@@ -1,0 +1,53 @@
+// The window of the console program: the log goes to standard output, message boxes to standard
+// error.
+
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/memory/memory_window.h"
+#include "programs/cli/output.h"
+#include "programs/cli/progress.h"
+
+namespace rivelt {
+
+class Console_Window : public Memory_Window {
+ public:
+  explicit Console_Window(Output& output) : Console(output) {}
+
+  // Starts the program on the installation at root, or on the machine's own without one.
+  void Start_On(const std::optional<std::string>& root);
+
+  // Whether the log is shown as it grows; what replaces it begins a line of its own.
+  bool Shows_Log = false;
+
+  // Whether standard error shows how far a command has come, on one line that is written over.
+  bool Shows_Status = false;
+
+  // Answers a message box that asks. Without it the prepared answers count.
+  std::function<int()> Ask;
+
+  // Whether the program has reported a failure, by a message box or by stopping.
+  bool Failed() const { return Failure_Shown || Is_Stopped(); }
+  bool Is_Stopped() const { return !Enabled(Control::cmbRoutes); }
+
+  void Write_Log(Text_View text) override;
+  void Append_Log(Text_View text) override;
+  int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
+  void Yield() override;
+
+  void Clear_Status();
+
+ private:
+  void Show_Status();
+
+  Output& Console;
+  std::unique_ptr<Registry> Source;
+  Progress File_Progress;
+  Long Status_Shown = 0;
+  bool Failure_Shown = false;
+};
+
+}  // namespace rivelt

@@ -1,0 +1,34 @@
+#include "programs/cli/output.h"
+
+#include <cstdio>
+
+#include "text/primitives.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+
+void Output::Write(Text_View text) {
+  const std::string bytes = To_Utf8(Replace_Text(text, Line_End, u"\n"));
+  Write(std::string_view(bytes));
+}
+
+void Output::Write(std::string_view bytes) {
+  if (bytes.empty()) return;
+  if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) throw Interrupted();
+  In_Line = bytes.back() != '\n';
+}
+
+void Output::End_Line() {
+  if (In_Line) Write(std::string_view("\n"));
+}
+
+void Output::Flush() {
+  if (std::fflush(stdout) != 0) throw Interrupted();
+}
+
+void Write_Error(std::string_view line) {
+  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fputc('\n', stderr);
+}
+
+}  // namespace rivelt

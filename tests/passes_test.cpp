@@ -1,0 +1,349 @@
+// The passes over the texts of a route and of the catalogue, without a window or a disk.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue_text.h"
+#include "convert/rebase_tsection.h"
+#include "convert/world_passes.h"
+#include "routes/route_name.h"
+#include "text/letter_case.h"
+#include "text/primitives.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+using Lines = std::vector<Text>;
+
+Log_Line Into(Lines& lines) {
+  return [&lines](Text_View line) { lines.emplace_back(line); };
+}
+
+// A section record with its number field, as it stands in a world file.
+Text Section(Text_View number) {
+  return Concatenate({u"SectionCurve ( 0 )", number, u"10 0\r\n"});
+}
+
+Text Dyntrack(Text_View first_number) {
+  Text text = u"Dyntrack ( " + Section(first_number);
+  for (int i = 0; i < 4; ++i) text += Section(u" 4294967295 ");
+  return text + u"SectionIdx ( 40 ) )";
+}
+
+TEST(Route_Display_Name, Stands_Behind_The_First_Name_In_The_File) {
+  const struct {
+    Text_View Source;
+    Text_View Name;
+  } cases[] = {
+      {u"Name ( \" North Line \" )", u"North Line"},
+      {u"RouteID ( x ) NAME(North (Line) )", u"North (Line"},
+      {u"FileName ( x.s ) Name ( y )", u"x.s"},
+      {u"a Name b ) ( c )", u"c"},
+      {u"a Name b ) c", u"a Name b"},
+      {u"Name ( )", u""},
+      {u"Name ( \ta\r\n )", u"\ta\r\n"},
+  };
+  for (const auto& [source, name] : cases)
+    EXPECT_EQ(Route_Display_Name(source), name) << To_Utf8(source);
+  for (const Text_View source : {u"", u"Nam ( a )", u"Name ( a", u"Name a"}) {
+    EXPECT_THROW(Route_Display_Name(source), Failure) << To_Utf8(source);
+  }
+}
+
+TEST(Catalogue_Version, Stands_Between_Build_And_The_Next_Bracket) {
+  EXPECT_EQ(Catalogue_Version(u"_INFO ( Track data Build 12a) )"), u"12a");
+  EXPECT_EQ(Catalogue_Version(u"rebuild: x )"), u" x ");
+  EXPECT_EQ(Catalogue_Version(u"Build.) )"), u"");
+  EXPECT_EQ(Catalogue_Version(u"no mark"), std::nullopt);
+  EXPECT_THROW(Catalogue_Version(u"Build)"), Failure);
+  EXPECT_THROW(Catalogue_Version(u"Build 1"), Failure);
+}
+
+TEST(Read_Count, Reads_Behind_The_Keyword_And_Leaves_The_Rest) {
+  Text_View rest = u"x tracksections ( 40000\r\nTrackSection ( 0";
+  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 40000);
+  EXPECT_EQ(rest, u" 40000\r\nTrackSection ( 0");
+  rest = u"TrackSections ( 2.5";
+  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 2);
+  rest = u"7 TrackSections";  // no "(": the whole text stays
+  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 7);
+  rest = u"TrackSection ( 1";
+  EXPECT_THROW(Read_Count(rest, u"TrackSections"), Failure);
+  rest = u"TrackSections ( 2147483648";
+  EXPECT_THROW(Read_Count(rest, u"TrackSections"), Failure);
+}
+
+using Shapes = std::vector<std::pair<Long, Text>>;
+
+Shapes Shapes_Of(Text_View text) {
+  Shapes shapes;
+  Read_Shapes(text, [&](Long id, Text_View name) { shapes.emplace_back(id, name); });
+  return shapes;
+}
+
+TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
+  const struct {
+    Text_View Source;
+    Shapes Found;
+  } cases[] = {
+      {u" 20 TrackShape ( 7 FileName ( \" a b.s \" ) Other ( 1 ) )", {{7, u"a b.s"}}},
+      {u"trackshape ( 8 Other ( 1 ) FILENAME ( b.s ) ) TrackShape(9 filename(c.s))", {{9, u"c.s"}}},
+      {u"TrackShape ( x FileName ( a.s ) )", {{0, u"a.s"}}},
+      {u"TrackShape ( 2.5 FileName ( \ta.s\r\n) )", {{2, u"\ta.s\r\n"}}},
+      {u"TrackShape ( 1 FileName a.s ) ( b.s )", {{1, u"b.s"}}},
+      {u"TrackShape ( 1 FileName a.s )", {{1, u"1 FileName a.s"}}},
+      {u"TrackShape ( 1 FileName ( TrackShape ( 2 ) FileName ( x.s ) )", {{1, u"TrackShape ( 2"}}},
+      {u"TrackShape ( 1 FileName ( a.s ) TrackShape FileName )", {{1, u"a.s"}}},
+      {u"TrackShape ( 1", {}},
+      {u"none", {}},
+  };
+  for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
+  for (const Text_View source : {u"TrackShape ( 3000000000 FileName ( a.s ) )"}) {
+    EXPECT_THROW(Shapes_Of(source), Failure) << To_Utf8(source);
+  }
+}
+
+Rebased_Tsection Rebase(Text_View text, Lines& lines) {
+  return Rebase_Tsection(text, 2000, 900, Into(lines));
+}
+
+TEST(Rebase_Tsection, A_Whole_File_Moves_To_The_Reserved_Counts) {
+  Lines lines;
+  const Rebased_Tsection rebased = Rebase(
+      u"TrackSections ( 2\r\n"
+      u"TrackSection ( SectionCurve ( 1 ) 1900 0 250 )\r\n"
+      u"TrackSection ( sectioncurve ( 1 ) 1901 30 250 )\r\n)\r\n"
+      u"SectionIdx ( 2\r\n"
+      u"TrackPath ( 800 2 1900 1901 )\r\nTRACKPATH (801 x  1901)\r\nTrackPath ( 802 )\r\n)\r\n",
+      lines);
+  EXPECT_EQ(rebased.Output,
+            u"TrackSections ( 2\r\n"
+            u"TrackSection ( SectionCurve ( 1 ) 2000 0 250 )\r\n"
+            u"TrackSection ( sectioncurve ( 1 ) 2001 30 250 )\r\n)\r\n"
+            u"SectionIdx ( 2\r\n"
+            u"TrackPath ( 900 2 2000 2001 )\r\nTRACKPATH ( 901 x 100 2001 )\r\nTrackPath ( 902 "
+            u")\r\n)\r\n");
+  EXPECT_EQ(rebased.Section_Delta, 100);
+  EXPECT_EQ(rebased.Shape_Delta, 100);
+  EXPECT_EQ(lines, (Lines{u"SectionIdx changed:  1900 ->  2000", u"ShapeIdx changed:  800 ->  900",
+                          u"Total of  2 dynamic tracks"}));
+}
+
+TEST(Rebase_Tsection, The_Parts_That_A_File_May_Lack) {
+  const struct {
+    Text_View Source;
+    Text_View Output;
+    Long Section_Delta, Shape_Delta;
+  } cases[] = {
+      {u"SectionIdx ( 1 TrackPath ( 800 1 7 ) )", u"SectionIdx ( 1 TrackPath ( 900 1 7 ) )", 0,
+       100},
+      {u"SectionCurve ( 1 ) 1900 0 SectionIdx (", u"SectionCurve ( 1 ) 2000 0 SectionIdx (", 100,
+       0},
+      {u"SectionCurve ( 1 ) 2000 0 SectionIdx ( 1 TrackPath ( 900 1 2000 )",
+       u"SectionCurve ( 1 ) 2000 0 SectionIdx ( 1 TrackPath ( 900 1 2000 )", 0, 0},
+      {u"SectionCurve ( 1 )  001900 0 SectionCurve ( 1 ) -150 0 SectionIdx (",
+       u"SectionCurve ( 1 ) 2000 0 SectionCurve ( 1 )-50 0 SectionIdx (", 100, 0},
+      {u"SectionCurve ( 1 ) 1900.5 0 SectionCurve ( 1 ) 4294967295 0 SectionIdx (",
+       u"SectionCurve ( 1 ) 2000.5 0 SectionCurve ( 1 ) 4294967395 0 SectionIdx (", 100, 0},
+      {u"SectionIdx ( 1 TrackPath ( 800 1  3 )", u"SectionIdx ( 1 TrackPath ( 900 1 0 3 )", 0, 100},
+  };
+  for (const auto& [source, output, section_delta, shape_delta] : cases) {
+    Lines lines;
+    const Rebased_Tsection rebased = Rebase(source, lines);
+    EXPECT_EQ(rebased.Output, output) << To_Utf8(source);
+    EXPECT_EQ(rebased.Section_Delta, section_delta) << To_Utf8(source);
+    EXPECT_EQ(rebased.Shape_Delta, shape_delta) << To_Utf8(source);
+  }
+}
+
+TEST(Rebase_Tsection, Texts_Of_Another_Form_Are_Refused) {
+  for (const Text_View source : {
+           u"",
+           u"SectionCurve ( 1 ) 1900 0",
+           u"SectionIdx 1 TrackPath",
+           u"SectionIdx ( 1 TrackPath 800",
+           u"SectionIdx ( 1 TrackPath ( 800 1",
+           u"SectionIdx ( 1 TrackPath (  )",
+           u"SectionIdx ( 1 TrackPath ( -3000000000 1 )",
+           u"SectionCurve 1 2000 SectionIdx (",
+           u"SectionCurve ( 1 ) 1900",
+           u"SectionCurve ( 1 ) 5 10 0 SectionIdx ( 0",
+           u"SectionCurve ( 1 )      1900 0 SectionIdx ( 0",
+           u"SectionCurve ( 1 ) word 1900 SectionIdx ( 0",
+           u"SectionCurve ( 1 ) 1900) 0 SectionIdx ( 0",
+           u"SectionCurve ( 1 ) 4294967295 0 SectionIdx ( 0",
+       }) {
+    Lines lines;
+    EXPECT_THROW(Rebase(source, lines), Failure) << To_Utf8(source);
+  }
+}
+
+TEST(Rebase_Dyntracks, The_Ids_Move_And_All_Else_Stays) {
+  Lines lines;
+  const Passed_World passed =
+      Rebase_Dyntracks(u"a SectionCurve ( 0 ) 99 1\r\n" + Dyntrack(u" 99 ") +
+                           u" SectionCurve ( 0 ) 99 1 SectionIdx ( 7 )" + u"DYNTRACK" +
+                           Dyntrack(u"  0512 ").substr(8) + u" tail",
+                       1, 960, Into(lines));
+  Text moved = Dyntrack(u" 513 ");
+  moved = Replace_Text(moved, u"( 40 )", u"( 1000 )");
+  EXPECT_EQ(passed.Output, u"a SectionCurve ( 0 ) 99 1\r\n" +
+                               Replace_Text(moved, u" 513 ", u" 100 ") +
+                               u" SectionCurve ( 0 ) 99 1 SectionIdx ( 7 )" + u"DYNTRACK" +
+                               moved.substr(8) + u" tail");
+  EXPECT_EQ(passed.Count, 2);
+  EXPECT_EQ(lines, Lines{u" 2 dynamic tracks"});
+}
+
+TEST(Rebase_Dyntracks, Numbers_Come_Out_In_Their_Plain_Form_At_Any_Offset) {
+  Lines lines;
+  const Text source =
+      Replace_Text(Dyntrack(u" -00512.50 "), u"SectionIdx ( 40 )", u"SectionIdx (-7)");
+  const Text plain = Replace_Text(Dyntrack(u"-512.5 "), u"SectionIdx ( 40 )", u"SectionIdx (-7 )");
+  EXPECT_EQ(Rebase_Dyntracks(source, 0, 0, Into(lines)).Output, plain);
+  EXPECT_EQ(Rebase_Dyntracks(u"no track", 5, 5, Into(lines)).Output, u"no track");
+  EXPECT_EQ(lines.back(), u" 0 dynamic tracks");
+}
+
+TEST(Rebase_Dyntracks, A_Track_That_Is_Cut_Short_Or_Runs_Into_The_Next_Is_Refused) {
+  const Text track = Dyntrack(u" 512 ");
+  std::vector<Text> refused = {
+      u"Dyntrack " + track,                                         // the next one's records
+      Replace_Text(track, u"SectionIdx", u"SectionIndex") + track,  // the next one's reference
+      Replace_Text(track, u"( 40 )", u"( 40 ") + u" Dyntrack )",
+      Dyntrack(u" 5 "),
+      Dyntrack(u"     "),
+      Dyntrack(u" 512) "),
+      Replace_Text(track, u"SectionIdx (", u"SectionIdx "),
+  };
+  for (std::size_t length = 8; length < track.size() - 2; ++length) {
+    refused.push_back(track.substr(0, length));
+  }
+  for (const Text& source : refused) {
+    Lines lines;
+    EXPECT_THROW(Rebase_Dyntracks(source, 1, 1, Into(lines)), Failure) << To_Utf8(source);
+  }
+}
+
+// The tables that the track object pass asks.
+struct Track_Objects : testing::Test {
+  Passed_World Check(Text_View text) {
+    Log.clear();
+    const Shape_Tables tables{[this](Text_View name) { return Mapped(name); },
+                              [this](Text_View name) {
+                                const auto id = Ids.find(Fold_Case(name));
+                                return id == Ids.end() ? -1 : id->second;
+                              }};
+    return Check_Track_Objects(text, tables, Into(Log));
+  }
+
+  Text Mapped(Text_View name) {
+    const auto mapped = Transforms.find(Fold_Case(name));
+    return mapped == Transforms.end() ? Text(name) : mapped->second;
+  }
+
+  std::map<Text, Long> Ids{{u"keep.s", 31}, {u"new.s", 77}, {u"same.s", 31}};
+  std::map<Text, Text> Transforms{{u"old.s", u"new.s"},     {u"gone.s", u" -delete-"},
+                                  {u"keep2.s", u"same.s"},  {u"lost.s", u"nowhere.s"},
+                                  {u"dash.s", u"-delete-"}, {u"case.s", u"Keep.s"}};
+  Lines Log;
+};
+
+TEST_F(Track_Objects, A_File_With_One_To_Keep_One_To_Replace_And_One_To_Remove) {
+  const Passed_World passed = Check(
+      u"TrackObj (\r\n  Other ( 8 )\r\n  SectionIdx (31)\r\n  FileName ( keep.s )\r\n  Other ( 1 2 "
+      u")\r\n)\r\n"
+      u"trackobj (\r\n  SectionIdx ( 32 )\r\n  FileName ( OLD.s )\r\n)\r\n"
+      u"  TrackObj (\r\n  SectionIdx ( 33 )\r\n  FileName ( gone.s )\r\n  Other ( ( 1 ) 2 "
+      u")\r\n)\r\n"
+      u"Other ( 1 )");
+  EXPECT_EQ(passed.Output,
+            u"TrackObj (\r\n  Other ( 8 )\r\n  SectionIdx ( 31 )\r\n  FileName ( keep.s )\r\n  "
+            u"Other ( 1 2 "
+            u")\r\n)\r\n"
+            u"trackobj (\r\n  SectionIdx ( 77 )\r\n  FileName ( new.s )\r\n)\r\n"
+            u"  \r\n"
+            u"Other ( 1 )");
+  EXPECT_EQ(passed.Count, 2);
+  EXPECT_EQ(Log, (Lines{u"new.s id:  32 ->  77", u" 2 track sections has been changed"}));
+}
+
+TEST_F(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Should) {
+  const struct {
+    Text_View Id, Name;
+    Text_View New_Id, New_Name;
+    Lines Logged;
+    Long Count;
+  } cases[] = {
+      {u"007", u"else.s", u"7", u"else.s", {u"Unknown shape else.s, id  7"}, 0},
+      {u" 7 ", u"lost.s", u"7", u"nowhere.s", {u"Unknown shape nowhere.s, id  7"}, 0},
+      {u"30.5", u"KEEP.s", u"31", u"KEEP.s", {u"KEEP.s id:  30.5 ->  31"}, 1},
+      {u"31", u"keep2.s", u"31", u"same.s", {}, 1},
+      {u"31", u"case.s", u"31", u"Keep.s", {}, 1},
+      {u"0031", u"  keep.s", u"31", u"keep.s", {}, 0},
+      {u"5", u"dash.s", u"5", u"-delete-", {u"Unknown shape -delete-, id  5"}, 0},
+      {u"-1", u"x(y.s", u"-1", u"x(y.s", {u"Unknown shape x(y.s, id -1"}, 0},
+      {u"31", u"\"keep.s\"", u"31", u"\"keep.s\"", {u"Unknown shape \"keep.s\", id  31"}, 0},
+  };
+  for (const auto& [id, name, new_id, new_name, logged, count] : cases) {
+    const Text source =
+        Concatenate({u"TrackObj ( SectionIdx (", id, u") FileName (", name, u") )"});
+    const Text blank = new_id[0] == u'-' ? u"" : u" ";
+    Lines expected = logged;
+    expected.push_back(Number_Text(count) + u" track sections has been changed");
+    EXPECT_EQ(Check(source).Output, Concatenate({u"TrackObj ( SectionIdx (", blank, new_id,
+                                                 u" ) FileName ( ", new_name, u" ) )"}))
+        << To_Utf8(source);
+    EXPECT_EQ(Log, expected) << To_Utf8(source);
+  }
+}
+
+TEST_F(Track_Objects, A_Record_That_Cannot_Be_Read_Stays_Character_For_Character) {
+  const Text good = u" TrackObj ( SectionIdx (1) FileName (keep.s) )";
+  const Text checked = u" TrackObj ( SectionIdx ( 31 ) FileName ( keep.s ) )";
+  for (const Text_View odd : {
+           u"TrackObj ( FileName ( a.s ) )",
+           u"TrackObj ( SectionIdx (1) )",
+           u"TrackObj ( ( ) )",
+           u"TrackObj ( SectionIdx )",
+           u"TrackObj ( SectionIdx (1) FileName )",
+           u"TrackObj ( FileName (gone.s) SectionIdx (1) )",
+           u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName (gone.s) )",
+           u"TrackObj ( SectionIdx (1) FileName (\"a)b.s\") )",
+           u"TrackObj SectionIdx (1) )",
+           u"TrackObj ( SectionIdx FileName (gone.s) )",
+       }) {
+    const Passed_World passed = Check(Concatenate({odd, good, odd, good}));
+    EXPECT_EQ(passed.Output, Concatenate({odd, checked, odd, checked})) << To_Utf8(odd);
+    EXPECT_EQ(passed.Count, 2) << To_Utf8(odd);
+    const Text left = u"Left a track object as it is, I cannot read it";
+    EXPECT_EQ(Log, (Lines{left, u"keep.s id:  1 ->  31", left, u"keep.s id:  1 ->  31",
+                          u" 2 track sections has been changed"}));
+  }
+}
+
+TEST_F(Track_Objects, Removal_Walks_The_Record_Without_Its_Old_Id_And_Name) {
+  Transforms[u"go(ne.s"] = u" -delete-";
+  EXPECT_EQ(Check(u"a TrackObj ( SectionIdx ( 1 ) FileName ( go(ne.s ) ( ) ) b").Output, u"a  b");
+  EXPECT_EQ(Check(u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s ) ( ( ) ) ) )").Output, u" )");
+}
+
+TEST_F(Track_Objects, What_No_Later_Text_Completes_Is_Refused) {
+  for (const Text_View source : {
+           u"TrackObj", u"TrackObj ( SectionIdx", u"TrackObj ( SectionIdx (",
+           u"TrackObj ( SectionIdx ( 1 )", u"TrackObj ( SectionIdx ( 1 ) )",
+           u"TrackObj ( SectionIdx ( 1 ) FileName", u"TrackObj ( SectionIdx ( 1 ) FileName ( a.s",
+           u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s )",
+           u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )",
+           u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )",  // brackets that do not balance
+       }) {
+    EXPECT_THROW(Check(source), Failure) << To_Utf8(source);
+  }
+}
+
+}  // namespace
+}  // namespace rivelt

@@ -1,0 +1,258 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "text/block_walker.h"
+#include "text/forward_search.h"
+#include "text/keyed_collection.h"
+#include "text/letter_case.h"
+#include "text/primitives.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+// What a naive search finds, to compare the fast one with.
+Position Naive_Find(Position start, Text_View text, Text_View target) {
+  const Text upper_text = Upper_Text(text);
+  const std::size_t hit = upper_text.find(Upper_Text(target), static_cast<std::size_t>(start) - 1);
+  return hit == Text::npos ? 0 : static_cast<Position>(hit + 1);
+}
+
+TEST(Find_Text, Edges_Give_Nothing_Or_A_Failure) {
+  EXPECT_EQ(Find_Text(4, u"abc", u"a"), 0);
+  EXPECT_EQ(Find_Text(5, u"abc", u"a"), 0);
+  EXPECT_EQ(Find_Text(1, u"", u"a"), 0);
+  EXPECT_EQ(Find_Text(1, u"ab", u"abc"), 0);
+  EXPECT_EQ(Find_Text(3, u"abc", u"c"), 3);
+  EXPECT_THROW(Find_Text(0, u"abc", u"a"), Failure);
+  EXPECT_THROW(Find_Text(-1, u"abc", u"a"), Failure);
+}
+
+TEST(Find_Text, Every_Place_In_Long_Texts_Agrees_With_A_Naive_Search) {
+  // Near misses on both sides of a block's end: the first and last letter alone, and units that
+  // differ from the target in the case bit without being letters.
+  const Text filler = u"T.h t[H@`(\x0154\x0174";
+  for (const Text_View target : {u"TrackObj", u"(", u"[", u"Th", u"@"}) {
+    for (std::size_t length = 0; length < 200; ++length) {
+      Text text;
+      while (text.size() < length) text += filler;
+      text.resize(length);
+      for (const Position start : {1, 2, 63, 64, 65}) {
+        ASSERT_EQ(Find_Text(start, text, target), Naive_Find(start, text + u"", target)) << length;
+      }
+      text += u"tRACKoBJ(";
+      ASSERT_EQ(Find_Text(1, text, target), Naive_Find(1, text, target)) << length;
+    }
+  }
+}
+
+TEST(Cuts, Counts_And_Starts_At_Their_Edges) {
+  EXPECT_EQ(Left_Text(u"abc", 0), u"");
+  EXPECT_EQ(Left_Text(u"abc", 2), u"ab");
+  EXPECT_EQ(Left_Text(u"abc", 9), u"abc");
+  EXPECT_THROW(Left_Text(u"abc", -1), Failure);
+  EXPECT_EQ(Mid_Text(u"abc", 2, 1), u"b");
+  EXPECT_EQ(Mid_Text(u"abc", 2, 9), u"bc");
+  EXPECT_EQ(Mid_Text(u"abc", 4, 1), u"");
+  EXPECT_EQ(Mid_Text(u"abc", 9), u"");
+  EXPECT_EQ(Mid_Text(u"abc", 1), u"abc");
+  EXPECT_THROW(Mid_Text(u"abc", 0), Failure);
+  EXPECT_THROW(Mid_Text(u"abc", 1, -1), Failure);
+  EXPECT_THROW(Mid_Text(u"abc", 9, -1), Failure);
+  EXPECT_EQ(Right_Text(u"abc", 2), u"bc");
+  EXPECT_EQ(Right_Text(u"abc", 4), u"abc");
+}
+
+TEST(Trim_Text, Blanks_Go_And_Other_White_Space_Stays) {
+  EXPECT_EQ(Trim_Text(u"  a b  "), u"a b");
+  EXPECT_EQ(Trim_Text(u" \r\n "), u"\r\n");
+  EXPECT_EQ(Trim_Text(u"a \t"), u"a \t");
+  EXPECT_EQ(Trim_Text(u"   "), u"");
+}
+
+TEST(Split_Text, Every_Single_Blank_Cuts_And_Join_Text_Gives_It_Back) {
+  EXPECT_TRUE(Split_Text(u"").empty());
+  EXPECT_EQ(Split_Text(u"a  b"), (std::vector<Text>{u"a", u"", u"b"}));
+  EXPECT_EQ(Split_Text(u" a\t1\r\n"), (std::vector<Text>{u"", u"a\t1\r\n"}));
+  for (const Text_View text : {u"a  b", u" ", u" a ", u"abc"}) {
+    EXPECT_EQ(Join_Text(Split_Text(text)), text);
+  }
+}
+
+TEST(Replace_Text, Every_Occurrence_Goes) {
+  EXPECT_EQ(Replace_Text(u"\"a\"\"b\"", u"\"", u""), u"ab");
+  EXPECT_EQ(Replace_Text(u"aXbx", u"x", u"--"), u"aXb--");
+}
+
+TEST(Text_Value, Reads_The_Number_At_The_Start_And_Nothing_Behind_It) {
+  const struct {
+    Text_View Source;
+    Double Value;
+  } cases[] = {
+      {u"", 0},
+      {u"x12", 0},
+      {u" 12 34)", 1234},
+      {u"\t\r\n1\n2", 12},
+      {u"-5(", -5},
+      {u"+7", 7},
+      {u"- 7", -7},
+      {u"--7", 0},
+      {u".", 0},
+      {u"-", 0},
+      {u".5.5", .5},
+      {u"1,5", 1},
+      {u"1e3", 1000},
+      {u"1 E 3 ", 1000},
+      {u"2d-1", .2},
+      {u"1D+2x", 100},
+      {u"7e", 7},
+      {u"7e+", 7},
+      {u"7 elephants", 7},
+      {u"12 Dyntrack", 12},
+      {u"e5", 0},
+      {u"&H1f)", 31},
+      {u" &hFFFFFFFF", 4294967295.0},
+      {u"&O17 8", 15},
+      {u"& 12", 0},
+      {u"&x", 0},
+      {u"4294967295 0", 42949672950.0},
+      {u"1e-400", 0},
+      {u"0e99999999999999999999", 0},
+      {u"0.000001e6", 1},
+      {u"1e00000000000000000000002", 100},
+      {u"007", 7},
+  };
+  for (const auto& [source, value] : cases) EXPECT_EQ(Text_Value(source), value) << To_Utf8(source);
+}
+
+TEST(Text_Value, Beyond_The_Range_Of_A_Double_Is_A_Failure) {
+  for (const Text& text : {Text(u"1e309"), Text(u"-1e309"), Text(u"1e99999999999999999999"),
+                           u"1" + Text(400, u'0'), u"&H" + Text(300, u'F')}) {
+    EXPECT_THROW(Text_Value(text), Failure) << To_Utf8(text);
+  }
+  EXPECT_EQ(Text_Value(u"0." + Text(400, u'0') + u"1e400"), 0.1);
+  EXPECT_EQ(Text_Value(u"1" + Text(400, u'0') + u"e-400"), 1);
+}
+
+TEST(Number_Text, Fifteen_Digits_With_A_Blank_Or_A_Sign) {
+  const struct {
+    Double Number;
+    Text_View Written;
+  } cases[] = {
+      {0, u" 0"},
+      {-0.0, u" 0"},
+      {102, u" 102"},
+      {-3, u"-3"},
+      {4294967295.0, u" 4294967295"},
+      {999999999999999, u" 999999999999999"},
+      {1e15, u" 1E+15"},
+      {-1.5e20, u"-1.5E+20"},
+      {1.7976931348623157e308, u" 1.79769313486232E+308"},
+      {999999999999999.9, u" 1E+15"},
+      {0.5, u" .5"},
+      {-0.25, u"-.25"},
+      {0.1, u" .1"},
+      {0.001, u" .001"},
+      {1.0 / 3, u" .333333333333333"},
+      {40004.5, u" 40004.5"},
+      {123456789.987654321, u" 123456789.987654"},
+      {0.1 + 0.2, u" .3"},
+  };
+  for (const auto& [number, written] : cases) EXPECT_EQ(Number_Text(number), written) << number;
+}
+
+TEST(Round_Long, Halves_Go_To_The_Even_Neighbour_And_The_Range_Is_A_Longs) {
+  EXPECT_EQ(Round_Long(2.5), 2);
+  EXPECT_EQ(Round_Long(3.5), 4);
+  EXPECT_EQ(Round_Long(-2.5), -2);
+  EXPECT_EQ(Round_Long(2147483647.4), 2147483647);
+  EXPECT_EQ(Round_Long(-2147483648.5), std::numeric_limits<Long>::min());
+  for (const Double number : {2147483648.0, 2147483647.5, -2147483649.0, 4294967295.0, 1e300}) {
+    EXPECT_THROW(Round_Long(number), Failure) << number;
+  }
+}
+
+TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
+  EXPECT_EQ(Walk_Block(u"a ( b ( c ) ( ) ) d )", 3), 17);
+  EXPECT_EQ(Walk_Block(u"( \"(\" ) )", 1), 9);
+  EXPECT_EQ(Walk_Block(u"x ) y", 0), 3);
+  EXPECT_THROW(Walk_Block(u"( ( )", 1), Failure);
+  EXPECT_THROW(Walk_Block(u"(", 1), Failure);
+  EXPECT_EQ(Unbalanced_Brackets(u") ( ( ) ( ( ) )("), (std::vector<Position>{3, 16}));
+}
+
+TEST(Strip_Blocks, The_Blocks_Of_The_Tag_Go_And_All_Else_Stays) {
+  const struct {
+    Text_View Source;
+    Text_View Stripped;
+  } cases[] = {
+      {u"no tag ( at ) all", u"no tag ( at ) all"},
+      {u"a _SKIP ( x ( y ( z ) ) ) b", u"a  b"},
+      {u"a\r\n\t_skip(x)\r\nb", u"a\r\n\t\r\nb"},
+      {u"_SKIP ( _SKIP ( ) ) a _SKIP ( )", u" a "},
+      {u"_SKIP ( a ) ) b", u" ) b"},
+      {u"_SKIP ( \"(\" a ) b ) c", u" c"},
+      {u"x _SKIP words ( a ) b", u"x  b"},
+      {u"x _SKIP y ) z", u"x  z"},             // no "(": the walk starts at the front
+      {u"a ) b _SKIP y ) z", u"a ) b  b  z"},  // a surplus ")" there is where it ends
+  };
+  for (const auto& [source, stripped] : cases) {
+    EXPECT_EQ(Strip_Blocks(source, u"_SKIP"), stripped) << To_Utf8(source);
+  }
+  EXPECT_THROW(Strip_Blocks(u"a _SKIP ( b", u"_SKIP"), Failure);
+  EXPECT_THROW(Strip_Blocks(u"( a ) _SKIP b", u"_SKIP"), Failure);
+  EXPECT_THROW(Strip_Blocks(Text(10000, u')') + u"_SKIP", u"_SKIP"), Failure);
+}
+
+TEST(Forward_Search, Answers_As_A_Fresh_Search_Of_The_Rest) {
+  const Text_View text = u"..x..X...x..";
+  Forward_Search search(text, u"x");
+  for (Position cut = 1; cut <= 13; cut += cut == 4 ? 3 : 1) {
+    const Text_View rest = Mid_Text(text, cut);
+    EXPECT_EQ(search.Find(rest), Find_Text(1, rest, u"x")) << cut;
+  }
+}
+
+TEST(Fold_Case, Letters_With_A_Simple_Counterpart_Are_One) {
+  const struct {
+    Text_View First, Second;
+  } alike[] = {{u"aZ", u"Az"},         {u"\xC4", u"\xE4"},
+               {u"\x0394", u"\x03B4"}, {u"\x0416", u"\x0436"},
+               {u"\x0178", u"\xFF"},   {u"\x01C4", u"\x01C6"},
+               {u"\x1E9E", u"\xDF"},   {u"\U00010400", u"\U00010428"}};
+  for (const auto& [first, second] : alike)
+    EXPECT_EQ(Fold_Case(first), Fold_Case(second)) << To_Utf8(first);
+  const struct {
+    Text_View First, Second;
+  } different[] = {
+      {u"\x0130", u"i"}, {u"\xD7", u"\xF7"}, {u"[", u"{"}, {u"ss", u"\xDF"}, {u"a ", u"a"}};
+  for (const auto& [first, second] : different) {
+    EXPECT_NE(Fold_Case(first), Fold_Case(second)) << To_Utf8(first);
+  }
+  EXPECT_LT(Compare_By_Name(u"a", u"B"), 0);
+  EXPECT_LT(Compare_By_Name(u"A", u"a"), 0);
+  EXPECT_GT(Compare_By_Name(u"a1", u"A"), 0);
+}
+
+TEST(Keyed_Collection, Keys_In_Another_Letter_Case_Are_The_Same_Key) {
+  Keyed_Collection<Long> collection;
+  collection.Add(1, u"\xC4hre.s");
+  EXPECT_THROW(collection.Add(2, u"\xE4HRE.S"), Failure);
+  EXPECT_EQ(collection.Look_Up(u"\xE4hre.S"), 1);
+  EXPECT_EQ(collection.Count(), 1);
+  EXPECT_THROW(collection.Look_Up(u"\xE4hre.s "), Failure);
+}
+
+TEST(Utf8, Every_Byte_Returns_And_Odd_Ones_Become_Lone_Surrogates) {
+  std::string bytes;
+  for (int byte = 1; byte < 256; ++byte) bytes += static_cast<char>(byte);
+  bytes += "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x9A\x82\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xE2\x82";
+  EXPECT_EQ(To_Utf8(From_Utf8(bytes)), bytes);
+  EXPECT_EQ(From_Utf8("\xC3\xA4\xFF\xF0\x9F\x9A\x82"), u"\xE4\xDCFF\U0001F682");
+  EXPECT_EQ(To_Utf8(u"a\xD800z"), "a\xEF\xBF\xBDz");
+}
+
+}  // namespace
+}  // namespace rivelt
