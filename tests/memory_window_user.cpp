@@ -1,0 +1,54 @@
+#include <utility>
+
+#include "platform/memory/memory_window.h"
+#include "window_user.h"
+
+namespace rivelt {
+namespace {
+
+class Memory_Window_User : public Window_User {
+ public:
+  void Start(Registry& registry, Create_File_System_Object create_object) override {
+    Screen.Start(registry, std::move(create_object));
+  }
+
+  void Pick(Control list, Text_View entry) override { Screen.Pick(list, entry); }
+  void Type(Control text_box, Text_View text) override { Screen.Type(text_box, text); }
+  void Select(Control option) override { Screen.Select(option); }
+  void Press(Control button) override { Screen.Press(button); }
+  void Close() override { Screen.Close(); }
+
+  void Answer_With_Cancel() override { Screen.Box_Answers.push_back(Answer_Ok + 1); }
+  void Save_As(Text_View path) override { Screen.Save_File_Names.emplace_back(path); }
+  Text Folder_To_Save_In() const override { return u"\\logs"; }
+
+  bool Visible() const override { return Screen.Visible(); }
+  bool Takes_Input(Control control) const override { return Screen.Takes_Input(control); }
+  Text Shown_Text(Control control) const override { return Screen.Read_Text(control); }
+  std::vector<Text> Entries(Control list) const override {
+    std::vector<Text> entries;
+    for (std::size_t row = 0; row < Screen.List(list).Count(); ++row) {
+      entries.push_back(Screen.List(list).Entry(row));
+    }
+    return entries;
+  }
+  bool Selected(Control option) const override { return Screen.Read_Value(option); }
+  bool Hourglass() const override { return Screen.Shown_Pointer() == Pointer::Hourglass; }
+  std::vector<Seen_Box> Boxes() const override {
+    std::vector<Seen_Box> boxes;
+    for (const auto& box : Screen.Boxes()) boxes.push_back({box.Message, box.Title, box.Style});
+    return boxes;
+  }
+  Window& Seam() override { return Screen; }
+
+ private:
+  Memory_Window Screen;
+};
+
+}  // namespace
+
+std::vector<Window_Back_End> Window_Back_Ends() {
+  return {{"Memory", [] { return std::make_unique<Memory_Window_User>(); }}};
+}
+
+}  // namespace rivelt

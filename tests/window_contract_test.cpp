@@ -1,0 +1,354 @@
+// What every window must do, run over each back end: the whole form behind it, on a small
+// installation in memory, used as a person uses it.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "memory_files.h"
+#include "text/primitives.h"
+#include "text/utf8.h"
+#include "window_user.h"
+
+namespace rivelt {
+
+// How a failed expectation shows a box.
+void PrintTo(const Window_User::Seen_Box& box, std::ostream* out) {
+  *out << To_Utf8(box.Message) << " (" << To_Utf8(box.Title) << ", style " << box.Style << ")";
+}
+
+namespace {
+
+using enum Control;
+using Texts = std::vector<Text>;
+
+const Window_User::Seen_Box Confirmation{u"Are you sure you want to perform an update?", u"Update",
+                                         33};
+
+Window_User::Seen_Box Failure_Box(Text_View message) {
+  return {Text(message), u"Rivelt", 16};
+}
+
+Text Lines(const Texts& lines) {
+  Text text;
+  for (const Text& line : lines) text += line + u"\r\n";
+  return text;
+}
+
+class Window_Contract : public testing::TestWithParam<Window_Back_End> {
+ protected:
+  Window_Contract() {
+    Disk.Put_File(u"\\train\\global\\tsection.dat",
+                  u"_INFO ( Track Build 7a) TrackSections ( 400 ) TrackShapes ( 500 "
+                  u"TrackShape ( 31 FileName ( b.s ) ) TrackShape ( 77 FileName ( A.s ) ) "
+                  u"TrackShape ( 78 FileName ( c.s ) ) )");
+    Put_Route(u"first", u"Second to none");
+    Put_Route(u"other", u"a branch line");
+    Disk.Put_File(u"\\train\\routes\\nameless\\x.trk", u"Name ( \"\" )");
+    Disk.Put_File(u"\\train\\Routes\\first\\tsection.dat",
+                  u"SectionCurve ( 0 ) 300 x TrackSections SectionIdx ( 1 ) "
+                  u"TrackPath ( 360 1 300 )");
+    Disk.Put_Folder(User->Folder_To_Save_In());
+  }
+
+  void Put_Route(Text_View folder, Text_View name) {
+    const Text path = Concatenate({u"\\train\\routes\\", folder});
+    Disk.Put_File(path + u"\\route.trk", Concatenate({u"Name ( \"", name, u"\" )"}));
+    Disk.Put_File(path + u"\\world\\w-1.w", World(u"31", u"b.s"));
+  }
+
+  static Text World(Text_View id, Text_View shape) {
+    return Concatenate({u"Tr_Worldfile ( TrackObj ( UiD ( 1 ) SectionIdx ( ", id, u" ) FileName ( ",
+                        shape, u" ) ) )"});
+  }
+
+  void Start() {
+    User->Start(System_Registry, [this] { return std::make_unique<Memory_Files>(Disk); });
+  }
+
+  void Start_And_Pick_First() {
+    Start();
+    User->Pick(cmbRoutes, u"Second to none");
+  }
+
+  void Fill_In_First_Row() {
+    User->Select(optDynamic_1);
+    User->Type(txtTrack_0, u"b.s");
+    User->Pick(cmbTracks_0, u"c.s");
+  }
+
+  // Runs the action once, while the next command (or the start) reads a file.
+  void In_The_Middle(std::function<void()> action) {
+    Disk.On_Read = [this, act = std::move(action)] {
+      const auto once = std::exchange(Disk.On_Read, nullptr);
+      act();
+    };
+  }
+
+  Text Log() { return User->Shown_Text(txtMessages); }
+
+  std::string Which_Take_Input() {
+    std::string names;
+    for (const Control_Row& row : Control_Table) {
+      if (row.Type != Control_Type::Label && User->Takes_Input(row.Id)) {
+        names += Written_Name(row) + " ";
+      }
+    }
+    return names;
+  }
+
+  Memory_Disk Disk;
+  Memory_Registry System_Registry{"\\train"};
+  std::unique_ptr<Window_User> User = GetParam().Make_User();
+
+  const std::string Rows =
+      "Transform txtTrack(0) cmbTracks(0) txtTrack(1) cmbTracks(1) txtTrack(2) cmbTracks(2) "
+      "txtTrack(3) cmbTracks(3) txtTrack(4) cmbTracks(4) ";
+  const std::string Ready = "cmbRoutes optDynamic(0) optDynamic(1) ";
+};
+
+INSTANTIATE_TEST_SUITE_P(Every, Window_Contract, testing::ValuesIn(Window_Back_Ends()),
+                         [](const auto& back_end) { return back_end.param.Name; });
+
+TEST_P(Window_Contract, Start_Fills_The_Lists_And_Enables_What_The_Table_Says) {
+  Start();
+  EXPECT_TRUE(User->Visible());
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
+  EXPECT_EQ(User->Entries(cmbRoutes), (Texts{u"", u"a branch line", u"Second to none"}));
+  for (int row = 0; row < Row_Count; ++row) {
+    EXPECT_EQ(User->Entries(cmbTracks(row)), (Texts{u" -delete-", u"A.s", u"b.s", u"c.s"}));
+    EXPECT_EQ(User->Shown_Text(cmbTracks(row)), u"");
+    EXPECT_EQ(User->Shown_Text(txtTrack(row)), u"");
+  }
+  EXPECT_EQ(User->Shown_Text(cmbRoutes), u"");
+  EXPECT_TRUE(User->Selected(optDynamic_0));
+  EXPECT_FALSE(User->Selected(optDynamic_1));
+  EXPECT_FALSE(User->Hourglass());
+  EXPECT_EQ(Log(), Lines({u"Reading installed routes", u"Reading global\\tsection.dat version '7a'",
+                          u"Ids 102 - 105 are duplicates made by Kuju.",
+                          u" 400 reserved track sections.", u" 500 reserved track shapes,  3 used",
+                          u"", u"Select a route above for check/update"}));
+}
+
+TEST_P(Window_Contract, A_Failed_Start_Leaves_Quit_And_The_Log) {
+  Disk.Remove(u"\\train\\global");
+  Start();
+  EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
+  EXPECT_EQ(Log(),
+            u"Could not read installed track sections!\r\n"
+            u"Rivelt needs to run on a computer with MSTS installed!");
+  User->Select(optDynamic_1);
+  User->Press(cmdSave);
+  EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
+  User->Press(cmdQuit);
+  EXPECT_FALSE(User->Visible());
+}
+
+TEST_P(Window_Contract, Pick_A_Route_Enables_The_Commands_And_A_Nameless_One_Disables_Them) {
+  Start();
+  User->Pick(cmbRoutes, u"a branch line");
+  EXPECT_EQ(User->Shown_Text(cmbRoutes), u"a branch line");
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdCheck cmdUpdate cmdSave cmdQuit txtMessages ");
+  User->Pick(cmbRoutes, u"");
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
+}
+
+TEST_P(Window_Contract, Select_All_Sections_Enables_The_Rows_Which_Keep_Their_Content) {
+  Start();
+  User->Type(txtTrack_0, u"no");
+  EXPECT_EQ(User->Shown_Text(txtTrack_0), u"") << "the row was disabled";
+  Fill_In_First_Row();
+  User->Type(txtTrack_4, u"\u00e4 long name.s");
+  User->Pick(cmbTracks_4, u" -delete-");
+  EXPECT_EQ(Which_Take_Input(), Ready + Rows + "cmdSave cmdQuit txtMessages ");
+  User->Select(optDynamic_0);
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
+  EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");
+  EXPECT_EQ(User->Shown_Text(cmbTracks_0), u"c.s");
+  EXPECT_EQ(User->Shown_Text(txtTrack_4), u"\u00e4 long name.s");
+  EXPECT_EQ(User->Shown_Text(cmbTracks_4), u" -delete-");
+  EXPECT_EQ(User->Shown_Text(cmbTracks_1), u"");
+}
+
+TEST_P(Window_Contract, Check_Converts_With_The_Rows_Under_The_Hourglass) {
+  Start_And_Pick_First();
+  Fill_In_First_Row();
+  bool hourglass = false;
+  In_The_Middle([&] { hourglass = User->Hourglass(); });
+  User->Press(cmdCheck);
+  EXPECT_TRUE(hourglass);
+  EXPECT_FALSE(User->Hourglass());
+  EXPECT_EQ(Log(), Lines({u"Checking: Second to none, this will take some time",
+                          u"Local tsection.dat", u"SectionIdx changed:  300 ->  400",
+                          u"ShapeIdx changed:  360 ->  500", u"Total of  1 dynamic tracks", u"",
+                          u"world\\w-1.w", u" 0 dynamic tracks", u"Transforming b.s >> c.s",
+                          u"c.s id:  31 ->  78", u" 1 track sections has been changed", u"",
+                          u" 2 updated files are in Quenby\\tmp",
+                          u"You may look them over before updating"}));
+  EXPECT_EQ(Disk.Content(u"\\train\\Quenby\\tmp\\w-1.w"), World(u"78", u"c.s"));
+  EXPECT_TRUE(User->Boxes().empty());
+}
+
+TEST_P(Window_Contract, An_Edited_Row_Makes_The_Next_Check_Run_Again) {
+  Start_And_Pick_First();
+  Fill_In_First_Row();
+  User->Press(cmdCheck);
+  const Text whole_check = Log();
+  User->Press(cmdCheck);
+  EXPECT_LT(Log().size(), whole_check.size()) << "nothing had changed";
+  User->Type(txtTrack_0, u"B.S");
+  User->Press(cmdCheck);
+  EXPECT_EQ(Log(), whole_check);
+  User->Pick(cmbTracks_0, u"A.s");
+  User->Press(cmdCheck);
+  EXPECT_EQ(Disk.Content(u"\\train\\Quenby\\tmp\\w-1.w"), World(u"77", u"A.s"));
+}
+
+TEST_P(Window_Contract, Update_Confirmed_Moves_The_Files_And_Cancelled_Does_Nothing) {
+  Start_And_Pick_First();
+  Fill_In_First_Row();
+  const Text log_before = Log();
+  User->Answer_With_Cancel();
+  User->Press(cmdUpdate);
+  EXPECT_EQ(Log(), log_before);
+  EXPECT_EQ(Disk.Find(u"\\train\\Quenby"), nullptr);
+  User->Press(cmdUpdate);
+  EXPECT_EQ(User->Boxes(), (std::vector{Confirmation, Confirmation}));
+  EXPECT_TRUE(Log().starts_with(u"Updating: Second to none, this will take some time\r\n"));
+  EXPECT_TRUE(Log().ends_with(u"\r\n\r\nFinished updating \r\n"));
+  EXPECT_EQ(Disk.Content(u"\\train\\routes\\first\\world\\w-1.w"), World(u"78", u"c.s"));
+  EXPECT_EQ(Disk.Names(u"\\train\\Quenby\\tmp"), Texts{});
+}
+
+TEST_P(Window_Contract, Both_Commands_Report_A_Failure_In_A_Box_And_Go_On) {
+  Start_And_Pick_First();
+  User->Press(cmdCheck);
+  Disk.Remove(u"\\train\\Quenby");
+  User->Press(cmdCheck);
+  EXPECT_EQ(User->Boxes(), std::vector{Failure_Box(u"Had problems checking this route!")});
+  EXPECT_EQ(Log(), Lines({u"Checking: Second to none, this will take some time"}));
+  User->Press(cmdUpdate);
+  EXPECT_EQ(User->Boxes().back(), Failure_Box(u"Had problems updating this route!"));
+  EXPECT_FALSE(User->Hourglass());
+  User->Pick(cmbRoutes, u"a branch line");
+  User->Press(cmdCheck);
+  EXPECT_TRUE(Log().ends_with(u"\r\nNo update needed\r\n"));
+}
+
+TEST_P(Window_Contract, A_Conversion_That_Fails_Stops_The_Window_And_Quit_Stays) {
+  Start_And_Pick_First();
+  Disk.Remove(u"\\train\\routes\\first\\world");
+  User->Press(cmdCheck);
+  EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
+  EXPECT_TRUE(Log().starts_with(u"Had problems reading route w-files!\r\n"));
+  User->Press(cmdCheck);
+  EXPECT_TRUE(Log().starts_with(u"Had problems reading route w-files!\r\n"));
+  User->Press(cmdQuit);
+  EXPECT_FALSE(User->Visible());
+}
+
+TEST_P(Window_Contract, Save_Writes_What_The_Screen_Shows_And_Cancelled_Writes_Nothing) {
+  Start();
+  const Text folder = User->Folder_To_Save_In();
+  const Text path = folder + folder[0] + u"start.txt";
+  User->Save_As(path);
+  User->Press(cmdSave);
+  EXPECT_EQ(Disk.Content(path), Log());
+  User->Press(cmdSave);
+  EXPECT_EQ(Disk.Names(folder), Texts{u"start.txt"});
+  EXPECT_TRUE(User->Boxes().empty());
+  Disk.Remove(folder);
+  User->Save_As(path);
+  User->Press(cmdSave);
+  EXPECT_EQ(User->Boxes(), std::vector{Failure_Box(u"Could not save the log!")});
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
+}
+
+TEST_P(Window_Contract, Input_In_The_Middle_Of_A_Command_Is_Dropped_And_Not_Played_Back) {
+  Start_And_Pick_First();
+  Fill_In_First_Row();
+  In_The_Middle([&] {
+    User->Pick(cmbRoutes, u"a branch line");
+    User->Type(txtTrack_0, u"other.s");
+    User->Pick(cmbTracks_0, u"A.s");
+    User->Select(optDynamic_0);
+    for (const Control button : {cmdUpdate, cmdSave, cmdCheck}) User->Press(button);
+  });
+  User->Press(cmdCheck);
+  EXPECT_TRUE(User->Boxes().empty());
+  EXPECT_EQ(User->Shown_Text(cmbRoutes), u"Second to none");
+  EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");
+  EXPECT_EQ(User->Shown_Text(cmbTracks_0), u"c.s");
+  EXPECT_TRUE(User->Selected(optDynamic_1));
+  const Text log = Log();
+  EXPECT_TRUE(log.ends_with(u"You may look them over before updating\r\n"));
+  EXPECT_EQ(Find_Text(2, log, u"Checking: "), 0);
+  User->Press(cmdCheck);
+  EXPECT_EQ(Log(), Lines({u"Checking: Second to none, this will take some time", u"",
+                          u" 2 updated files are in Quenby\\tmp",
+                          u"You may look them over before updating"}))
+      << "no setting has changed";
+}
+
+TEST_P(Window_Contract, Input_In_The_Middle_Of_The_Start_Is_Dropped) {
+  In_The_Middle([&] {
+    User->Select(optDynamic_1);
+    User->Press(cmdSave);
+  });
+  Start();
+  EXPECT_TRUE(User->Selected(optDynamic_0));
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
+}
+
+TEST_P(Window_Contract, Quit_And_Close_Take_Effect_At_Once_Or_When_The_Command_Has_Ended) {
+  const std::vector<std::pair<const char*, std::function<void()>>> ways = {
+      {"Quit", [&] { User->Press(cmdQuit); }}, {"closing the window", [&] { User->Close(); }}};
+  for (const auto& [name, leave] : ways) {
+    SCOPED_TRACE(name);
+    User = GetParam().Make_User();
+    Start();
+    leave();
+    EXPECT_FALSE(User->Visible());
+
+    User = GetParam().Make_User();
+    Start_And_Pick_First();
+    bool still_there = false;
+    In_The_Middle([&] {
+      leave();
+      still_there = User->Visible();
+    });
+    User->Press(cmdCheck);
+    EXPECT_TRUE(still_there);
+    EXPECT_FALSE(User->Visible());
+    EXPECT_TRUE(User->Seam()
+                    .Read_Text(txtMessages)
+                    .ends_with(u"You may look them over before updating\r\n"));
+
+    User = GetParam().Make_User();
+    In_The_Middle(leave);
+    Start();
+    EXPECT_FALSE(User->Visible());
+  }
+}
+
+TEST_P(Window_Contract, Texts_Pass_Through_The_Log_And_The_Lists_Unchanged) {
+  Start();
+  Window& seam = User->Seam();
+  const Text odd = u"\u00e4\u20ac \U0001F682 \xdc80 \xd800 \t tab";
+  seam.Write_Log(odd + u"\r\n\r\n");
+  for (const Text_View part : {u"a", u"\r\n", u"", u"b\r", u"\n"}) seam.Append_Log(part);
+  EXPECT_EQ(seam.Read_Text(txtMessages), odd + u"\r\n\r\na\r\nb\r\n");
+  User->Pick(cmbRoutes, u"a branch line");
+  for (const Text_View entry : {Text_View(odd), Text_View(u"A")}) seam.Add_Item(cmbRoutes, entry);
+  EXPECT_EQ(seam.Read_Text(cmbRoutes), u"a branch line") << "an entry came in front of it";
+  User->Pick(cmbRoutes, odd);
+  EXPECT_EQ(seam.Read_Text(cmbRoutes), odd);
+}
+
+}  // namespace
+}  // namespace rivelt

@@ -1,0 +1,74 @@
+// A person in front of the window: one class for each back end, so that the tests that every back
+// end must pass are written once.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "app/frm_main.h"
+#include "window/window.h"
+
+namespace rivelt {
+
+class Window_User {
+ public:
+  struct Seen_Box {
+    Text Message;
+    Text Title;
+    int Style;  // as the program asked for it, read from the icon and the buttons
+    bool operator==(const Seen_Box&) const = default;
+  };
+
+  virtual ~Window_User() = default;
+
+  // Starts the program and waits until it is ready for the user. Called once.
+  virtual void Start(Registry& registry, Create_File_System_Object create_object) = 0;
+
+  // What the person does, by mouse and keys. A control that takes no input stays as it is. Each
+  // call returns when all that follows from it has been done, a command included; only in the
+  // middle of a command (see In_The_Middle of the tests) it returns at once.
+  virtual void Pick(Control list, Text_View entry) = 0;
+  virtual void Type(Control text_box, Text_View text) = 0;  // in the place of the text in it
+  virtual void Select(Control option) = 0;
+  virtual void Press(Control button) = 0;
+  virtual void Close() = 0;  // by the platform's own means
+
+  // How the person will answer what comes up: the boxes with OK unless told here, the save dialog
+  // with a cancel unless told here (an empty path is a cancel). Each is used once.
+  virtual void Answer_With_Cancel() = 0;
+  virtual void Save_As(Text_View path) = 0;
+
+  // A folder for Save_As in the way the machine writes paths; it need not exist on the machine.
+  virtual Text Folder_To_Save_In() const = 0;
+
+  // What the person sees.
+  virtual bool Visible() const = 0;
+  virtual bool Takes_Input(Control control) const = 0;  // enabled, and so is the frame around it
+  virtual Text Shown_Text(Control control) const = 0;   // lines of the log end with CR LF
+  virtual std::vector<Text> Entries(Control list) const = 0;
+  virtual bool Selected(Control option) const = 0;
+  virtual bool Hourglass() const = 0;
+  virtual std::vector<Seen_Box> Boxes() const = 0;  // all so far
+
+  // The back end itself.
+  virtual Window& Seam() = 0;
+};
+
+struct Window_Back_End {
+  std::string Name;  // a word of letters
+  std::function<std::unique_ptr<Window_User>()> Make_User;
+};
+
+// How a test that is run for each back end names it.
+inline void PrintTo(const Window_Back_End& back_end, std::ostream* out) {
+  *out << back_end.Name;
+}
+
+// The back ends that this test program can run; defined beside the user of each.
+std::vector<Window_Back_End> Window_Back_Ends();
+
+}  // namespace rivelt
