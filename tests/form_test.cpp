@@ -1,0 +1,418 @@
+// The procedures of the form, on a disk in memory and a window without a screen.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "installation.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+using enum Control;
+
+class Form : public testing::Test {
+ protected:
+  void Start() {
+    Window.Start(Registry_Value, [this] { return std::make_unique<Memory_Files>(Train.Disk); });
+  }
+
+  // The lines that the log got since the start.
+  Lines Log() const { return Lines_Of(Window.Log()); }
+
+  Installation Train;
+  Memory_Registry Registry_Value{"\\train"};
+  Memory_Window Window;
+};
+
+TEST_F(Form, Start_Logs_The_Catalogue_And_Its_Duplicates_And_Prompts) {
+  Train.Route(u"north").Global(
+      u"_INFO ( Track data Build 12a) _SKIP ( TrackSections ( 1 ) )\r\n"
+      u"TrackSections ( 30 TrackSection ( 1 Other ( 5 ) ) )\r\n"
+      u"TrackShapes ( 20 TrackShape ( 7 FileName ( \"\xE4.s\" ) Other ( 1 ) )\r\n"
+      u"TrackShape ( 8 Other ( 1 ) FileName ( b.s ) ) TrackShape ( 9 FileName ( \xC4.S ) )\r\n"
+      u"TrackShape ( 7 FileName ( \xE4.s ) ) )");
+  Start();
+  EXPECT_EQ(Log(),
+            (Lines{u"Reading installed routes", u"Reading global\\tsection.dat version '12a'",
+                   u"Id  9 duplicate shape \xC4.S same as id  7",
+                   u"Id  7 duplicate shape \xE4.s same as id  7",
+                   u"Ids 102 - 105 are duplicates made by Kuju.", u" 30 reserved track sections.",
+                   u" 20 reserved track shapes,  1 used", u"",
+                   u"Select a route above for check/update"}));
+  EXPECT_TRUE(Window.Log().ends_with(u"check/update\r\n"));
+  for (int row = 0; row < Row_Count; ++row) {
+    EXPECT_EQ(Window.List(cmbTracks(row)).Count(), 2u);
+    EXPECT_EQ(Window.List(cmbTracks(row)).Entry(0), Delete_Entry);
+  }
+}
+
+TEST_F(Form, Routes_Of_One_Name_Show_Twice_And_The_First_Folder_Keeps_It) {
+  Train.Global(Small_Catalogue).Put(u"routes\\b\\b.TRK", u"Name ( Line )");
+  Train.Put(u"routes\\a\\1.trk1", u"").Put(u"routes\\a\\a.trk", u"Name ( \"LINE\" )");
+  Train.Put(u"routes\\a\\b.trk", u"not read").Put(u"routes\\empty\\readme.txt", u"");
+  Start();
+  ASSERT_EQ(Window.List(cmbRoutes).Count(), 2u);
+  EXPECT_EQ(Window.List(cmbRoutes).Entry(0), u"LINE");
+  EXPECT_EQ(Window.Form().Folder_Of_Route(u"Line"), u"a");
+}
+
+TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message_And_Only_Quit_Stays) {
+  const struct {
+    const char* Situation;
+    std::function<void(Installation&)> Make;
+    Text_View Message;
+  } cases[] = {
+      {"no routes folder", [](Installation&) {}, u"Could not read installed routes!"},
+      {"a .trk without a name",
+       [](Installation& train) { train.Route(u"a").Put(u"routes\\b\\b.trk", u"Nam"); },
+       u"Could not read installed routes!"},
+      {"no catalogue", [](Installation& train) { train.Route(u"a"); },
+       u"Could not read installed track sections!"},
+      {"an empty catalogue", [](Installation& train) { train.Route(u"a").Global(u""); },
+       u"Could not read installed track sections!"},
+      {"a binary catalogue",
+       [](Installation& train) { train.Route(u"a").Global(Text(500, u'\x0100')); },
+       u"Could not read installed track sections!"},
+      {"a comment that is never closed",
+       [](Installation& train) {
+         train.Route(u"a").Global(Small_Catalogue).Global(u"Build 1) _INFO (");
+       },
+       u"Could not read installed track sections!"},
+  };
+  for (const auto& [situation, make, message] : cases) {
+    Installation train;
+    Memory_Window window;
+    make(train);
+    window.Start(Registry_Value, [&train] { return std::make_unique<Memory_Files>(train.Disk); });
+    EXPECT_EQ(window.Log(), Concatenate({message, u"\r\n", Standard_Line})) << situation;
+    for (const Control_Row& row : Control_Table) {
+      const bool usable =
+          row.Id == cmdQuit || row.Id == txtMessages || row.Type == Control_Type::Label;
+      EXPECT_EQ(window.Enabled(row.Id), usable) << situation << " " << Written_Name(row);
+    }
+    EXPECT_TRUE(window.Visible()) << situation;
+    window.Press(cmdQuit);
+    EXPECT_FALSE(window.Visible()) << situation;
+  }
+}
+
+TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
+  Window.Start(Registry_Value, []() -> std::unique_ptr<File_System_Object> { throw Failure(); });
+  EXPECT_EQ(Log(), (Lines{u"Could not load Rivelt!", Text(Standard_Line)}));
+}
+
+// A registry whose answers a test sets.
+struct Odd_Registry : Memory_Registry {
+  Odd_Registry() : Memory_Registry("") {}
+  Long RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, Registry_Key& key) override {
+    if (Open_Status == 0) key = 5;
+    return Open_Status;
+  }
+  Long RegQueryValueExA(Registry_Key key, std::string_view, Long, Long&, char* data,
+                        Long& size) override {
+    if (key != 5 || Query_Status != 0) return 2;
+    size = static_cast<Long>(Bytes.size());
+    if (data != nullptr) std::memcpy(data, Bytes.data(), Bytes.size());
+    return 0;
+  }
+  Long Open_Status = 0;
+  Long Query_Status = 0;
+  std::string Bytes;
+};
+
+TEST_F(Form, The_Root_Comes_From_The_Registry_Or_Is_The_Parent_Folder) {
+  using namespace std::string_literals;
+  const struct {
+    const char* Situation;
+    Long Open_Status, Query_Status;
+    std::string Bytes;
+    Text_View Root;
+  } cases[] = {
+      {"no key", 2, 0, "", u".."},
+      {"no value", 0, 2, "", u".."},
+      {"a value", 0, 0, "\\train\0"s, u"\\train"},
+      {"only the terminating zero", 0, 0, "\0"s, u""},
+      {"a backslash at the end", 0, 0, "\\tr\xC3\xA4in\\\0"s, u"\\tr\xE4in\\"},
+  };
+  for (const auto& [situation, open_status, query_status, bytes, root] : cases) {
+    Odd_Registry registry;
+    registry.Open_Status = open_status;
+    registry.Query_Status = query_status;
+    registry.Bytes = bytes;
+    Installation train;
+    train.Disk.Put_Folder(Concatenate({root, u"\\routes"}));
+    train.Disk.Put_File(Concatenate({root, u"\\global\\tsection.dat"}), Small_Catalogue);
+    Memory_Window window;
+    window.Start(registry, [&train] { return std::make_unique<Memory_Files>(train.Disk); });
+    EXPECT_TRUE(window.Log().ends_with(u"check/update\r\n")) << situation << To_Utf8(window.Log());
+  }
+  Odd_Registry no_bytes;
+  Window.Start(no_bytes, [this] { return std::make_unique<Memory_Files>(Train.Disk); });
+  EXPECT_EQ(Log(), (Lines{u"Could not locate your MSTS installation!", Text(Standard_Line)}));
+}
+
+class Small_Installation : public Form {
+ protected:
+  Small_Installation() {
+    Train.Global(Small_Catalogue);
+    Put_Small_Route(Train, u"A");
+    Put_Small_Route(Train, u"B");
+    Train.World(u"w-3.w", u"not in this encoding").World(u"w-4.w.bak", u"").World(u"w", u"");
+    Start();
+    Window.Pick(cmbRoutes, u"A");
+  }
+
+  // What a full run logs behind the first line, for route A and dynamic track only.
+  const Lines Passes{u"Local tsection.dat",
+                     u"SectionIdx changed:  300 ->  400",
+                     u"ShapeIdx changed:  360 ->  500",
+                     u"Total of  1 dynamic tracks",
+                     u"",
+                     u"world\\w-1.w",
+                     u" 1 dynamic tracks",
+                     u"",
+                     u"world\\w-2.W",
+                     u" 0 dynamic tracks"};
+
+  static Lines Joined(Lines first, const Lines& second, const Lines& third = {}) {
+    first.insert(first.end(), second.begin(), second.end());
+    first.insert(first.end(), third.begin(), third.end());
+    return first;
+  }
+
+  const Text Checking = u"Checking: A, this will take some time";
+  const Text Updating = u"Updating: A, this will take some time";
+  const Lines Two_Staged{u"", u" 2 updated files are in Quenby\\tmp",
+                         u"You may look them over before updating"};
+  const Lines No_Update{u"", u"No update needed"};
+};
+
+TEST_F(Small_Installation, Check_Stages_What_Changed_And_A_Second_One_Only_Counts) {
+  Train.Put(u"Quenby\\tmp\\left over.w", u"").Put(u"Quenby\\tmp\\sub\\kept", u"");
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(), Joined({Checking}, Passes, Two_Staged));
+  EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
+  EXPECT_EQ(Train.Content(u"Quenby\\tmp\\tsection.dat"), Moved_Local);
+  EXPECT_EQ(Train.Content(u"Quenby\\tmp\\w-1.w"), Small_World(u"400", u"500"));
+  EXPECT_EQ(Train.Content(u"Quenby\\tmp\\sub\\kept"), u"");
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Small_Local);
+
+  Train.Put(u"Quenby\\tmp\\by hand.w", u"");
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(),
+            (Lines{Checking, u"", u" 3 updated files are in Quenby\\tmp", Two_Staged.back()}));
+  EXPECT_EQ(Window.Beeps(), 2);
+}
+
+TEST_F(Small_Installation, Each_Change_Of_The_Settings_Starts_A_Full_Run) {
+  Window.Press(cmdCheck);
+  const struct {
+    const char* What;
+    std::function<void()> Change;
+    bool Runs;
+  } cases[] = {
+      {"nothing", [] {}, false},
+      {"the option", [&] { Window.Select(optDynamic_1); }, true},
+      {"nothing", [] {}, false},
+      {"a row typed and typed back",
+       [&] {
+         Window.Type(txtTrack(4), u"x");
+         Window.Type(txtTrack(4), u"");
+       },
+       true},
+      {"an entry picked", [&] { Window.Pick(cmbTracks(0), u"New.s"); }, true},
+      {"the route", [&] { Window.Pick(cmbRoutes, u"B"); }, true},
+      {"the route there and back",
+       [&] {
+         Window.Pick(cmbRoutes, u"A");
+         Window.Pick(cmbRoutes, u"B");
+       },
+       false},
+      {"the files of the route", [&] { Train.World(u"w-9.w", u""); }, false},
+  };
+  for (const auto& [what, change, runs] : cases) {
+    change();
+    Window.Press(cmdCheck);
+    EXPECT_EQ(Window.Log().find(u"Local tsection.dat") != Text::npos, runs) << what;
+  }
+}
+
+TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {
+  const struct {
+    Text_View Old, New;
+    Text_View Id, Name;  // of the object old.s afterwards
+  } cases[] = {
+      {u" OLD ", u"New.s", u" 77 ", u"New.s"},   {u"old", u"New.s", u" 77 ", u"New.s"},
+      {u"old.s", u"keep.s", u" 31 ", u"keep.s"}, {u"old.sd", u"New.s", u" 5 ", u"old.s"},
+      {u"  ", u"New.s", u" 5 ", u"old.s"},
+  };
+  Window.Select(optDynamic_1);
+  for (const auto& [old_name, new_name, id, name] : cases) {
+    Window.Type(txtTrack(2), old_name);
+    Window.Pick(cmbTracks(2), new_name);
+    Window.Press(cmdCheck);
+    const bool changed = name != u"old.s";
+    EXPECT_EQ(Train.Content(u"Quenby\\tmp\\w-2.W"),
+              changed ? Concatenate({u"tr_worldfile ( TrackObj ( SectionIdx (", id,
+                                     u") FileName ( ", name, u" ) ) )"})
+                      : u"(no such file)")
+        << To_Utf8(old_name);
+  }
+  Window.Type(txtTrack(2), u"");  // one side alone is no transform
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
+}
+
+TEST_F(Small_Installation, Two_Rows_For_One_Shape_Stop_The_Program_And_Touch_Nothing) {
+  Window.Press(cmdCheck);
+  Window.Select(optDynamic_1);
+  for (int row = 0; row < 2; ++row) {
+    Window.Type(txtTrack(row), row == 0 ? u"a" : u" A.S");
+    Window.Pick(cmbTracks(row), u"New.s");
+  }
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(), (Lines{u"Had problems in Do_Check!", Text(Standard_Line),
+                          u" 2 updated files are in Quenby\\tmp", Two_Staged.back()}));
+  EXPECT_EQ(Window.Beeps(), 2);
+  EXPECT_FALSE(Window.Press(cmdUpdate));
+}
+
+TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothing) {
+  Train.Put(u"routes\\A\\world\\w-1.w", Small_World(u"300", u"360"));
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Log(), Joined({Updating}, Passes, {u"", u"Finished updating "}));
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Moved_Local);
+  EXPECT_EQ(Train.Content(u"routes\\A\\world\\w-1.w"), Small_World(u"400", u"500"));
+  EXPECT_EQ(Train.Content(u"routes\\B\\tsection.dat"), Small_Local);
+  EXPECT_EQ(Train.Staged(), Lines{});
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Log(), Joined({Updating}, No_Update));
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(), Joined({Checking}, No_Update));
+
+  Window.Select(optDynamic_1);  // a full run finds the ids where they should be
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(),
+            Joined({Checking, u"Local tsection.dat", u"Total of  1 dynamic tracks", u"",
+                    u"world\\w-1.w", u" 0 track sections has been changed", u"", u"world\\w-2.W",
+                    u"Unknown shape old.s, id  5", u" 0 track sections has been changed"},
+                   No_Update));
+}
+
+TEST_F(Small_Installation, Cancel_Leaves_The_Log_And_The_Staged_Files) {
+  Window.Press(cmdCheck);
+  const Text log = Window.Log();
+  Window.Box_Answers.push_back(2);
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Window.Log(), log);
+  EXPECT_EQ(Train.Staged().size(), 2u);
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Small_Local);
+}
+
+TEST_F(Small_Installation, Update_Destination_Gone_Stops_The_Walk_And_Keeps_The_Rest_Staged) {
+  Window.Press(cmdCheck);
+  Train.Disk.Remove(u"\\train\\routes\\A\\world\\w-1.w");
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    Window.Press(cmdUpdate);
+    EXPECT_EQ(Log(), Lines{Updating});
+    EXPECT_EQ(Window.Boxes().back().Message, u"Had problems updating this route!");
+    EXPECT_EQ(Window.Boxes().back().Style, 16);
+    EXPECT_EQ(Train.Staged(), Lines{u"w-1.w"});
+  }
+  EXPECT_EQ(Window.Beeps(), 1);
+  EXPECT_EQ(Window.Shown_Pointer(), Pointer::Default);
+}
+
+TEST_F(Small_Installation, A_World_File_That_Cannot_Be_Read_Stops_Check_And_Update_Moves_Nothing) {
+  Train.Route(u"A").World(u"w-2.W", u"Tr_Worldfile Dyntrack (");
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Log(), (Lines{u"Had problems reading route w-files!", Text(Standard_Line)}));
+  EXPECT_EQ(Window.Boxes().back().Message, u"Had problems updating this route!");
+  EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Small_Local);
+}
+
+TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {
+  Window.Pick(cmbRoutes, u"B");
+  Train.Route(u"B").Local(u"SectionCurve ( 0 ) 300 10 no index");
+  Window.Press(cmdCheck);
+  const Lines world{u"",
+                    u"world\\w-1.w",
+                    u"",
+                    u"world\\w-2.W",
+                    u"",
+                    u"world\\w-3.w",
+                    u"file is binary, please convert to text with ffedit"};
+  const Text no_file = u"No tsection.dat, seems like this route does not use dynamic tracks.";
+  EXPECT_EQ(Log(), Joined({u"Checking: B, this will take some time", u"Local tsection.dat",
+                           u"SectionIdx changed:  300 ->  400", no_file},
+                          world, No_Update));
+  Train.Disk.Remove(u"\\train\\routes\\B\\tsection.dat");
+  Window.Select(optDynamic_1);
+  Window.Select(optDynamic_0);
+  Window.Pick(cmbRoutes, u"A");
+  Window.Press(cmdCheck);
+  Window.Pick(cmbRoutes, u"B");
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(), Joined({u"Checking: B, this will take some time", no_file}, world, No_Update));
+}
+
+TEST_F(Small_Installation, The_Staging_Folder_Removed_By_Hand_Ends_In_The_Box_And_Is_Made_Anew) {
+  Window.Press(cmdCheck);
+  Train.Disk.Remove(u"\\train\\Quenby");
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(), Lines{Checking});
+  EXPECT_EQ(Window.Boxes().back().Message, u"Had problems checking this route!");
+  Window.Select(optDynamic_1);
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Train.Staged().size(), 2u);
+}
+
+TEST_F(Small_Installation, Files_Cut_At_Any_Unit_End_In_A_Message_And_Leave_The_Route_Alone) {
+  Window.Select(optDynamic_1);
+  const Text world =
+      Small_World(u"300", u"360") + u" TrackObj ( SectionIdx ( 5 ) FileName ( keep.s ) )";
+  for (const bool local : {true, false}) {
+    const Text whole = local ? Text(Small_Local) : world;
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+      Installation train;
+      Memory_Window window;
+      train.Global(Small_Catalogue).Route(u"A").Local(Small_Local).World(u"w-1.w", world);
+      const Text cut = whole.substr(0, length);
+      local ? train.Local(cut) : train.World(u"w-1.w", cut);
+      window.Start(Registry_Value, [&train] { return std::make_unique<Memory_Files>(train.Disk); });
+      window.Pick(cmbRoutes, u"A");
+      window.Select(optDynamic_1);
+      window.Press(cmdCheck);
+      const Text& log = window.Log();
+      const bool stopped = log.starts_with(u"Had problems reading route w-files!\r\n");
+      const bool no_local = log.find(u"No tsection.dat, seems like") != Text::npos;
+      EXPECT_TRUE(stopped || log.starts_with(Checking)) << length << To_Utf8(log);
+      EXPECT_TRUE(log.ends_with(u"before updating\r\n") || log.ends_with(u"No update needed\r\n"));
+      for (const Text& staged : train.Staged()) {
+        EXPECT_FALSE(no_local && staged == u"tsection.dat") << length;
+        EXPECT_FALSE(stopped && staged == u"w-1.w") << length;
+      }
+      EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), local ? cut : Text(Small_Local));
+      EXPECT_EQ(train.Content(u"routes\\A\\world\\w-1.w"), local ? world : cut);
+    }
+  }
+}
+
+TEST_F(Small_Installation, An_Empty_Route_Text_Is_Guarded_In_Both_Commands) {
+  Memory_Window window;
+  frmMain form(window, Registry_Value,
+               [this] { return std::make_unique<Memory_Files>(Train.Disk); });
+  form.Form_Init();
+  form.cmdCheck_Click();
+  EXPECT_EQ(window.Log(), u"Please select a route I should check.");
+  form.cmdUpdate_Click();
+  EXPECT_EQ(window.Boxes().size(), 1u);  // the confirmation comes first
+  EXPECT_EQ(window.Log(), u"Please select a route I should update.");
+  EXPECT_EQ(window.Beeps(), 0);
+}
+
+}  // namespace
+}  // namespace rivelt
