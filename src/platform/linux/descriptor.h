@@ -1,0 +1,38 @@
+// A file descriptor and its owner.
+
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace rivelt {
+
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int number) : Number_(number) {}
+  Descriptor(Descriptor&& other) noexcept : Number_(std::exchange(other.Number_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(Number_, other.Number_);
+    return *this;
+  }
+  ~Descriptor() { Close(); }
+
+  bool Is_Open() const { return Number_ >= 0; }
+  int Number() const { return Number_; }
+  void Close();
+
+ private:
+  int Number_ = -1;
+};
+
+// Not open if it cannot be opened; errno tells why. A child process does not get it.
+Descriptor Open(const std::string& path, int flags, unsigned permissions = 0);
+
+// Opened for reading if it is a regular file. Whatever else bears the name is not waited for.
+Descriptor Open_Regular_File(const std::string& path);
+
+// As read(2), but starts again where a signal came in between.
+long Read(const Descriptor& source, void* buffer, std::size_t size);
+
+}  // namespace rivelt

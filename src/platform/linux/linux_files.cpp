@@ -1,0 +1,107 @@
+#include "platform/linux/linux_files.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <utility>
+
+#include "platform/linux/move_file.h"
+#include "platform/linux/text_streams.h"
+#include "platform/linux/walk_folder.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+using Shared_Paths = std::shared_ptr<const Native_Paths>;
+
+void Delete_File(const std::string& path, bool force) {
+  struct stat state {};
+  if (!force && (stat(path.c_str(), &state) != 0 || (state.st_mode & S_IWUSR) == 0))
+    throw Failure();
+  if (unlink(path.c_str()) != 0) throw Failure();
+}
+
+class Linux_File : public File {
+ public:
+  Linux_File(Shared_Paths paths, std::string path)
+      : Paths(std::move(paths)), Path(std::move(path)) {}
+
+  Text name() const override { return From_Utf8(Name_Of(Path)); }
+
+  std::unique_ptr<Read_Stream> OpenAsTextStream(int mode, int format) override {
+    if (mode != For_Reading || format != Format_Unicode) throw Failure();
+    return Open_Read_Stream(Path);
+  }
+
+  void Delete(bool force) override { Delete_File(Path, force); }
+
+  void Move(Text_View target_path) override {
+    std::string target = Paths->To_Be_Made(target_path);
+    Move_File(Path, target);
+    Path = std::move(target);
+  }
+
+ private:
+  Shared_Paths Paths;
+  std::string Path;
+};
+
+class Linux_Folder : public Folder {
+ public:
+  Linux_Folder(Shared_Paths paths, std::string path)
+      : Paths(std::move(paths)), Path(std::move(path)) {}
+
+  Text name() const override { return From_Utf8(Name_Of(Path)); }
+  Collection<Folder> SubFolders() const override { return Items<Folder, Linux_Folder>(S_IFDIR); }
+  Collection<File> Files() const override { return Items<File, Linux_File>(S_IFREG); }
+
+ private:
+  template <class Item, class Linux_Item>
+  Collection<Item> Items(mode_t kind) const {
+    std::vector<std::unique_ptr<Item>> items;
+    for (const std::string& native_name : Names_In_Order(Path, kind))
+      items.push_back(std::make_unique<Linux_Item>(Paths, Below(Path, native_name)));
+    return Collection<Item>(std::move(items));
+  }
+
+  Shared_Paths Paths;
+  std::string Path;
+};
+
+}  // namespace
+
+std::unique_ptr<File> Linux_File_System::GetFile(Text_View path) {
+  Native_Paths::Found found = Paths->Existing(path);
+  if (!found.Is_File()) throw Failure();
+  return std::make_unique<Linux_File>(Paths, std::move(found.Path));
+}
+
+std::unique_ptr<Folder> Linux_File_System::GetFolder(Text_View path) {
+  Native_Paths::Found found = Paths->Existing(path);
+  if (!found.Is_Folder()) throw Failure();
+  return std::make_unique<Linux_Folder>(Paths, std::move(found.Path));
+}
+
+bool Linux_File_System::FolderExists(Text_View path) try {
+  return Paths->Existing(path).Is_Folder();
+} catch (const Failure&) {
+  return false;
+}
+
+void Linux_File_System::CreateFolder(Text_View path) {
+  if (mkdir(Paths->To_Be_Made(path).c_str(), 0777) != 0) throw Failure();
+}
+
+std::unique_ptr<Write_Stream> Linux_File_System::CreateTextFile(Text_View path, bool overwrite,
+                                                                bool unicode) {
+  return Make_Write_Stream(Paths->To_Be_Made(path), overwrite, unicode);
+}
+
+void Linux_File_System::DeleteFile(Text_View path, bool force) {
+  const Native_Paths::Found found = Paths->Existing(path);
+  if (!found.Is_File()) throw Failure();
+  Delete_File(found.Path, force);
+}
+
+}  // namespace rivelt

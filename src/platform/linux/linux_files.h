@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/file_service.h"
+#include "platform/linux/native_path.h"
+
+namespace rivelt {
+
+// The files of a Linux machine. Drive letters are those of the Wine prefix, a native path.
+class Linux_File_System : public File_System_Object {
+ public:
+  explicit Linux_File_System(const std::string& wine_prefix)
+      : Paths(std::make_shared<const Native_Paths>(wine_prefix)) {}
+
+  std::unique_ptr<File> GetFile(Text_View path) override;
+  std::unique_ptr<Folder> GetFolder(Text_View path) override;
+  bool FolderExists(Text_View path) override;
+  void CreateFolder(Text_View path) override;
+  std::unique_ptr<Write_Stream> CreateTextFile(Text_View path, bool overwrite,
+                                               bool unicode) override;
+  void DeleteFile(Text_View path, bool force) override;
+
+ private:
+  std::shared_ptr<const Native_Paths> Paths;  // files and folders may outlive this object
+};
+
+}  // namespace rivelt

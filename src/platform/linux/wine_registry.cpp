@@ -1,0 +1,122 @@
+#include "platform/linux/wine_registry.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "platform/linux/descriptor.h"
+#include "platform/machine.h"
+#include "text/letter_case.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+// Empty if it cannot be read.
+std::string Read_Bytes(const std::string& path) {
+  const Descriptor file = Open_Regular_File(path);
+  if (!file.Is_Open()) return {};
+  std::string bytes;
+  std::vector<char> buffer(std::size_t{1} << 16);
+  long count = 0;
+  while ((count = Read(file, buffer.data(), buffer.size())) > 0)
+    bytes.append(buffer.data(), static_cast<std::size_t>(count));
+  return count < 0 ? std::string() : bytes;
+}
+
+// Empty for a key that 32-bit programs share with all others.
+std::string Key_Of_32_Bit_Programs(std::string_view key) {
+  constexpr std::string_view separate = "software\\";
+  const std::string_view start = key.substr(0, separate.size());
+  if (Fold_Case(From_Utf8(start)) != From_Utf8(separate)) return {};
+  std::string moved(key);
+  return moved.insert(separate.size(), "Wow6432Node\\");
+}
+
+Long Hand_Over(const Registry_Value& value, Long& type, char* data, Long& size) {
+  const auto needed = static_cast<Long>(value.Data.size());
+  const bool fits = data == nullptr || size >= needed;
+  type = value.Type;
+  size = needed;
+  if (!fits) return Status_More_Data;
+  if (data != nullptr) std::memcpy(data, value.Data.data(), value.Data.size());
+  return Registry_Success;
+}
+
+// Has the same value under every name in every key.
+class One_Value_Registry : public Registry {
+ public:
+  explicit One_Value_Registry(const std::string& text) : Value{Registry_String, text + '\0'} {}
+
+  Long RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, Registry_Key& key) override {
+    key = The_Key;
+    return Registry_Success;
+  }
+
+  Long RegQueryValueExA(Registry_Key key, std::string_view, Long, Long& type, char* data,
+                        Long& size) override {
+    return key == The_Key ? Hand_Over(Value, type, data, size) : Status_Invalid_Handle;
+  }
+
+  Long RegCloseKey(Registry_Key key) override {
+    return key == The_Key ? Registry_Success : Status_Invalid_Handle;
+  }
+
+  Text Wide(std::string_view narrow) const override { return From_Utf8(narrow); }
+
+ private:
+  static constexpr Registry_Key The_Key = 1;
+
+  Registry_Value Value;
+};
+
+}  // namespace
+
+Long Wine_Registry::RegOpenKeyExA(Registry_Key root, std::string_view subkey, Long, Long,
+                                  Registry_Key& key) {
+  if (root != Local_Machine) return Status_Invalid_Handle;
+  const std::string file = Read_Bytes(File);
+  auto values = Read_Registry_Key(file, subkey);
+  if (const std::string other_key = Key_Of_32_Bit_Programs(subkey); !other_key.empty()) {
+    auto others = Read_Registry_Key(file, other_key);
+    if (!values) values.swap(others);
+    if (others) values->merge(*others);
+  }
+  if (!values) return Status_File_Not_Found;
+  key = ++Last_Key;
+  Open_Keys.emplace(key, std::move(*values));
+  return Registry_Success;
+}
+
+Long Wine_Registry::RegQueryValueExA(Registry_Key key, std::string_view value_name, Long,
+                                     Long& type, char* data, Long& size) {
+  const auto open_key = Open_Keys.find(key);
+  if (open_key == Open_Keys.end()) return Status_Invalid_Handle;
+  const Registry_Value* value = Find_Value(open_key->second, value_name);
+  return value == nullptr ? Status_File_Not_Found : Hand_Over(*value, type, data, size);
+}
+
+Long Wine_Registry::RegCloseKey(Registry_Key key) {
+  return Open_Keys.erase(key) == 1 ? Registry_Success : Status_Invalid_Handle;
+}
+
+Text Wine_Registry::Wide(std::string_view narrow) const {
+  return From_Utf8(narrow);
+}
+
+std::string Wine_Prefix_Of_Account() {
+  passwd entry{};
+  passwd* found = nullptr;
+  std::vector<char> buffer(std::size_t{1} << 16);
+  const int error = getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found);
+  return std::string(error == 0 && found != nullptr ? found->pw_dir : "") + "/.wine";
+}
+
+std::unique_ptr<Registry> Fixed_Registry(const std::string& root) {
+  return std::make_unique<One_Value_Registry>(root);
+}
+
+}  // namespace rivelt
