@@ -52,6 +52,9 @@ class Collection {
   auto begin() const { return Items.begin(); }
   auto end() const { return Items.end(); }
 
+  // For a back end that puts itself around the items.
+  std::vector<std::unique_ptr<Item>> Take() && { return std::move(Items); }
+
  private:
   std::vector<std::unique_ptr<Item>> Items;
 };

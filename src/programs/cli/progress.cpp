@@ -32,11 +32,10 @@ class Watched_Folder : public Folder {
   Text name() const override { return Watched->name(); }
   Collection<Folder> SubFolders() const override { return Watched->SubFolders(); }
   Collection<File> Files() const override {
-    Collection<File> files = Watched->Files();
-    Watched_Progress = {0, files.Count()};
-    std::vector<std::unique_ptr<File>> items;
-    for (auto& file : files) {
-      items.push_back(std::make_unique<Watched_File>(std::move(file), Watched_Progress));
+    std::vector<std::unique_ptr<File>> items = Watched->Files().Take();
+    Watched_Progress = {0, static_cast<Long>(items.size())};
+    for (auto& item : items) {
+      item = std::make_unique<Watched_File>(std::move(item), Watched_Progress);
     }
     return Collection<File>(std::move(items));
   }
