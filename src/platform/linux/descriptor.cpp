@@ -9,7 +9,7 @@
 namespace rivelt {
 
 void Descriptor::Close() {
-  if (Is_Open()) close(std::exchange(Number_, -1));
+  if (Is_Open()) close(std::exchange(Held, -1));
 }
 
 Descriptor Open(const std::string& path, int flags, unsigned permissions) {

@@ -10,20 +10,20 @@ namespace rivelt {
 class Descriptor {
  public:
   Descriptor() = default;
-  explicit Descriptor(int number) : Number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : Number_(std::exchange(other.Number_, -1)) {}
+  explicit Descriptor(int number) : Held(number) {}
+  Descriptor(Descriptor&& other) noexcept : Held(std::exchange(other.Held, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(Number_, other.Number_);
+    std::swap(Held, other.Held);
     return *this;
   }
   ~Descriptor() { Close(); }
 
-  bool Is_Open() const { return Number_ >= 0; }
-  int Number() const { return Number_; }
+  bool Is_Open() const { return Held >= 0; }
+  int Number() const { return Held; }
   void Close();
 
  private:
-  int Number_ = -1;
+  int Held = -1;
 };
 
 // Not open if it cannot be opened; errno tells why. A child process does not get it.

@@ -47,10 +47,11 @@ Native_Paths::Spelled_Path Native_Paths::Spell(Text_View path) const {
   std::replace(bytes.begin(), bytes.end(), '\\', '/');
   Spelled_Path spelled;
   if (bytes.size() > 1 && bytes[1] == ':' && Is_Drive_Letter(bytes[0])) {
-    spelled.Start = Drives + static_cast<char>(bytes[0] | 0x20) + ":/";
+    spelled.Start = Drives;
+    spelled.Start.append(1, static_cast<char>(bytes[0] | 0x20)).append(":/");
     bytes.erase(0, 2);
   } else if (bytes[0] == '/') {
-    spelled.Start = "/";
+    spelled.Start = '/';
   }
   const std::size_t first = bytes.find_first_not_of('/');
   if (first != std::string::npos)
@@ -81,7 +82,7 @@ Native_Paths::Found Native_Paths::Existing(Text_View path) const {
 std::string Native_Paths::To_Be_Made(Text_View path) const {
   Spelled_Path spelled = Spell(path);
   if (spelled.Rest.empty()) throw Failure();
-  const std::string name(Name_Of(spelled.Rest));
+  std::string name(Name_Of(spelled.Rest));
   spelled.Rest.resize(spelled.Rest.size() - name.size());
   if (spelled.Start.empty() && spelled.Rest.empty()) return name;
   return Below(Find(spelled).Path, name);

@@ -39,8 +39,8 @@ bool Rename_To_Free_Name(const std::string& from, const std::string& to) {
 }
 
 New_File::New_File(const std::string& path) : Path(path) {
-  Handle_ = Open(Folder_Of(path), O_TMPFILE | O_WRONLY, Permissions);
-  if (!Handle_.Is_Open()) Open_Beside();
+  Content = Open(Folder_Of(path), O_TMPFILE | O_WRONLY, Permissions);
+  if (!Content.Is_Open()) Open_Beside();
 }
 
 New_File::~New_File() {
@@ -51,9 +51,9 @@ void New_File::Open_Beside() {
   std::string temporary;
   do {
     temporary = Next_Temporary(Path);
-    Handle_ = Open(temporary, O_CREAT | O_EXCL | O_WRONLY, Permissions);
-  } while (!Handle_.Is_Open() && errno == EEXIST);
-  if (!Handle_.Is_Open()) throw Failure();
+    Content = Open(temporary, O_CREAT | O_EXCL | O_WRONLY, Permissions);
+  } while (!Content.Is_Open() && errno == EEXIST);
+  if (!Content.Is_Open()) throw Failure();
   Temporary = std::move(temporary);
 }
 
@@ -62,7 +62,7 @@ void New_File::Write(std::string_view head, std::string_view body) {
   while (!head.empty() || !body.empty()) {
     const iovec parts[] = {{const_cast<char*>(head.data()), head.size()},
                            {const_cast<char*>(body.data()), body.size()}};
-    const ssize_t written = writev(Handle_.Number(), parts, 2);
+    const ssize_t written = writev(Content.Number(), parts, 2);
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) throw Failure();
     const std::size_t count = static_cast<std::size_t>(written);
@@ -76,12 +76,12 @@ void New_File::Write(std::string_view head, std::string_view body) {
 // A file system across a network may tell of a full disk only when a descriptor is closed. Closing
 // a second one asks for that answer while the file can still be given up.
 void New_File::Make_Sure_It_Is_Stored() const {
-  const int second = fcntl(Handle_.Number(), F_DUPFD_CLOEXEC, 0);
+  const int second = fcntl(Content.Number(), F_DUPFD_CLOEXEC, 0);
   if (second < 0 || close(second) != 0) throw Failure();
 }
 
 bool New_File::Link(const std::string& path) const {
-  const std::string itself = "/proc/self/fd/" + std::to_string(Handle_.Number());
+  const std::string itself = "/proc/self/fd/" + std::to_string(Content.Number());
   return linkat(AT_FDCWD, itself.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 

@@ -25,7 +25,7 @@ class New_File {
   void Write(std::string_view head, std::string_view body);
 
   // Permissions and, for a copy, times can be set through it.
-  const Descriptor& Handle() const { return Handle_; }
+  const Descriptor& Handle() const { return Content; }
 
   // Gives the file its name, called once. With replace a file of that name makes way in the same
   // instant, without it is a Failure. After a Failure the file is lost, and an older one as it was.
@@ -38,7 +38,7 @@ class New_File {
   bool Link(const std::string& path) const;
 
   std::string Path;
-  Descriptor Handle_;
+  Descriptor Content;
   std::string Temporary;  // empty as long as the file has no name at all
   bool Is_Whole = true;
 };

@@ -3,7 +3,6 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -42,7 +41,7 @@ Long Hand_Over(const Registry_Value& value, Long& type, char* data, Long& size) 
   type = value.Type;
   size = needed;
   if (!fits) return Status_More_Data;
-  if (data != nullptr) std::memcpy(data, value.Data.data(), value.Data.size());
+  if (data != nullptr) value.Data.copy(data, value.Data.size());
   return Registry_Success;
 }
 

@@ -1,0 +1,133 @@
+#include "backup/backups.h"
+
+#include <exception>
+
+#include "app/ignoring_failures.h"
+#include "backup/backup_name.h"
+#include "text/letter_case.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+namespace {
+
+constexpr Text_View Local_File = u"tsection.dat";
+
+}  // namespace
+
+Text Route_File_Path(Text_View root, Text_View route_folder, bool is_tsection, Text_View name) {
+  return Concatenate({root, u"\\Routes\\", route_folder, is_tsection ? u"\\" : u"\\World\\", name});
+}
+
+void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new_files,
+                             Text_View new_files_folder) {
+  const Text unfinished = Unfinished_Folder(route_folder);
+  std::vector<Text> kept;
+  try {
+    for (const Text& folder : {Root + u"\\Quenby", Parent_Folder(), unfinished})
+      Make_Folder(folder);
+    for (const auto& new_file : new_files) {
+      const Text path = Original_Path(route_folder, new_file->name());
+      if (!Files.FileExists(path)) continue;
+      const auto original = Files.GetFile(path);
+      const Text kept_path = Concatenate({unfinished, u"\\", original->name()});
+      if (Files.FileExists(kept_path)) continue;
+      original->Keep(kept_path);
+      kept.push_back(kept_path);
+    }
+    for (const Text& folder : {unfinished, Parent_Folder(), Text(new_files_folder)}) {
+      Files.Flush(folder);
+    }
+  } catch (const std::exception&) {
+    for (const Text& path : kept) Ignoring_Failures([&] { Files.DeleteFile(path, true); });
+    // Only if it is empty: an earlier Update may have left originals in it.
+    Ignoring_Failures([&] { Files.DeleteFolder(unfinished); });
+    throw;
+  }
+}
+
+void Backups::Complete(Text_View route_folder) {
+  Flush_Route(route_folder);
+  Text target;
+  int second = 0;
+  do {
+    target = Completed_Folder(route_folder, Backup_Time(second++));
+  } while (Files.FolderExists(target));
+  Files.MoveFolder(Unfinished_Folder(route_folder), target);
+  Files.Flush(Parent_Folder());
+}
+
+std::vector<Text> Backups::Unfinished() const {
+  std::vector<Text> route_folders;
+  if (!Files.FolderExists(Parent_Folder())) return route_folders;
+  const auto folders = Files.GetFolder(Parent_Folder())->SubFolders();
+  for (const auto& folder : folders) {
+    const Text name = folder->name();
+    if (!name.ends_with(Unfinished_Ending)) continue;
+    route_folders.push_back(name.substr(0, name.size() - Unfinished_Ending.size()));
+  }
+  return route_folders;
+}
+
+void Backups::Take_Back(Text_View route_folder) {
+  const Text unfinished = Unfinished_Folder(route_folder);
+  const auto originals = Files.GetFolder(unfinished)->Files();
+  for (const auto& original : originals) {
+    const Text path = Original_Path(route_folder, original->name());
+    if (Files.FileExists(path)) Files.DeleteFile(path, true);
+    original->Move(path);
+  }
+  Flush_Route(route_folder);
+  Files.DeleteFolder(unfinished);
+}
+
+std::vector<Backup> Backups::List() const {
+  std::vector<Backup> backups;
+  if (!Files.FolderExists(Parent_Folder())) return backups;
+  const auto folders = Files.GetFolder(Parent_Folder())->SubFolders();
+  for (const auto& folder : folders) {
+    const auto name = Read_Backup_Name(folder->name());
+    if (!name) continue;
+    const auto files = folder->Files();
+    Backup backup{name->Route_Folder, name->Time, files.Count(), 0};
+    for (const auto& file : files) backup.Bytes += file->Size();
+    backups.push_back(backup);
+  }
+  return backups;
+}
+
+void Backups::Restore(const Backup& backup) {
+  const Text folder = Completed_Folder(backup.Route_Folder, backup.Time);
+  const auto files = Files.GetFolder(folder)->Files();
+  Keep_Originals(backup.Route_Folder, files, folder);
+  for (const auto& file : files) {
+    const Text path = Original_Path(backup.Route_Folder, file->name());
+    if (Files.FileExists(path)) Files.DeleteFile(path, true);
+    file->Copy(path);
+  }
+  Complete(backup.Route_Folder);
+}
+
+Text Backups::Unfinished_Folder(Text_View route_folder) const {
+  return Concatenate({Parent_Folder(), u"\\", route_folder, Unfinished_Ending});
+}
+
+Text Backups::Completed_Folder(Text_View route_folder, Text_View time) const {
+  return Concatenate({Parent_Folder(), u"\\", route_folder, u" ", time});
+}
+
+// The route's own tsection.dat is kept in its own letter case.
+Text Backups::Original_Path(Text_View route_folder, Text_View name) const {
+  return Route_File_Path(Root, route_folder, Fold_Case(name) == Local_File, name);
+}
+
+void Backups::Make_Folder(const Text& path) {
+  if (!Files.FolderExists(path)) Files.CreateFolder(path);
+}
+
+void Backups::Flush_Route(Text_View route_folder) {
+  const Text route = Concatenate({Root, u"\\Routes\\", route_folder});
+  Files.Flush(route);
+  if (Files.FolderExists(route + u"\\World")) Files.Flush(route + u"\\World");
+}
+
+}  // namespace rivelt

@@ -1,0 +1,216 @@
+#include "files_contract.h"
+
+#include <functional>
+
+namespace rivelt {
+namespace {
+
+using namespace std::string_literals;
+
+TEST_P(Files_Contract, ReadAll_Every_Kind_Of_Start_And_End_Gives_The_Units) {
+  const struct {
+    const char* Situation;
+    std::string Bytes;
+    Text Units;
+  } cases[] = {
+      {"empty", "", u""},
+      {"a mark alone", "\xFF\xFE", u""},
+      {"low byte first", "\xFF\xFE"s + "A\0\x26\x20"s, u"A\u2026"},
+      {"high byte first", "\xFE\xFF"s + "\0A\x20\x26"s, u"A\u2026"},
+      {"no mark", "A\0B\0"s, u"AB"},
+      {"no mark, one unit", "A\0"s, u"A"},
+      {"a second mark", "\xFF\xFE\xFF\xFE", u"\uFEFF"},
+      {"one byte", "\xFF", u"\xFF"},
+      {"odd behind a mark", "\xFF\xFE\xE9", u"\xE9"},
+      {"odd without a mark", "A\0\xE9"s, u"A\xE9"},
+      {"odd, high byte first", "\xFE\xFF"s + "\0AB"s, u"AB"},
+      {"zeros and half a pair", "\xFF\xFE\0\0\0\xD8"s, Text{0, 0xD800}},
+  };
+  for (const auto& item : cases) {
+    Machine->Plant(u"read.dat", item.Bytes);
+    EXPECT_EQ(Read(Path(u"read.dat")), item.Units) << item.Situation;
+  }
+}
+
+TEST_P(Files_Contract, Write_Every_Unit_There_Is_Reads_Back_The_Same) {
+  Text every_unit(0x10000, u'\0');
+  for (std::size_t i = 0; i < every_unit.size(); ++i) every_unit[i] = static_cast<char16_t>(i);
+  Write(Path(u"all.w"), every_unit);
+  EXPECT_EQ(Read(Path(u"all.w")), every_unit);
+}
+
+TEST_P(Files_Contract, Write_In_Parts_Gives_One_Mark_And_Narrow_Text_None) {
+  for (const bool unicode : {true, false}) {
+    const auto stream = Files().CreateTextFile(Path(u"parts"), true, unicode);
+    stream->Write(u"A");
+    stream->Write(u"\r\n");
+    stream->Close();
+    EXPECT_EQ(Machine->Bytes(u"parts"), unicode ? "\xFF\xFE"s + "A\0\r\0\n\0"s : "A\r\n"s);
+  }
+}
+
+TEST_P(Files_Contract, Write_Before_Close_Or_Without_Leaves_The_Folder_As_It_Was) {
+  Machine->Plant_Folder(u"new");
+  Machine->Plant_Folder(u"old");
+  Machine->Plant(u"old/a.w", "before");
+  for (const Text folder : {u"new", u"old"}) {
+    const auto stream = Files().CreateTextFile(Path(folder + u"\\a.w"), true, true);
+    stream->Write(Text(100000, u'x'));
+    EXPECT_THROW(Files().GetFile(Path(u"new\\a.w")), Failure);
+    EXPECT_EQ(Machine->Bytes(u"old/a.w"), "before");
+  }
+  EXPECT_EQ(Machine->Names(u"new"), Names());
+  EXPECT_EQ(Machine->Names(u"old"), Names({u"a.w"}));
+  EXPECT_EQ(Machine->Bytes(u"old/a.w"), "before");
+}
+
+TEST_P(Files_Contract, CreateTextFile_Over_An_Existing_File_Needs_Overwrite) {
+  Machine->Plant(u"a.w", "a longer text that was here before");
+  EXPECT_THROW(Write(Path(u"a.w"), u"new", false), Failure);
+  EXPECT_EQ(Machine->Bytes(u"a.w"), "a longer text that was here before");
+  Write(Path(u"a.w"), u"new", true, false);
+  EXPECT_EQ(Machine->Bytes(u"a.w"), "new");
+  Write(Path(u"b.w"), u"new", false, false);
+  EXPECT_EQ(Machine->Names(u""), Names({u"a.w", u"b.w"}));
+}
+
+TEST_P(Files_Contract, Close_When_A_File_Of_That_Name_Came_In_Between_Keeps_That_One) {
+  const auto stream = Files().CreateTextFile(Path(u"a.w"), false, true);
+  stream->Write(u"mine");
+  Machine->Plant(u"a.w", "theirs");
+  EXPECT_THROW(stream->Close(), Failure);
+  EXPECT_EQ(Machine->Bytes(u"a.w"), "theirs");
+}
+
+TEST_P(Files_Contract, What_Is_Missing_Or_Of_The_Wrong_Kind_Is_A_Failure_And_Changes_Nothing) {
+  Machine->Plant(u"file", "bytes");
+  Machine->Plant_Folder(u"folder");
+  const Text bad_names[] = {Text(300, u'n'), u"a\0b"s};
+  const struct {
+    const char* Situation;
+    std::function<void()> Attempt;
+  } cases[] = {
+      {"GetFile, missing", [&] { Files().GetFile(Path(u"none")); }},
+      {"GetFile, missing folder", [&] { Files().GetFile(Path(u"none\\file")); }},
+      {"GetFile, a folder", [&] { Files().GetFile(Path(u"folder")); }},
+      {"GetFile, below a file", [&] { Files().GetFile(Path(u"file\\file")); }},
+      {"GetFile, no name", [&] { Files().GetFile(u""); }},
+      {"GetFile, long name", [&] { Files().GetFile(Path(bad_names[0])); }},
+      {"GetFile, zero in the name", [&] { Files().GetFile(Path(u"file\0"s)); }},
+      {"GetFolder, missing", [&] { Files().GetFolder(Path(u"none")); }},
+      {"GetFolder, a file", [&] { Files().GetFolder(Path(u"file")); }},
+      {"CreateFolder, a folder", [&] { Files().CreateFolder(Path(u"folder")); }},
+      {"CreateFolder, a file", [&] { Files().CreateFolder(Path(u"file")); }},
+      {"CreateFolder, no parent", [&] { Files().CreateFolder(Path(u"none\\folder")); }},
+      {"CreateFolder, long name", [&] { Files().CreateFolder(Path(bad_names[0])); }},
+      {"CreateFolder, zero in the name", [&] { Files().CreateFolder(Path(bad_names[1])); }},
+      {"CreateTextFile, no folder", [&] { Write(Path(u"none\\file"), u"x"); }},
+      {"CreateTextFile, a folder", [&] { Write(Path(u"folder"), u"x"); }},
+      {"CreateTextFile, long name", [&] { Write(Path(bad_names[0]), u"x"); }},
+      {"CreateTextFile, zero in the name", [&] { Write(Path(bad_names[1]), u"x"); }},
+      {"DeleteFile, missing", [&] { Files().DeleteFile(Path(u"none"), true); }},
+      {"DeleteFile, a folder", [&] { Files().DeleteFile(Path(u"folder"), true); }},
+  };
+  for (const auto& item : cases) EXPECT_THROW(item.Attempt(), Failure) << item.Situation;
+  for (const Text& path : {Path(u"none"), Path(u"file"), Path(bad_names[0]), Path(u"folder\0"s)})
+    EXPECT_FALSE(Files().FolderExists(path));
+  EXPECT_TRUE(Files().FolderExists(Path(u"folder")));
+  EXPECT_EQ(Machine->Names(u""), Names({u"file", u"folder"}));
+  EXPECT_EQ(Machine->Bytes(u"file"), "bytes");
+}
+
+TEST_P(Files_Contract, Names_Outside_Any_Code_Page_Come_Back_As_They_Were_Given) {
+  for (const Text name : {u"Жёлтый", u"線路", u"Äpfel", u"\U0001F682", u"a b"}) {
+    Files().CreateFolder(Path(name));
+    Write(Path(name + u"\\" + name), name);
+    const auto folder = Files().GetFolder(Path(name));
+    EXPECT_EQ(folder->name(), name);
+    EXPECT_EQ(Names_Of_Items(folder->Files()), Names({name}));
+    EXPECT_EQ(Read(Path(name + u"/" + name)), name);
+  }
+}
+
+TEST_P(Files_Contract, Paths_In_Other_Letter_Case_And_With_Either_Separator_Lead_There) {
+  Machine->Plant_Folder(u"ROUTES");
+  Machine->Plant_Folder(u"ROUTES/Äst");
+  Machine->Plant(u"ROUTES/Äst/Tsection.DAT", "A\0"s);
+  for (const Text path :
+       {u"Routes\\Äst\\Tsection.DAT", u"routes/ÄST/tsection.dat", u"\\routes\\\\äst//TSECTION.dat",
+        u"ROUTES\\.\\..\\routes\\äST/tsection.dat"})
+    EXPECT_EQ(Read(Path(path)), u"A");
+  EXPECT_TRUE(Files().FolderExists(Path(u"routes\\äST")));
+  EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(u"routes\\äST"))->Files()),
+            Names({u"Tsection.DAT"}));
+
+  Files().CreateFolder(Path(u"routes\\New"));
+  Write(Path(u"routes\\äST\\W-1.w"), u"x");
+  Files().GetFile(Path(u"Routes\\äst\\w-1.W"))->Move(Path(u"routes\\new\\Moved.W"));
+  Files().DeleteFile(Path(u"routes\\ÄST\\tSECTION.dat"), true);
+  EXPECT_EQ(Machine->Names(u"ROUTES"), Names({u"New", u"Äst"}));
+  EXPECT_EQ(Machine->Names(u"ROUTES/New"), Names({u"Moved.W"}));
+  EXPECT_EQ(Machine->Names(u"ROUTES/Äst"), Names());
+}
+
+TEST_P(Files_Contract, A_Walk_Holds_What_Was_There_By_Name_And_By_Kind) {
+  for (const Text name : {u"b.w", u"C.w", u"a.w", u"Ö.w", u"ö1.w", u"_.w", u"Z.w"})
+    Machine->Plant(name, "");
+  for (const Text name : {u"y", u"X", u"z.w.d"}) Machine->Plant_Folder(name);
+  const auto folder = Files().GetFolder(Machine->Root());
+  const auto files = folder->Files();
+  const auto folders = folder->SubFolders();
+  for (const auto& file : files) {
+    if (file->name() != u"a.w") file->Delete(true);
+    Write(Path(u"later.w"), u"");
+  }
+  EXPECT_EQ(files.Count(), 7);
+  EXPECT_EQ(Names_Of_Items(files),
+            Names({u"_.w", u"a.w", u"b.w", u"C.w", u"Z.w", u"Ö.w", u"ö1.w"}));
+  EXPECT_EQ(Names_Of_Items(folders), Names({u"X", u"y", u"z.w.d"}));
+  EXPECT_EQ(Names_Of_Items(folder->Files()), Names({u"a.w", u"later.w"}));
+  EXPECT_EQ((*folders.begin())->Files().Count(), 0);
+}
+
+TEST_P(Files_Contract, Delete_A_Read_Only_File_Needs_Force) {
+  for (const Text name : {u"by_file", u"by_path"}) {
+    Machine->Plant(name, "x");
+    Machine->Make_Read_Only(name);
+  }
+  const auto file = Files().GetFile(Path(u"by_file"));
+  EXPECT_THROW(file->Delete(false), Failure);
+  EXPECT_THROW(Files().DeleteFile(Path(u"by_path"), false), Failure);
+  EXPECT_EQ(Machine->Names(u""), Names({u"by_file", u"by_path"}));
+  file->Delete(true);
+  Files().DeleteFile(Path(u"by_path"), true);
+  EXPECT_EQ(Machine->Names(u""), Names());
+  EXPECT_THROW(file->Delete(true), Failure);
+
+  Machine->Plant(u"writable", "x");
+  Files().DeleteFile(Path(u"writable"), false);
+  EXPECT_EQ(Machine->Names(u""), Names());
+}
+
+TEST_P(Files_Contract, Move_Onto_Something_Or_Into_Nowhere_Leaves_Both_And_Else_Moves) {
+  Machine->Plant_Folder(u"to");
+  Machine->Plant(u"to/taken", "old");
+  Machine->Plant(u"from", "new");
+  Machine->Make_Read_Only(u"from");
+  const auto file = Files().GetFile(Path(u"from"));
+  for (const Text& target : Names({u"to\\taken", u"to", u"none\\free", Text(300, u'n'), u"a\0b"s}))
+    EXPECT_THROW(file->Move(Path(target)), Failure);
+  EXPECT_EQ(Machine->Bytes(u"from"), "new");
+  EXPECT_EQ(Machine->Bytes(u"to/taken"), "old");
+  EXPECT_EQ(Machine->Names(u"to"), Names({u"taken"}));
+
+  file->Move(Path(u"to\\free"));
+  EXPECT_EQ(Machine->Bytes(u"to/free"), "new");
+  EXPECT_EQ(Machine->Names(u""), Names({u"to"}));
+
+  Machine->Plant(u"gone", "x");
+  const auto gone = Files().GetFile(Path(u"gone"));
+  Files().DeleteFile(Path(u"gone"), true);
+  EXPECT_THROW(gone->Move(Path(u"to\\gone")), Failure);
+  EXPECT_THROW(gone->OpenAsTextStream(For_Reading, Format_Unicode), Failure);
+}
+
+}  // namespace
+}  // namespace rivelt

@@ -1,0 +1,292 @@
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <signal.h>
+#include <sys/fsuid.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <thread>
+
+#include "linux_files_fixture.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Linux_Files : public testing::Test {
+ protected:
+  Text Path(Text_View name) const { return Machine.Root() + u"\\" + Text(name); }
+  File_System_Object& Files() { return Machine.Files(); }
+  Text Read(Text_View path) {
+    return Files().GetFile(path)->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  }
+  void Write(Text_View path, Text_View text) {
+    const auto stream = Files().CreateTextFile(path, true, false);
+    stream->Write(text);
+    stream->Close();
+  }
+  unsigned Permissions(const std::string& path) const {
+    return static_cast<unsigned>(fs::status(path).permissions());
+  }
+
+  Linux_Machine Machine;
+};
+
+// A folder on another file system, for the tests that need two.
+class Linux_Files_Across_File_Systems : public Linux_Files {
+ protected:
+  void SetUp() override {
+    struct stat here {};
+    struct stat there {};
+    stat(Machine.Native("").c_str(), &here);
+    stat(Other.Native("").c_str(), &there);
+    if (here.st_dev == there.st_dev) GTEST_SKIP() << "/dev/shm is no other file system";
+  }
+  Text Other_Path(Text_View name) const { return Other.Root() + u"/" + Text(name); }
+
+  Linux_Machine Other{fs::exists("/dev/shm") ? "/dev/shm" : testing::TempDir()};
+};
+
+// Runs the body in a thread, so that what is taken from the thread comes back.
+void Run_Without(const std::function<bool()>& take_away, const std::function<void()>& body) {
+  bool is_taken = false;
+  std::thread([&] {
+    is_taken = take_away();
+    if (is_taken) body();
+  }).join();
+  if (!is_taken) GTEST_SKIP() << "the system does not let a thread give this up";
+}
+
+// The calls that simple file systems lack: files without a name, and renaming onto a free name.
+bool Give_Up_Rare_Calls() {
+  sock_filter program[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_renameat2, 3, 0),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat, 0, 3),
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[2])),
+      BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, O_TMPFILE & ~O_DIRECTORY, 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EINVAL),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter = {std::size(program), program};
+  return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+         prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+bool Give_Up_Being_Root() {
+  constexpr uid_t nobody = 65534;
+  if (geteuid() == 0) setfsuid(nobody);
+  return geteuid() != 0 || static_cast<uid_t>(setfsuid(nobody)) == nobody;
+}
+
+TEST_F(Linux_Files, Names_That_Differ_In_Case_Only_As_Spelled_Wins_Else_The_First_Of_The_Walk) {
+  for (const Text name : {u"b.dat", u"B.dat", u"b.DAT", u"D.dat"}) Machine.Plant(name, "");
+  fs::create_symlink("nowhere", Machine.Native("C.dat"));
+  Machine.Plant(u"c.DAT", "");
+  const auto found = [&](Text_View name) { return Files().GetFile(Path(name))->name(); };
+  EXPECT_EQ(found(u"b.DAT"), u"b.DAT");
+  EXPECT_EQ(found(u"B.DAT"), u"B.dat");
+  EXPECT_EQ(found(u"c.dat"), u"c.DAT");
+
+  Write(Path(u"d.dat"), u"new");
+  Files().GetFile(Path(u"d.dat"))->Move(Path(u"d.Dat"));
+  Files().CreateFolder(Path(u"D.DAT"));
+  EXPECT_EQ(Machine.Bytes(u"D.dat"), "");
+  EXPECT_EQ(Machine.Bytes(u"d.Dat"), "new");
+}
+
+TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
+  for (const Text name : {u"dosdevices", u"drive_c", u"drive_c/Games"}) Machine.Plant_Folder(name);
+  fs::create_symlink("../drive_c", Machine.Native("dosdevices/c:"));
+  for (const Text path : {u"C:\\games\\a.dat", u"c:/Games/b.dat", u"C:\\\\GAMES\\c.dat"})
+    Write(path, u"x");
+  EXPECT_EQ(Machine.Names(u"drive_c/Games"), Names({u"a.dat", u"b.dat", u"c.dat"}));
+  EXPECT_TRUE(Files().FolderExists(u"C:\\"));
+  EXPECT_EQ(Names_Of_Items(Files().GetFolder(u"c:")->SubFolders()), Names({u"Games"}));
+  EXPECT_FALSE(Files().FolderExists(u"D:\\Games"));
+  EXPECT_FALSE(Files().FolderExists(u"::\\Games"));
+}
+
+TEST_F(Linux_Files, Names_That_Are_Not_Utf_8_Go_There_And_Back) {
+  const std::string odd = "\xC3(\xFF.w";
+  Machine.Plant(From_Utf8(odd), "x");
+  const Text name = (*Files().GetFolder(Machine.Root())->Files().begin())->name();
+  Write(Path(name + u".2"), u"y");
+  Files().DeleteFile(Path(name), true);
+  EXPECT_TRUE(fs::exists(Machine.Native(odd + ".2")));
+  EXPECT_EQ(Machine.Names(u""), Names({name + u".2"}));
+}
+
+TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To) {
+  Machine.Plant_Folder(u"folder");
+  Machine.Plant(u"file", "A");
+  fs::create_symlink("folder", Machine.Native("to_folder"));
+  fs::create_symlink("file", Machine.Native("to_file"));
+  fs::create_symlink("none", Machine.Native("to_none"));
+  fs::create_symlink("to_self", Machine.Native("to_self"));
+  ASSERT_EQ(mkfifo(Machine.Native("fifo").c_str(), 0600), 0);
+  const auto root = Files().GetFolder(Machine.Root());
+  EXPECT_EQ(Names_Of_Items(root->Files()), Names({u"file", u"to_file"}));
+  EXPECT_EQ(Names_Of_Items(root->SubFolders()), Names({u"folder", u"to_folder"}));
+  for (const Text name : {u"fifo", u"to_none", u"to_self"}) {
+    EXPECT_THROW(Files().GetFile(Path(name)), Failure);
+    EXPECT_THROW(Files().DeleteFile(Path(name), true), Failure);
+  }
+  EXPECT_THROW(Write(Path(u"fifo"), u"x"), Failure);
+
+  Write(Path(u"to_file"), u"B");
+  EXPECT_EQ(Machine.Bytes(u"file"), "B");
+  Files().GetFile(Path(u"to_file"))->Move(Path(u"folder\\moved"));
+  EXPECT_EQ(Machine.Bytes(u"folder/moved"), "B");
+  EXPECT_FALSE(fs::is_symlink(Machine.Native("to_file")));
+}
+
+TEST_F(Linux_Files, ReadAll_What_A_File_Holds_Counts_And_Not_The_Size_It_Tells) {
+  const auto bytes_at = [](const char* path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  // The first tells no size at all, the second one that is too large.
+  for (const char* path : {"/proc/cpuinfo", "/sys/kernel/mm/transparent_hugepage/enabled"}) {
+    if (!fs::exists(path)) continue;
+    const std::string bytes = bytes_at(path);
+    EXPECT_EQ(Read(From_Utf8(path)).size(), (bytes.size() + 1) / 2) << path;
+  }
+}
+
+TEST_F(Linux_Files, ReadAll_A_File_Of_Two_To_The_31_Units_Is_A_Failure) {
+  Machine.Plant(u"huge", "");
+  fs::resize_file(Machine.Native("huge"), 0xFFFFFFFF);
+  EXPECT_THROW(Read(Path(u"huge")), Failure);
+}
+
+TEST_F(Linux_Files, CreateTextFile_Over_A_File_Keeps_Its_Permissions_And_Spares_A_Read_Only_One) {
+  Machine.Plant(u"private", "old");
+  fs::permissions(Machine.Native("private"), fs::perms(0600));
+  Write(Path(u"private"), u"new");
+  EXPECT_EQ(Permissions(Machine.Native("private")), 0600u);
+  EXPECT_EQ(Machine.Bytes(u"private"), "new");
+
+  Machine.Make_Read_Only(u"private");
+  EXPECT_THROW(Write(Path(u"private"), u"newer"), Failure);
+  EXPECT_EQ(Machine.Bytes(u"private"), "new");
+}
+
+TEST_F(Linux_Files, Write_Stopped_By_A_Kill_Leaves_Nothing) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto stream = Files().CreateTextFile(Path(u"a.w"), true, true);
+    stream->Write(Text(100000, u'x'));
+    raise(SIGKILL);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(WTERMSIG(status), SIGKILL);
+  EXPECT_EQ(Machine.Names(u""), Names());
+}
+
+TEST_F(Linux_Files, On_A_Simple_File_System_Writing_And_Moving_Keep_Their_Promise) {
+  Run_Without(Give_Up_Rare_Calls, [&] {
+    Machine.Plant(u"old", "old");
+    Files().CreateTextFile(Path(u"dropped"), true, false)->Write(u"x");
+    Files().CreateTextFile(Path(u"old"), true, false)->Write(u"x");
+    EXPECT_EQ(Machine.Names(u""), Names({u"old"}));
+    Write(Path(u"new"), u"new");
+    EXPECT_THROW(Files().GetFile(Path(u"new"))->Move(Path(u"old")), Failure);
+    EXPECT_EQ(Machine.Bytes(u"old"), "old");
+    Write(Path(u"old"), u"newer");
+    Files().GetFile(Path(u"new"))->Move(Path(u"moved"));
+    EXPECT_EQ(Machine.Names(u""), Names({u"moved", u"old"}));
+    EXPECT_EQ(Machine.Bytes(u"old"), "newer");
+
+    const auto stream = Files().CreateTextFile(Path(u"late"), false, false);
+    Machine.Plant(u"late", "theirs");
+    EXPECT_THROW(stream->Close(), Failure);
+    EXPECT_EQ(Machine.Bytes(u"late"), "theirs");
+  });
+}
+
+// A disk that is full after so many bytes.
+class Full_Disk {
+ public:
+  explicit Full_Disk(rlim_t bytes) {
+    signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &Before);
+    const rlimit limit = {bytes, Before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~Full_Disk() { setrlimit(RLIMIT_FSIZE, &Before); }
+
+ private:
+  rlimit Before{};
+};
+
+TEST_F(Linux_Files, Write_On_A_Full_Disk_Is_A_Failure_And_Leaves_What_Was_There) {
+  Machine.Plant(u"old", "old");
+  const auto fill = [&] {
+    const Full_Disk disk(150000);
+    for (const Text name : {u"new", u"old"}) {
+      const auto stream = Files().CreateTextFile(Path(name), true, true);
+      EXPECT_THROW(stream->Write(Text(100000, u'x')), Failure);
+      EXPECT_THROW(stream->Close(), Failure);
+    }
+    EXPECT_EQ(Machine.Names(u""), Names({u"old"}));
+    EXPECT_EQ(Machine.Bytes(u"old"), "old");
+  };
+  fill();
+  Run_Without(Give_Up_Rare_Calls, fill);
+}
+
+TEST_F(Linux_Files_Across_File_Systems, Move_Takes_Content_Permissions_And_Time_Along) {
+  Machine.Plant(u"from", std::string(3000001, 'x'));
+  Machine.Make_Read_Only(u"from");
+  const auto time = fs::last_write_time(Machine.Native("from")) - std::chrono::hours(100);
+  fs::last_write_time(Machine.Native("from"), time);
+  Files().GetFile(Path(u"from"))->Move(Other_Path(u"to"));
+  EXPECT_EQ(Machine.Names(u""), Names());
+  EXPECT_EQ(Other.Bytes(u"to"), std::string(3000001, 'x'));
+  EXPECT_EQ(Permissions(Other.Native("to")), 0400u);
+  EXPECT_EQ(fs::last_write_time(Other.Native("to")), time);
+}
+
+TEST_F(Linux_Files_Across_File_Systems, Move_That_Fails_Leaves_Both_Sides_As_They_Were) {
+  Machine.Plant(u"from", std::string(200000, 'x'));
+  const auto file = Files().GetFile(Path(u"from"));
+  {
+    const Full_Disk disk(150000);
+    EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
+  }
+  EXPECT_EQ(Other.Names(u""), Names());
+  Other.Plant(u"to", "taken");
+  EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
+  EXPECT_EQ(Other.Bytes(u"to"), "taken");
+  EXPECT_EQ(Machine.Bytes(u"from").size(), 200000u);
+}
+
+TEST_F(Linux_Files_Across_File_Systems, Move_Of_A_File_That_Cannot_Be_Removed_Takes_The_Copy_Away) {
+  Machine.Plant(u"from", "x");
+  const auto file = Files().GetFile(Path(u"from"));
+  fs::permissions(Other.Native(""), fs::perms(0777));
+  fs::permissions(Machine.Native(""), fs::perms(0555));
+  Run_Without(Give_Up_Being_Root, [&] {
+    EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
+    EXPECT_EQ(Other.Names(u""), Names());
+  });
+  fs::permissions(Machine.Native(""), fs::perms(0700));
+  EXPECT_EQ(Machine.Bytes(u"from"), "x");
+}
+
+}  // namespace
+}  // namespace rivelt

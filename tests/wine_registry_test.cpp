@@ -1,0 +1,167 @@
+#include "platform/linux/wine_registry.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "linux_files_fixture.h"
+#include "platform/machine.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::string_view Head =
+    "WINE REGISTRY Version 2\n;; All keys relative to \\\\Machine\n\n";
+constexpr std::string_view Games = "SOFTWARE\\Games\\1.0";
+
+std::optional<Registry_Value> Value_Of_Line(const std::string& lines) {
+  const std::string file =
+      std::string(Head) + "[Software\\\\Games\\\\1.0] 1017\n#time=1c\n" + lines;
+  const auto values = Read_Registry_Key(file, Games);
+  const Registry_Value* value = values ? Find_Value(*values, "path") : nullptr;
+  return value == nullptr ? std::nullopt : std::optional(*value);
+}
+
+TEST(Registry_Text, A_Value_In_Each_Accepted_Form_Is_Read) {
+  const struct {
+    const char* Line;
+    Long Type;
+    std::string Data;
+  } cases[] = {
+      {R"("Path"="C:\\Trains")", 1, "C:\\Trains\0"s},
+      {R"("PATH"="")", 1, "\0"s},
+      {R"("Path"="a" trailing)", 1, "a\0"s},
+      {R"("Path"="\"q\" \\ \n\r\t\e\q")", 1, "\"q\" \\ \n\r\t\x1Bq\0"s},
+      {R"("Path"="\xe4\x00e4g\x1F\x20acz\xg")", 1, "\u00E4\u00E4g\x1F\u20ACzxg\0"s},
+      {R"("Path"="\xd83d\xde82 \x41Z")", 1, "\U0001F682 AZ\0"s},
+      {R"("Path"="a\0b\0012\7")", 1, "a\0b\0012\7\0"s},
+      {"\"Path\"=\"\u00E4 \xFF \\\u00E4\"", 1, "\u00E4 \xFF \u00E4\0"s},
+      {R"("P\x61th"=str(2):"%A%")", 2, "%A%\0"s},
+      {R"("Path"=str(7):"a\0b\0")", 7, "a\0b\0\0"s},
+      {R"("Path"=hex:00,ff,1)", 3, "\0\xFF\1"s},
+      {R"("Path"=hex(2b):01)", 0x2B, "\1"s},
+      {"\"Path\"=hex(1):41,00,\\\r\n  e4,00,\\\n\t00,00\n", 1, "A\u00E4\0"s},
+      {R"("Path"=hex(1):41,00,42)", 1, "A\0"s},
+      {R"("Path"=hex(1):)", 1, ""},
+      {R"("Path"=dword:0000012c)", 4, "\x2C\1\0\0"s},
+      {"\"Path\"=\"old\"\n\"Path\"=\"new\"", 1, "new\0"s},
+      {"\"Path\"=\"old\"\r\n\"Path\"=\"no end\r\n[Other]\n\"Path\"=\"theirs\"", 1, "old\0"s},
+  };
+  for (const auto& item : cases) {
+    const auto value = Value_Of_Line(item.Line);
+    ASSERT_TRUE(value) << item.Line;
+    EXPECT_EQ(value->Type, item.Type) << item.Line;
+    EXPECT_EQ(value->Data, item.Data) << item.Line;
+  }
+}
+
+TEST(Registry_Text, A_Line_That_Is_No_Value_Is_Passed_Over) {
+  for (const char* line : {"",
+                           "\"Path\"",
+                           "\"Path\"=",
+                           "\"Path\" \"x\"",
+                           "Path=\"x\"",
+                           "\"Path\"=\"x",
+                           "\"Path\"=\"x\\",
+                           "\"Path\"=\"x\\\"",
+                           "\"Path=\"x\"",
+                           "\"Path\\\"=\"x\"",
+                           "@=\"x\"",
+                           "\"Path2\"=\"x\"",
+                           ";\"Path\"=\"x\"",
+                           "\"Path\"=hex:g0",
+                           "\"Path\"=hex:001",
+                           "\"Path\"=hex:00 01",
+                           "\"Path\"=hex:,",
+                           "\"Path\"=hex(:00",
+                           "\"Path\"=hex(1:00",
+                           "\"Path\"=hex(100000000):00",
+                           "\"Path\"=hex",
+                           "\"Path\"=hex:00,\\x",
+                           "\"Path\"=dword:",
+                           "\"Path\"=dword:-1",
+                           "\"Path\"=str:x",
+                           "\"Path\"=str(2)\"x\"",
+                           "[Software\\\\Games]\n\"Path\"=\"x\"",
+                           "[Software\\\\Games\\\\1.0\n\"Path\"=\"x\""})
+    EXPECT_FALSE(Value_Of_Line(line)) << line;
+}
+
+TEST(Registry_Text, A_File_Cut_Anywhere_Has_The_Value_Once_Its_Text_Is_Complete) {
+  const std::string start = std::string(Head) + "[Software\\\\Games\\\\1.0] 1017\n\"Path\"=\"\\x41";
+  const std::string file =
+      start + "\"\n\"Other\"=hex(2):41,00,\\\n  00,00\n[Next\\\\Key]\n@=dword:1\n";
+  for (std::size_t size = 0; size <= file.size(); ++size) {
+    const auto values = Read_Registry_Key({file.data(), size}, Games);
+    EXPECT_EQ(values && Find_Value(*values, "Path") != nullptr, size > start.size()) << size;
+  }
+}
+
+class Wine_Registry_Test : public testing::Test {
+ protected:
+  // "status size data" as the program's two queries tell them; the size is the first one's.
+  static std::string Query(Registry& registry, std::string_view subkey, Long room = 100) {
+    Registry_Key key = 0;
+    Long type = 0;
+    Long size = 0;
+    std::string data(static_cast<std::size_t>(room), '.');
+    registry.RegOpenKeyExA(Local_Machine, subkey, 0, 1, key);
+    registry.RegQueryValueExA(key, "Path", 0, type, nullptr, size);
+    const Long status = registry.RegQueryValueExA(key, "Path", 0, type, data.data(), room);
+    EXPECT_EQ(room, status == 0 || status == Status_More_Data ? size : 100);
+    registry.RegCloseKey(key);
+    data.resize(status == 0 ? static_cast<std::size_t>(room) : 0);
+    return std::to_string(status) + " " + std::to_string(size) + " " + data;
+  }
+
+  Linux_Machine Machine;
+  Wine_Registry Prefix{Machine.Native("")};
+};
+
+TEST_F(Wine_Registry_Test, The_Key_As_Named_Counts_Before_That_Of_32_Bit_Programs) {
+  EXPECT_EQ(Query(Prefix, "Software\\A"), "6 0 ");
+  Machine.Plant(u"system.reg",
+                "[Software\\\\A]\n\"Path\"=\"a\"\n"
+                "[Software\\\\Wow6432Node\\\\A]\n\"Path\"=\"a32\"\n"
+                "[Software\\\\B]\n\"Other\"=\"b\"\n"
+                "[Software\\\\Wow6432Node\\\\B]\n\"Path\"=\"b32\"\n"
+                "[Software\\\\Wow6432Node\\\\C]\n\"PATH\"=\"\\x00e432\"\n"
+                "[Software\\\\D]\n\"Other\"=\"d\"\n"
+                "[Software\\\\Empty]\n\"Path\"=hex(1):\n"
+                "[System\\\\E]\n\"Path\"=\"e\"\n");
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\A"), "0 2 a\0"s);
+  EXPECT_EQ(Query(Prefix, "software\\b"), "0 4 b32\0"s);
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\C"),
+            "0 5 \u00E4"
+            "32\0"s);
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\D"), "2 0 ");
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\Empty"), "0 0 ");
+  EXPECT_EQ(Query(Prefix, "SYSTEM\\E"), "0 2 e\0"s);
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\None"), "6 0 ");
+  EXPECT_EQ(Prefix.Wide("\u00E4\xFF"), From_Utf8("\u00E4\xFF"));
+}
+
+TEST_F(Wine_Registry_Test, The_Status_Tells_Why_There_Is_No_Value) {
+  Machine.Plant(u"system.reg", "[Software\\\\A]\n\"Path\"=\"abc\"\n");
+  Registry_Key key = 77;
+  EXPECT_EQ(Prefix.RegOpenKeyExA(Local_Machine, "SOFTWARE\\None", 0, 1, key), 2);
+  EXPECT_EQ(Prefix.RegOpenKeyExA(0x80000001, "SOFTWARE\\A", 0, 1, key), 6);
+  EXPECT_EQ(key, 77u);
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\A", 3), "234 4 ");
+  EXPECT_EQ(Query(Prefix, "SOFTWARE\\A", 4), "0 4 abc\0"s);
+  EXPECT_EQ(Prefix.RegOpenKeyExA(Local_Machine, "SOFTWARE\\A", 0, 1, key), 0);
+  EXPECT_EQ(Prefix.RegCloseKey(key), 0);
+  EXPECT_EQ(Prefix.RegCloseKey(key), 6);
+}
+
+TEST_F(Wine_Registry_Test, Fixed_Registry_Gives_Its_Folder_For_Any_Key) {
+  const auto fixed = Fixed_Registry("/games/\u00E4");
+  EXPECT_EQ(Query(*fixed, "SOFTWARE\\A"), "0 10 /games/\u00E4\0"s);
+  EXPECT_EQ(Query(*fixed, "SOFTWARE\\A", 9), "234 10 ");
+}
+
+}  // namespace
+}  // namespace rivelt
