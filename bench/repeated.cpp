@@ -1,0 +1,58 @@
+#include "repeated.h"
+
+#include <cstdint>
+
+#include "programs/sample/dynamic_track.h"
+#include "programs/sample/random_source.h"
+#include "programs/sample/shape.h"
+#include "programs/sample/world_file.h"
+
+namespace rivelt::bench {
+
+void Growing_Sizes(benchmark::internal::Benchmark* a_case) {
+  a_case->RangeMultiplier(2)
+      ->Range(1'250'000, 10'000'000)
+      ->Complexity(benchmark::oN)
+      ->Unit(benchmark::kMillisecond);
+}
+
+Text Repeated(Text_View line, std::size_t units, Text_View tail) {
+  Text text;
+  text.reserve(units + tail.size());
+  while (text.size() + line.size() <= units) text += line;
+  text += tail;
+  return text;
+}
+
+Text Realistic_World(std::size_t units) {
+  constexpr std::size_t units_of_an_object = 300;
+  const auto shapes = sample::Invent_Shapes(300);
+  const auto tracks = sample::Invent_Dynamic_Tracks(40, 38000, 38000, sample::Random_Source(1));
+  return sample::World_Text(shapes, tracks, static_cast<std::int64_t>(units / units_of_an_object),
+                            true, sample::Random_Source(2));
+}
+
+void Time_Checked(benchmark::State& state, Text_View input, const std::function<bool()>& work) {
+  if (!work()) {
+    state.SkipWithError("the result is wrong");
+    return;
+  }
+  for (auto _ : state) {
+    bool right = work();
+    benchmark::DoNotOptimize(right);
+  }
+  const auto bytes = static_cast<std::int64_t>(input.size() * sizeof(char16_t));
+  state.SetBytesProcessed(state.iterations() * bytes);
+  state.SetComplexityN(static_cast<std::int64_t>(input.size()));
+}
+
+bool Ends_In_Failure(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const Failure&) {
+    return true;
+  }
+  return false;
+}
+
+}  // namespace rivelt::bench
