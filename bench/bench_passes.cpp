@@ -87,7 +87,7 @@ constexpr Hostile Hostile_Objects[] = {
      Only_The_Closing_Line},
     {"removed_unbalanced", u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s )\r\n", u"", Fails},
     {"id_never_closed", u"TrackObj ( SectionIdx ( 1\r\n", u"", Fails},
-    {"name_never_closed", u"TrackObj ( SectionIdx ( 1 ) FileName ( a.s\r\n", u"", Any_Log},
+    {"name_never_closed", u"TrackObj ( SectionIdx ( 1 ) FileName ( a.s\r\n", u")", Any_Log},
     {"name_cut_in_quotes", u"TrackObj ( SectionIdx ( 1 ) FileName ( \"a).s\" ) )\r\n", u"",
      Log_Line_For_Each},
     {"bracket_of_the_id_opens", u"TrackObj SectionIdx ( 1 ) FileName\r\n", u"", Log_Line_For_Each},
@@ -195,7 +195,7 @@ constexpr Hostile Hostile_Tsections[] = {
     {"heads_on_every_line", u"SectionIdx ( 1\r\n", u"", Only_The_Closing_Line},
     {"one_long_path", u"38000 ", u")", Any_Log, u"SectionIdx ( 1 TrackPath ( "},
     {"paths_never_closed", u"SectionIdx ( 1 TrackPath ( 38000 1 38000\r\n", u"", Fails},
-    {"paths_without_bracket", u"SectionIdx ( 1 TrackPath\r\n", u"", Any_Log},
+    {"paths_without_bracket", u"SectionIdx ( 1 TrackPath\r\n", u"", Fails},
     {"paths_on_every_line", u"SectionIdx ( 1 TrackPath ( 38000 1 38000 )\r\n", u"", Any_Log},
 };
 
