@@ -37,6 +37,7 @@ Long Read_Count(Text_View& rest, Text_View keyword) {
 
 void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape) {
   Forward_Search closes(rest, u")");
+  Forward_Search names(rest, u"FileName");
   Position position = Find_Text(1, rest, u"TrackShape");
   while (position > 0) {
     position = Find_Text(position, rest, u"(");
@@ -44,9 +45,8 @@ void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View nam
     rest = Behind(rest, position);
     const Double id = Text_Value(rest);
     const Position first_close = closes.Find(rest);
-    // Only a name in front of the first ")" counts, so nothing behind it is searched.
-    position = first_close == 0 ? 0 : Find_Text(1, Left_Text(rest, first_close), u"FileName");
-    if (position > 0) {
+    position = names.Find(rest);
+    if (position > 0 && position < first_close) {
       position = Find_Text(position, rest, u"(");
       rest = Behind(rest, position);
       position = closes.Find(rest);

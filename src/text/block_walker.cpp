@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "text/forward_search.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -32,11 +33,13 @@ std::vector<Position> Unbalanced_Brackets(Text_View text) {
 
 Text Strip_Blocks(Text_View text, Text_View tag) {
   Text_View rest = text;
+  Forward_Search opens(text, u"(");
   Text output;
   output.reserve(text.size());
   while (const Position position = Find_Text(1, rest, tag)) {
     output += Left_Text(rest, position - 1);
-    const Position open = Find_Text(position, rest, u"(");
+    const Position found = opens.Find(Mid_Text(rest, position));
+    const Position open = found == 0 ? 0 : position + found - 1;
     const Position close = Walk_Block(rest, open);
     rest = Mid_Text(rest, close + 1);
     // Where no "(" follows the tag, the walk ends on a ")" in front of it and the same text is
