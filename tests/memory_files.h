@@ -16,6 +16,7 @@
 #include "app/file_service.h"
 #include "app/registry.h"
 #include "text/letter_case.h"
+#include "text/primitives.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -85,6 +86,9 @@ class Memory_Disk {
 
   static Text Name(Text_View path) { return Text(path.substr(path.rfind(u'\\') + 1)); }
 
+  // Whether any folder of it is locked. The form of an earlier test may outlive its disk.
+  const std::shared_ptr<bool> Is_Locked = std::make_shared<bool>(false);
+
   // Runs whenever a file is read: the place where a test can act in the middle of a command.
   std::function<void()> On_Read;
 
@@ -127,6 +131,31 @@ class Memory_Files : public File_System_Object {
     return std::make_unique<Disk_Writer>(Disk, path);
   }
   void DeleteFile(Text_View path, bool) override { Disk.Remove(Existing(Disk, path, false).Path); }
+  bool FileExists(Text_View path) override {
+    const Memory_Disk::Item* item = Disk.Find(path);
+    return item != nullptr && !item->Is_Folder;
+  }
+  void MoveFolder(Text_View path, Text_View target_path) override {
+    const Text source = Existing(Disk, path, true).Path;
+    if (Disk.Find(target_path) != nullptr) throw Failure();
+    Disk.Put_Folder(target_path);
+    for (const Text& name : Disk.Names(source)) {
+      Disk.Put_File(Concatenate({target_path, u"\\", name}), Disk.Content(source + u"\\" + name));
+    }
+    Disk.Remove(source);
+  }
+  void DeleteFolder(Text_View path) override {
+    const Text folder = Existing(Disk, path, true).Path;
+    if (!Disk.In_Folder(folder, true).empty() || !Disk.In_Folder(folder, false).empty()) {
+      throw Failure();
+    }
+    Disk.Remove(folder);
+  }
+  void Flush(Text_View folder_path) override { Existing(Disk, folder_path, true); }
+  std::unique_ptr<Folder_Lock> Lock(Text_View folder_path) override {
+    Existing(Disk, folder_path, true);
+    return std::make_unique<Disk_Lock>(Disk.Is_Locked);
+  }
 
  private:
   static Text_View Parent(Text_View path) { return path.substr(0, path.find_last_of(u"\\/")); }
@@ -136,6 +165,15 @@ class Memory_Files : public File_System_Object {
     if (item == nullptr || item->Is_Folder != is_folder) throw Failure();
     return *item;
   }
+
+  struct Disk_Lock : Folder_Lock {
+    explicit Disk_Lock(std::shared_ptr<bool> locked) : Locked(std::move(locked)) {
+      if (std::exchange(*Locked, true)) throw Failure();
+    }
+    ~Disk_Lock() override { *Locked = false; }
+    bool In_Force() const override { return true; }
+    std::shared_ptr<bool> Locked;
+  };
 
   struct Disk_Reader : Read_Stream {
     explicit Disk_Reader(Text content) : Content(std::move(content)) {}
@@ -168,6 +206,16 @@ class Memory_Files : public File_System_Object {
       Disk.Remove(Path);
       Disk.Put_File(target_path, content);
       Path = target_path;
+    }
+    void Copy(Text_View target_path) override {
+      const Text content = Existing(Disk, Path, false).Content;
+      Existing(Disk, Parent(target_path), true);
+      if (Disk.Find(target_path) != nullptr) throw Failure();
+      Disk.Put_File(target_path, content);
+    }
+    void Keep(Text_View target_path) override { Copy(target_path); }
+    std::uint64_t Size() const override {
+      return sizeof(char16_t) * Existing(Disk, Path, false).Content.size();
     }
     Memory_Disk& Disk;
     Text Path;

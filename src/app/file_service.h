@@ -10,6 +10,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -79,6 +80,16 @@ class File {
   // The file leaves its folder and stands at target_path, on another volume too. target_path must
   // not exist. After a Failure the file stands where it stood and target_path is as it was.
   virtual void Move(Text_View target_path) = 0;
+
+  // A file of the same content stands at target_path as well, which must not exist. All or nothing.
+  virtual void Copy(Text_View target_path) = 0;
+
+  // As Copy, but where the file system can, the same file gets a second name: it costs no room, and
+  // what replaces or deletes one of the names leaves the other as it was.
+  virtual void Keep(Text_View target_path) = 0;
+
+  // In bytes.
+  virtual std::uint64_t Size() const = 0;
 };
 
 class Folder {
@@ -93,6 +104,15 @@ class Folder {
 
   // The regular files in this folder, links to files among them.
   virtual Collection<File> Files() const = 0;
+};
+
+// Holds other programs off a folder. Let go when it is dropped, and by the end of the process.
+class Folder_Lock {
+ public:
+  virtual ~Folder_Lock() = default;
+
+  // Whether it still holds: not if another folder has taken the place of the one that was locked.
+  virtual bool In_Force() const = 0;
 };
 
 class File_System_Object {
@@ -118,6 +138,21 @@ class File_System_Object {
 
   // force as in File::Delete. Failure: there is no such file.
   virtual void DeleteFile(Text_View path, bool force) = 0;
+
+  virtual bool FileExists(Text_View path) = 0;
+
+  // Gives the folder another name in its parent, which must be free.
+  virtual void MoveFolder(Text_View path, Text_View target_path) = 0;
+
+  // Failure: the folder is not empty.
+  virtual void DeleteFolder(Text_View path) = 0;
+
+  // Returns when the names in the folder and the content of its files are safe from a loss of
+  // power.
+  virtual void Flush(Text_View folder_path) = 0;
+
+  // Failure: another program holds the folder locked, or this one does already.
+  virtual std::unique_ptr<Folder_Lock> Lock(Text_View folder_path) = 0;
 };
 
 }  // namespace rivelt

@@ -11,6 +11,7 @@
 
 #include "app/file_service.h"
 #include "app/registry.h"
+#include "backup/backups.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
 #include "window/window.h"
@@ -31,6 +32,13 @@ class frmMain {
 
   // The name of the folder that a listed route leads to. Failure: no such route.
   const Text& Folder_Of_Route(Text_View route) const { return Route_Folders.Look_Up(route); }
+
+  // The originals that earlier updates have replaced. Once Form_Init has found the installation.
+  Backups Route_Backups() const;
+
+  // Puts a backup back over its route. False: it could not be done; what was replaced will be taken
+  // back.
+  bool Restore_Backup(const Backup& backup);
 
   // The events of the controls, raised by an Event_Gate.
   void cmbRoutes_Click();
@@ -67,14 +75,24 @@ class frmMain {
   bool Settings_Unchanged() const;
   void Rebuild_Transforms();
   void Prepare_Staging_Folder();
+  void Make_Staging_Folder();
   void Do_Tsection();
   void Do_World();
   void Convert_World_File(File& file);
 
   // Paths below the installation root.
+  const Text& Current_Route_Folder() const;  // its name; Failure: no route is picked
   Text Route_Folder() const;
   Text Staging_Folder() const;
   void Stage(Text_View name, Text_View text);
+
+  // Keeps a second program from the staging folder and the routes. Failure: it is at work there.
+  void Lock_Installation();
+
+  // Makes every route what it was before an Update that has not come to its end. At the start a
+  // failure is reported and the program goes on.
+  void Take_Back_Unfinished_Updates();
+  void Take_Back_At_Start();
 
   // The steps of the commands behind Do_Check.
   void Report_Staged_Files();
@@ -100,6 +118,7 @@ class frmMain {
   Long Shape_Delta = 0;
 
   bool Stopped = false;  // Fatal_Error was called; nothing leads out of this state
+  std::unique_ptr<Folder_Lock> Installation_Lock;  // from the first full check on
 };
 
 }  // namespace rivelt

@@ -32,18 +32,19 @@ void frmMain::Move_Staged_Files() {
     Add_Line(NL + u"No update needed");
     return;
   }
+  const Text route_folder = Current_Route_Folder();
+  Route_Backups().Keep_Originals(route_folder, staged_files, Staging_Folder());
   for (const auto& file : staged_files) {
     const Text destination = Destination(file->name());
     FSO->DeleteFile(destination, true);
     file->Move(destination);
   }
+  Route_Backups().Complete(route_folder);
   Add_Line(NL + u"Finished updating ");
 }
 
 Text frmMain::Destination(Text_View name) const {
-  const Text& folder = Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
-  const Text_View place = name == u"tsection.dat" ? u"\\" : u"\\World\\";
-  return Concatenate({MSTS_Path, u"\\Routes\\", folder, place, name});
+  return Route_File_Path(MSTS_Path, Current_Route_Folder(), name == u"tsection.dat", name);
 }
 
 }  // namespace rivelt

@@ -37,11 +37,14 @@ void frmMain::Rebuild_Transforms() {
 }
 
 void frmMain::Prepare_Staging_Folder() {
-  if (FSO->FolderExists(Staging_Folder())) {
-    const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
-    for (const auto& file : staged_files) file->Delete(true);
-    return;
-  }
+  Lock_Installation();
+  Take_Back_Unfinished_Updates();
+  const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
+  for (const auto& file : staged_files) file->Delete(true);
+}
+
+void frmMain::Make_Staging_Folder() {
+  if (FSO->FolderExists(Staging_Folder())) return;
   const Text parent = MSTS_Path + u"\\Quenby";
   if (!FSO->FolderExists(parent)) FSO->CreateFolder(parent);
   FSO->CreateFolder(Staging_Folder());
@@ -51,9 +54,12 @@ Text frmMain::Staging_Folder() const {
   return MSTS_Path + u"\\Quenby\\tmp";
 }
 
+const Text& frmMain::Current_Route_Folder() const {
+  return Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
+}
+
 Text frmMain::Route_Folder() const {
-  const Text& folder = Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
-  return Concatenate({MSTS_Path, u"\\routes\\", folder});
+  return Concatenate({MSTS_Path, u"\\routes\\", Current_Route_Folder()});
 }
 
 void frmMain::Stage(Text_View name, Text_View text) {

@@ -18,6 +18,7 @@ namespace {
 struct Arguments {
   std::optional<std::string> Root;
   Route_Settings Settings;
+  Backup_Settings Backup;
   std::string Script_File = "-";
 };
 
@@ -60,6 +61,8 @@ int Run(const CLI::App& app, const Arguments& arguments, Output& output) {
   window.Start_On(arguments.Root);
   if (check) return Run_Command(window, Control::cmdCheck, arguments.Settings);
   if (update) return Run_Command(window, Control::cmdUpdate, arguments.Settings);
+  if (app.got_subcommand("backups")) return List_Backups(window, output, arguments.Backup);
+  if (app.got_subcommand("restore")) return Restore_Backup(window, output, arguments.Backup);
   if (app.got_subcommand("routes")) return List_Routes(window, output);
   return Play_Script(window, output, arguments.Script_File);
 }
@@ -82,6 +85,17 @@ int Run_Program(std::vector<std::string> command_line) {
       *app.add_subcommand("update", "Check, and move the copies over the route's files");
   Describe_Settings(update, arguments.Settings);
   update.add_flag("--yes", arguments.Settings.Yes, "Do not ask");
+  CLI::App& backups =
+      *app.add_subcommand("backups", "List the originals that updates have replaced");
+  backups.add_option("ROUTE", arguments.Backup.Route, "Only those of this route");
+  CLI::App& restore =
+      *app.add_subcommand("restore", "Put the originals of an update back over a route's files");
+  restore.add_option("ROUTE", arguments.Backup.Route, "The route's name")->required();
+  restore
+      .add_option("--backup", arguments.Backup.Time,
+                  "The update's time as `backups` prints it; the newest without it")
+      ->type_name("TIME");
+  restore.add_flag("--yes", arguments.Backup.Yes, "Do not ask");
   CLI::App& script =
       *app.add_subcommand("script", "Press the program's controls as a script tells");
   script.add_option("FILE", arguments.Script_File, "The script; - or none is standard input");
@@ -93,7 +107,13 @@ int Run_Program(std::vector<std::string> command_line) {
     return app.exit(error) == 0 ? Exit_Done : Exit_Wrong_Usage;
   }
   Output output;
-  const int status = Run(app, arguments, output);
+  int status = Exit_Wrong_Usage;
+  try {
+    status = Run(app, arguments, output);
+  } catch (const Wrong_Usage& usage) {
+    output.Flush();
+    std::cerr << usage.Message;
+  }
   output.End_Line();
   output.Flush();
   return status;

@@ -1,11 +1,15 @@
 #include "platform/linux/linux_files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <utility>
 
+#include "platform/linux/descriptor.h"
+#include "platform/linux/lock_folder.h"
 #include "platform/linux/move_file.h"
+#include "platform/linux/new_file.h"
 #include "platform/linux/text_streams.h"
 #include "platform/linux/walk_folder.h"
 #include "text/utf8.h"
@@ -40,6 +44,15 @@ class Linux_File : public File {
     std::string target = Paths->To_Be_Made(target_path);
     Move_File(Path, target);
     Path = std::move(target);
+  }
+
+  void Copy(Text_View target_path) override { Copy_File(Path, Paths->To_Be_Made(target_path)); }
+  void Keep(Text_View target_path) override { Keep_File(Path, Paths->To_Be_Made(target_path)); }
+
+  std::uint64_t Size() const override {
+    struct stat state {};
+    if (stat(Path.c_str(), &state) != 0) throw Failure();
+    return static_cast<std::uint64_t>(state.st_size);
   }
 
  private:
@@ -89,6 +102,12 @@ bool Linux_File_System::FolderExists(Text_View path) try {
   return false;
 }
 
+bool Linux_File_System::FileExists(Text_View path) try {
+  return Paths->Existing(path).Is_File();
+} catch (const Failure&) {
+  return false;
+}
+
 void Linux_File_System::CreateFolder(Text_View path) {
   if (mkdir(Paths->To_Be_Made(path).c_str(), 0777) != 0) throw Failure();
 }
@@ -102,6 +121,25 @@ void Linux_File_System::DeleteFile(Text_View path, bool force) {
   const Native_Paths::Found found = Paths->Existing(path);
   if (!found.Is_File()) throw Failure();
   Delete_File(found.Path, force);
+}
+
+void Linux_File_System::MoveFolder(Text_View path, Text_View target_path) {
+  const Native_Paths::Found found = Paths->Existing(path);
+  if (!found.Is_Folder()) throw Failure();
+  if (!Rename_To_Free_Name(found.Path, Paths->To_Be_Made(target_path))) throw Failure();
+}
+
+void Linux_File_System::DeleteFolder(Text_View path) {
+  if (rmdir(Paths->Existing(path).Path.c_str()) != 0) throw Failure();
+}
+
+void Linux_File_System::Flush(Text_View folder_path) {
+  const Descriptor folder = Open(Paths->Existing(folder_path).Path, O_RDONLY | O_DIRECTORY);
+  if (!folder.Is_Open() || syncfs(folder.Number()) != 0) throw Failure();
+}
+
+std::unique_ptr<Folder_Lock> Linux_File_System::Lock(Text_View folder_path) {
+  return Lock_Folder(Paths->Existing(folder_path).Path);
 }
 
 }  // namespace rivelt

@@ -34,6 +34,13 @@ void Copy_Attributes(const Descriptor& source, const Descriptor& copy) {
                     futimens(copy.Number(), times) == 0);
 }
 
+bool Is_Link(const std::string& path) {
+  struct stat state {};
+  return lstat(path.c_str(), &state) == 0 && S_ISLNK(state.st_mode);
+}
+
+}  // namespace
+
 void Copy_File(const std::string& from, const std::string& to) {
   const Descriptor source = Open_Regular_File(from);
   if (!source.Is_Open()) throw Failure();
@@ -43,12 +50,13 @@ void Copy_File(const std::string& from, const std::string& to) {
   copy.Commit(false);
 }
 
-bool Is_Link(const std::string& path) {
-  struct stat state {};
-  return lstat(path.c_str(), &state) == 0 && S_ISLNK(state.st_mode);
+void Keep_File(const std::string& from, const std::string& to) {
+  if (!Is_Link(from)) {
+    if (link(from.c_str(), to.c_str()) == 0) return;
+    if (errno == EEXIST) throw Failure();
+  }
+  Copy_File(from, to);
 }
-
-}  // namespace
 
 void Move_File(const std::string& from, const std::string& to) {
   // A link that was renamed into another folder might lead nowhere from there.

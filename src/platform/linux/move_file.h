@@ -1,12 +1,21 @@
+// Files that change their place or get a second one. All paths are native.
+
 #pragma once
 
 #include <string>
 
 namespace rivelt {
 
-// Both paths are native. Across file systems the file is copied and then removed, its permissions
-// and times with it; of a link it is the file behind it that is copied. Failure: to is taken, or it
-// cannot be done; both are as they were then.
+// Across file systems the file is copied and then removed. Failure: to is taken, or it cannot be
+// done; both are as they were then.
 void Move_File(const std::string& from, const std::string& to);
+
+// The content, with its permissions and times; of a link that of the file behind it. Failure: as
+// above.
+void Copy_File(const std::string& from, const std::string& to);
+
+// Gives the file a second name, or copies it where the file system has none for it. Failure: as
+// above.
+void Keep_File(const std::string& from, const std::string& to);
 
 }  // namespace rivelt

@@ -30,7 +30,7 @@ class Memory_Window : public Window {
 
   // Runs the program up to its prompt.
   void Start(Registry& registry, Create_File_System_Object create_object);
-  const frmMain& Form() const { return *Started_Form; }
+  frmMain& Form() const { return *Started_Form; }
 
   // What the user does. False: the control does not take it, being disabled or the program at work,
   // or there is no such entry; nothing has happened then.
@@ -77,7 +77,7 @@ class Memory_Window : public Window {
   static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
 
   Event_Gate Gate{*this};
-  const frmMain* Started_Form = nullptr;
+  frmMain* Started_Form = nullptr;
   std::array<Text, Control_Count> Texts;  // of the text boxes, and the picked entries of the lists
   std::array<bool, Control_Count> Enabled_States;
   Sorted_List Routes;

@@ -18,6 +18,11 @@ enum Exit_Status : int {
   Exit_Interrupted = 130,
 };
 
+// A setting that cannot be made; the message, whole lines, tells the user why.
+struct Wrong_Usage {
+  std::string Message;
+};
+
 // What a check or update is to be made with.
 struct Route_Settings {
   std::string Route;
@@ -28,8 +33,23 @@ struct Route_Settings {
   bool Yes = false;
 };
 
+// Which backups a command means.
+struct Backup_Settings {
+  std::optional<std::string> Route;
+  std::optional<std::string> Time;  // the newest without it
+  bool Yes = false;
+};
+
+// The entry of cmbRoutes that is meant; throws Wrong_Usage if there is no single one.
+Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted);
+
+// The answer of the person at the terminal to what has been asked; without a terminal a Cancel.
+int Answer_From_Terminal();
+
 int List_Routes(Console_Window& window, Output& output);
 int Run_Command(Console_Window& window, Control button, const Route_Settings& settings);
+int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings);
+int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Run_Script(Console_Window& window, Output& output, std::istream& script);
 
 }  // namespace rivelt

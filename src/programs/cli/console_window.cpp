@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "app/watched_files.h"
 #include "platform/machine.h"
 #include "text/primitives.h"
 #include "text/utf8.h"

@@ -2,19 +2,19 @@
 
 #pragma once
 
-#include <memory>
-
-#include "app/file_service.h"
+#include "app/watched_files.h"
 
 namespace rivelt {
 
-struct Progress {
-  Long Opened = 0;  // files of the folder asked last that have been opened
+struct Progress : File_Watcher {
+  void Folder_Listed(Long count) override {
+    Opened = 0;
+    Total = count;
+  }
+  void File_Opened() override { ++Opened; }
+
+  Long Opened = 0;  // files of the folder listed last that have been opened
   Long Total = 0;   // files in it
 };
-
-// The same files, with the progress kept in progress, which must outlive them.
-std::unique_ptr<File_System_Object> Watched_Files(std::unique_ptr<File_System_Object> files,
-                                                  Progress& progress);
 
 }  // namespace rivelt

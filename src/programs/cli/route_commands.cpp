@@ -9,22 +9,11 @@
 namespace rivelt {
 namespace {
 
-// A setting that cannot be made; the message tells the user why.
-struct Wrong_Usage {
-  std::string Message;
-};
-
 // A row of the transform table.
 struct Row {
   Text Old_Name;
   Text New_Name;
 };
-
-Text Route_To_Pick(const Sorted_List& routes, Text_View wanted) {
-  if (const auto entry = Choose_Entry(routes, wanted)) return *entry;
-  throw Wrong_Usage{"There is no single route \"" + To_Utf8(wanted) + "\". The routes are:\n" +
-                    All_Entries(routes)};
-}
 
 Text Shape_To_Pick(const Sorted_List& shapes, Text_View wanted) {
   if (const auto entry = Choose_Entry(shapes, wanted)) return *entry;
@@ -50,8 +39,7 @@ std::vector<Row> Rows_Of(const Route_Settings& settings, const Sorted_List& shap
 }
 
 void Set_Up(Console_Window& window, const Route_Settings& settings) {
-  window.Pick(Control::cmbRoutes,
-              Route_To_Pick(window.List(Control::cmbRoutes), From_Utf8(settings.Route)));
+  window.Pick(Control::cmbRoutes, Route_To_Pick(window.List(Control::cmbRoutes), settings.Route));
   const std::vector<Row> rows = Rows_Of(settings, window.List(cmbTracks(0)));
   if (!settings.All_Sections && rows.empty()) return;
   window.Select(Control::optDynamic_1);
@@ -59,14 +47,6 @@ void Set_Up(Console_Window& window, const Route_Settings& settings) {
     window.Type(txtTrack(static_cast<int>(i)), rows[i].Old_Name);
     window.Pick(cmbTracks(static_cast<int>(i)), rows[i].New_Name);
   }
-}
-
-int Answer_From_Terminal() {
-  if (!Input_Is_Terminal()) return 0;
-  std::cerr << "Type ok to go on, anything else cancels: " << std::flush;
-  std::string answer;
-  std::getline(std::cin, answer);
-  return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
 }
 
 void Save_Log(Console_Window& window, const std::string& file) {
@@ -79,6 +59,20 @@ int Status_Of(const Console_Window& window) {
 }
 
 }  // namespace
+
+Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted) {
+  if (const auto entry = Choose_Entry(routes, From_Utf8(wanted))) return *entry;
+  throw Wrong_Usage{"There is no single route \"" + wanted + "\". The routes are:\n" +
+                    All_Entries(routes)};
+}
+
+int Answer_From_Terminal() {
+  if (!Input_Is_Terminal()) return 0;
+  std::cerr << "Type ok to go on, anything else cancels: " << std::flush;
+  std::string answer;
+  std::getline(std::cin, answer);
+  return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
+}
 
 int List_Routes(Console_Window& window, Output& output) {
   if (window.Is_Stopped()) {
@@ -93,7 +87,7 @@ int List_Routes(Console_Window& window, Output& output) {
   return Exit_Done;
 }
 
-int Run_Command(Console_Window& window, Control button, const Route_Settings& settings) try {
+int Run_Command(Console_Window& window, Control button, const Route_Settings& settings) {
   if (window.Is_Stopped()) return Exit_Failure;
   Set_Up(window, settings);
   if (settings.Yes) {
@@ -105,9 +99,6 @@ int Run_Command(Console_Window& window, Control button, const Route_Settings& se
   window.Clear_Status();
   if (settings.Log_File) Save_Log(window, *settings.Log_File);
   return Status_Of(window);
-} catch (const Wrong_Usage& usage) {
-  std::cerr << usage.Message;
-  return Exit_Wrong_Usage;
 }
 
 }  // namespace rivelt
