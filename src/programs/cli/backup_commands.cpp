@@ -56,17 +56,24 @@ int Report_Stopped(const Console_Window& window) {
   return Exit_Failure;
 }
 
+int Report_Unreadable() {
+  Write_Error("Could not read the backups!");
+  return Exit_Failure;
+}
+
 }  // namespace
 
-int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) {
+int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) try {
   if (window.Is_Stopped()) return Report_Stopped(window);
   for (const Listed_Backup& backup : Backups_Of(window, settings)) {
     output.Write(std::string_view(Description(backup) + "\n"));
   }
   return Exit_Done;
+} catch (const Failure&) {
+  return Report_Unreadable();
 }
 
-int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings) {
+int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings) try {
   if (window.Is_Stopped()) return Report_Stopped(window);
   const std::vector<Listed_Backup> backups = Backups_Of(window, settings);
   if (backups.empty()) throw Wrong_Usage{"There is no such backup.\n"};
@@ -80,6 +87,8 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   }
   output.Write(std::string_view("Restored\t" + Description(newest) + "\n"));
   return Exit_Done;
+} catch (const Failure&) {
+  return Report_Unreadable();
 }
 
 }  // namespace rivelt
