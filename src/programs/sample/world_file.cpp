@@ -51,8 +51,9 @@ class World_Writer {
 
   // Without a shape of the wanted sort in the neighbourhood of the draw, the one next best.
   const Shape& Drawn_Shape(Object_Kind kind) {
-    const std::size_t draw =
-        static_cast<std::size_t>(Random.Below(static_cast<std::int64_t>(Shapes.size())));
+    // A few shapes make up most of a route.
+    const std::int64_t most = Random.Below(static_cast<std::int64_t>(Shapes.size())) + 1;
+    const auto draw = static_cast<std::size_t>(Random.Below(most));
     const bool listed = kind != Object_Kind::Unlisted_Shape;
     for (std::size_t i = 0; i < Shapes.size(); ++i) {
       const Shape& shape = Shapes[(draw + i) % Shapes.size()];
@@ -139,7 +140,7 @@ class World_Writer {
     const std::int64_t tangent = Random.Between(-1000, 1000);
     const std::int64_t square = tangent * tangent;
     const std::int64_t one = 1000000;
-    return Concatenate({u"0 ", Decimal(2000 * 1000 * tangent / (one + square), 3), u" 0 ",
+    return Concatenate({u"0 ", Decimal(2 * one * tangent / (one + square), 3), u" 0 ",
                         Decimal(1000 * (one - square) / (one + square), 3)});
   }
 
