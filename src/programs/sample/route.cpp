@@ -97,6 +97,17 @@ std::vector<Dynamic_Track> Tracks_Of(const Route& route, Long reserved, Random_S
   return {};
 }
 
+// However many shapes are installed, a route uses a few hundred of them, those at the front of the
+// catalogue among them.
+std::vector<Shape> Shapes_In_Use(const std::vector<Shape>& shapes, Random_Source random) {
+  constexpr std::size_t most = 400;
+  if (shapes.size() <= most) return shapes;
+  std::vector<Shape> used(shapes.begin(), shapes.begin() + 4);
+  const auto count = static_cast<std::int64_t>(shapes.size());
+  while (used.size() < most) used.push_back(shapes[static_cast<std::size_t>(random.Below(count))]);
+  return used;
+}
+
 }  // namespace
 
 Route Invent_Route(std::size_t number) {
@@ -116,8 +127,9 @@ void Write_Route(const fs::path& routes_folder, const Route& route,
   Write_Text_File(folder / (route.Folder + ".trk"), Trk_Text(route));
   const auto tracks = Tracks_Of(route, Reserved_Count(shapes), random.Part(0));
   if (!tracks.empty()) Write_Text_File(folder / route.Local_File_Name, Local_Catalogue(tracks));
+  const std::vector<Shape> used = Shapes_In_Use(shapes, random.Part(1));
   for (std::int64_t i = 0; i < size.Files; ++i) {
-    Random_Source file_random = random.Part(static_cast<std::uint64_t>(i) + 1);
+    Random_Source file_random = random.Part(static_cast<std::uint64_t>(i) + 2);
     const std::string tile = Tile_Name(i, size.Files);
     if (has_binary_file && i > 0 && i == size.Files - 1) {
       Write_Bytes(world / (tile + ".w"), Binary_World(file_random));
@@ -126,7 +138,7 @@ void Write_Route(const fs::path& routes_folder, const Route& route,
     const std::int64_t drawn = Drawn_Objects(size.Objects, file_random);
     const std::int64_t objects = i == 0 ? std::max<std::int64_t>({drawn, size.Objects, 4}) : drawn;
     Write_Text_File(world / (tile + (i % 7 == 5 ? ".W" : ".w")),
-                    World_Text(shapes, tracks, objects, i == 0, file_random));
+                    World_Text(used, tracks, objects, i == 0, file_random));
     if (i % 10 == 0) Write_Text_File(world / (tile + ".ws"), Ws_Text());
   }
 }
