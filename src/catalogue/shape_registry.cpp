@@ -13,15 +13,17 @@ void frmMain::Add_Shape(Long id, Text_View name) try {
 }
 
 Text frmMain::Map_Shape(Text_View name) try {
-  const Text& new_name = Transforms.Look_Up(name);
-  Add_Line(Concatenate({u"Transforming ", name, u" >> ", new_name}));
-  return new_name;
+  const Text* new_name = Transforms.Find(name);
+  if (new_name == nullptr) return Text(name);
+  Add_Line(Concatenate({u"Transforming ", name, u" >> ", *new_name}));
+  return *new_name;
 } catch (const std::exception&) {
   return Text(name);
 }
 
 Long frmMain::Shape_Id(Text_View name) try {
-  return Shape_Ids.Look_Up(name);
+  const Long* id = Shape_Ids.Find(name);
+  return id == nullptr ? -1 : *id;
 } catch (const std::exception&) {
   return -1;
 }

@@ -22,9 +22,15 @@ class Keyed_Collection {
 
   // Failure: the key is not there.
   const Item& Look_Up(Text_View key) const {
+    if (const Item* found = Find(key)) return *found;
+    throw Failure();
+  }
+
+  // Nothing if the key is not there. For look-ups that miss as a rule: a Failure for each of them
+  // would take most of the time of a check.
+  const Item* Find(Text_View key) const {
     const auto found = Items.find(Fold_Case(key));
-    if (found == Items.end()) throw Failure();
-    return found->second;
+    return found == Items.end() ? nullptr : &found->second;
   }
 
   Long Count() const { return static_cast<Long>(Items.size()); }
