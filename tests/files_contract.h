@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/file_service.h"
@@ -35,22 +35,29 @@ class Machine_Under_Test {
   virtual std::vector<Text> Names(Text_View folder) const = 0;
 };
 
-using Make_Machine = std::unique_ptr<Machine_Under_Test> (*)();
-
-class Files_Contract : public testing::TestWithParam<Make_Machine> {
+class Files_Test : public testing::Test {
  protected:
+  explicit Files_Test(std::unique_ptr<Machine_Under_Test> machine) : Machine(std::move(machine)) {}
+
   Text Path(Text_View name) const { return Machine->Root() + u"\\" + Text(name); }
   File_System_Object& Files() { return Machine->Files(); }
   Text Read(Text_View path) {
     return Files().GetFile(path)->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   }
-  void Write(Text_View path, Text_View text, bool overwrite = true, bool unicode = true) {
-    const auto stream = Files().CreateTextFile(path, overwrite, unicode);
+  void Write(Text_View path, Text_View text, bool overwrite = true) {
+    const auto stream = Files().CreateTextFile(path, overwrite, false);
     stream->Write(text);
     stream->Close();
   }
 
-  std::unique_ptr<Machine_Under_Test> Machine = GetParam()();
+  std::unique_ptr<Machine_Under_Test> Machine;
+};
+
+using Make_Machine = std::unique_ptr<Machine_Under_Test> (*)();
+
+class Files_Contract : public Files_Test, public testing::WithParamInterface<Make_Machine> {
+ protected:
+  Files_Contract() : Files_Test(GetParam()()) {}
 };
 
 using Names = std::vector<Text>;

@@ -1,5 +1,6 @@
 #include "linux_files_fixture.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>

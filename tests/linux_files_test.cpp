@@ -25,23 +25,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Linux_Files : public testing::Test {
+class Linux_Files : public Files_Test {
  protected:
-  Text Path(Text_View name) const { return Machine.Root() + u"\\" + Text(name); }
-  File_System_Object& Files() { return Machine.Files(); }
-  Text Read(Text_View path) {
-    return Files().GetFile(path)->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
-  }
-  void Write(Text_View path, Text_View text) {
-    const auto stream = Files().CreateTextFile(path, true, false);
-    stream->Write(text);
-    stream->Close();
+  Linux_Files() : Files_Test(std::make_unique<Linux_Machine>()) {}
+
+  std::string Native(const std::string& name) const {
+    return static_cast<const Linux_Machine&>(*Machine).Native(name);
   }
   unsigned Permissions(const std::string& path) const {
     return static_cast<unsigned>(fs::status(path).permissions());
   }
-
-  Linux_Machine Machine;
 };
 
 // A folder on another file system, for the tests that need two.
@@ -50,7 +43,7 @@ class Linux_Files_Across_File_Systems : public Linux_Files {
   void SetUp() override {
     struct stat here {};
     struct stat there {};
-    stat(Machine.Native("").c_str(), &here);
+    stat(Native("").c_str(), &here);
     stat(Other.Native("").c_str(), &there);
     if (here.st_dev == there.st_dev) GTEST_SKIP() << "/dev/shm is no other file system";
   }
@@ -92,9 +85,9 @@ bool Give_Up_Being_Root() {
 }
 
 TEST_F(Linux_Files, Names_That_Differ_In_Case_Only_As_Spelled_Wins_Else_The_First_Of_The_Walk) {
-  for (const Text name : {u"b.dat", u"B.dat", u"b.DAT", u"D.dat"}) Machine.Plant(name, "");
-  fs::create_symlink("nowhere", Machine.Native("C.dat"));
-  Machine.Plant(u"c.DAT", "");
+  for (const Text name : {u"b.dat", u"B.dat", u"b.DAT", u"D.dat"}) Machine->Plant(name, "");
+  fs::create_symlink("nowhere", Native("C.dat"));
+  Machine->Plant(u"c.DAT", "");
   const auto found = [&](Text_View name) { return Files().GetFile(Path(name))->name(); };
   EXPECT_EQ(found(u"b.DAT"), u"b.DAT");
   EXPECT_EQ(found(u"B.DAT"), u"B.dat");
@@ -103,16 +96,16 @@ TEST_F(Linux_Files, Names_That_Differ_In_Case_Only_As_Spelled_Wins_Else_The_Firs
   Write(Path(u"d.dat"), u"new");
   Files().GetFile(Path(u"d.dat"))->Move(Path(u"d.Dat"));
   Files().CreateFolder(Path(u"D.DAT"));
-  EXPECT_EQ(Machine.Bytes(u"D.dat"), "");
-  EXPECT_EQ(Machine.Bytes(u"d.Dat"), "new");
+  EXPECT_EQ(Machine->Bytes(u"D.dat"), "");
+  EXPECT_EQ(Machine->Bytes(u"d.Dat"), "new");
 }
 
 TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
-  for (const Text name : {u"dosdevices", u"drive_c", u"drive_c/Games"}) Machine.Plant_Folder(name);
-  fs::create_symlink("../drive_c", Machine.Native("dosdevices/c:"));
+  for (const Text name : {u"dosdevices", u"drive_c", u"drive_c/Games"}) Machine->Plant_Folder(name);
+  fs::create_symlink("../drive_c", Native("dosdevices/c:"));
   for (const Text path : {u"C:\\games\\a.dat", u"c:/Games/b.dat", u"C:\\\\GAMES\\c.dat"})
     Write(path, u"x");
-  EXPECT_EQ(Machine.Names(u"drive_c/Games"), Names({u"a.dat", u"b.dat", u"c.dat"}));
+  EXPECT_EQ(Machine->Names(u"drive_c/Games"), Names({u"a.dat", u"b.dat", u"c.dat"}));
   EXPECT_TRUE(Files().FolderExists(u"C:\\"));
   EXPECT_EQ(Names_Of_Items(Files().GetFolder(u"c:")->SubFolders()), Names({u"Games"}));
   EXPECT_FALSE(Files().FolderExists(u"D:\\Games"));
@@ -121,23 +114,23 @@ TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
 
 TEST_F(Linux_Files, Names_That_Are_Not_Utf_8_Go_There_And_Back) {
   const std::string odd = "\xC3(\xFF.w";
-  Machine.Plant(From_Utf8(odd), "x");
-  const Text name = (*Files().GetFolder(Machine.Root())->Files().begin())->name();
+  Machine->Plant(From_Utf8(odd), "x");
+  const Text name = (*Files().GetFolder(Machine->Root())->Files().begin())->name();
   Write(Path(name + u".2"), u"y");
   Files().DeleteFile(Path(name), true);
-  EXPECT_TRUE(fs::exists(Machine.Native(odd + ".2")));
-  EXPECT_EQ(Machine.Names(u""), Names({name + u".2"}));
+  EXPECT_TRUE(fs::exists(Native(odd + ".2")));
+  EXPECT_EQ(Machine->Names(u""), Names({name + u".2"}));
 }
 
 TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To) {
-  Machine.Plant_Folder(u"folder");
-  Machine.Plant(u"file", "A");
-  fs::create_symlink("folder", Machine.Native("to_folder"));
-  fs::create_symlink("file", Machine.Native("to_file"));
-  fs::create_symlink("none", Machine.Native("to_none"));
-  fs::create_symlink("to_self", Machine.Native("to_self"));
-  ASSERT_EQ(mkfifo(Machine.Native("fifo").c_str(), 0600), 0);
-  const auto root = Files().GetFolder(Machine.Root());
+  Machine->Plant_Folder(u"folder");
+  Machine->Plant(u"file", "A");
+  fs::create_symlink("folder", Native("to_folder"));
+  fs::create_symlink("file", Native("to_file"));
+  fs::create_symlink("none", Native("to_none"));
+  fs::create_symlink("to_self", Native("to_self"));
+  ASSERT_EQ(mkfifo(Native("fifo").c_str(), 0600), 0);
+  const auto root = Files().GetFolder(Machine->Root());
   EXPECT_EQ(Names_Of_Items(root->Files()), Names({u"file", u"to_file"}));
   EXPECT_EQ(Names_Of_Items(root->SubFolders()), Names({u"folder", u"to_folder"}));
   for (const Text name : {u"fifo", u"to_none", u"to_self"}) {
@@ -147,10 +140,10 @@ TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To) {
   EXPECT_THROW(Write(Path(u"fifo"), u"x"), Failure);
 
   Write(Path(u"to_file"), u"B");
-  EXPECT_EQ(Machine.Bytes(u"file"), "B");
+  EXPECT_EQ(Machine->Bytes(u"file"), "B");
   Files().GetFile(Path(u"to_file"))->Move(Path(u"folder\\moved"));
-  EXPECT_EQ(Machine.Bytes(u"folder/moved"), "B");
-  EXPECT_FALSE(fs::is_symlink(Machine.Native("to_file")));
+  EXPECT_EQ(Machine->Bytes(u"folder/moved"), "B");
+  EXPECT_FALSE(fs::is_symlink(Native("to_file")));
 }
 
 TEST_F(Linux_Files, ReadAll_What_A_File_Holds_Counts_And_Not_The_Size_It_Tells) {
@@ -167,21 +160,21 @@ TEST_F(Linux_Files, ReadAll_What_A_File_Holds_Counts_And_Not_The_Size_It_Tells) 
 }
 
 TEST_F(Linux_Files, ReadAll_A_File_Of_Two_To_The_31_Units_Is_A_Failure) {
-  Machine.Plant(u"huge", "");
-  fs::resize_file(Machine.Native("huge"), 0xFFFFFFFF);
+  Machine->Plant(u"huge", "");
+  fs::resize_file(Native("huge"), 0xFFFFFFFF);
   EXPECT_THROW(Read(Path(u"huge")), Failure);
 }
 
 TEST_F(Linux_Files, CreateTextFile_Over_A_File_Keeps_Its_Permissions_And_Spares_A_Read_Only_One) {
-  Machine.Plant(u"private", "old");
-  fs::permissions(Machine.Native("private"), fs::perms(0600));
+  Machine->Plant(u"private", "old");
+  fs::permissions(Native("private"), fs::perms(0600));
   Write(Path(u"private"), u"new");
-  EXPECT_EQ(Permissions(Machine.Native("private")), 0600u);
-  EXPECT_EQ(Machine.Bytes(u"private"), "new");
+  EXPECT_EQ(Permissions(Native("private")), 0600u);
+  EXPECT_EQ(Machine->Bytes(u"private"), "new");
 
-  Machine.Make_Read_Only(u"private");
+  Machine->Make_Read_Only(u"private");
   EXPECT_THROW(Write(Path(u"private"), u"newer"), Failure);
-  EXPECT_EQ(Machine.Bytes(u"private"), "new");
+  EXPECT_EQ(Machine->Bytes(u"private"), "new");
 }
 
 TEST_F(Linux_Files, Write_Stopped_By_A_Kill_Leaves_Nothing) {
@@ -194,27 +187,27 @@ TEST_F(Linux_Files, Write_Stopped_By_A_Kill_Leaves_Nothing) {
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);
   EXPECT_EQ(WTERMSIG(status), SIGKILL);
-  EXPECT_EQ(Machine.Names(u""), Names());
+  EXPECT_EQ(Machine->Names(u""), Names());
 }
 
 TEST_F(Linux_Files, On_A_Simple_File_System_Writing_And_Moving_Keep_Their_Promise) {
   Run_Without(Give_Up_Rare_Calls, [&] {
-    Machine.Plant(u"old", "old");
+    Machine->Plant(u"old", "old");
     Files().CreateTextFile(Path(u"dropped"), true, false)->Write(u"x");
     Files().CreateTextFile(Path(u"old"), true, false)->Write(u"x");
-    EXPECT_EQ(Machine.Names(u""), Names({u"old"}));
+    EXPECT_EQ(Machine->Names(u""), Names({u"old"}));
     Write(Path(u"new"), u"new");
     EXPECT_THROW(Files().GetFile(Path(u"new"))->Move(Path(u"old")), Failure);
-    EXPECT_EQ(Machine.Bytes(u"old"), "old");
+    EXPECT_EQ(Machine->Bytes(u"old"), "old");
     Write(Path(u"old"), u"newer");
     Files().GetFile(Path(u"new"))->Move(Path(u"moved"));
-    EXPECT_EQ(Machine.Names(u""), Names({u"moved", u"old"}));
-    EXPECT_EQ(Machine.Bytes(u"old"), "newer");
+    EXPECT_EQ(Machine->Names(u""), Names({u"moved", u"old"}));
+    EXPECT_EQ(Machine->Bytes(u"old"), "newer");
 
     const auto stream = Files().CreateTextFile(Path(u"late"), false, false);
-    Machine.Plant(u"late", "theirs");
+    Machine->Plant(u"late", "theirs");
     EXPECT_THROW(stream->Close(), Failure);
-    EXPECT_EQ(Machine.Bytes(u"late"), "theirs");
+    EXPECT_EQ(Machine->Bytes(u"late"), "theirs");
   });
 }
 
@@ -234,7 +227,7 @@ class Full_Disk {
 };
 
 TEST_F(Linux_Files, Write_On_A_Full_Disk_Is_A_Failure_And_Leaves_What_Was_There) {
-  Machine.Plant(u"old", "old");
+  Machine->Plant(u"old", "old");
   const auto fill = [&] {
     const Full_Disk disk(150000);
     for (const Text name : {u"new", u"old"}) {
@@ -242,27 +235,27 @@ TEST_F(Linux_Files, Write_On_A_Full_Disk_Is_A_Failure_And_Leaves_What_Was_There)
       EXPECT_THROW(stream->Write(Text(100000, u'x')), Failure);
       EXPECT_THROW(stream->Close(), Failure);
     }
-    EXPECT_EQ(Machine.Names(u""), Names({u"old"}));
-    EXPECT_EQ(Machine.Bytes(u"old"), "old");
+    EXPECT_EQ(Machine->Names(u""), Names({u"old"}));
+    EXPECT_EQ(Machine->Bytes(u"old"), "old");
   };
   fill();
   Run_Without(Give_Up_Rare_Calls, fill);
 }
 
 TEST_F(Linux_Files_Across_File_Systems, Move_Takes_Content_Permissions_And_Time_Along) {
-  Machine.Plant(u"from", std::string(3000001, 'x'));
-  Machine.Make_Read_Only(u"from");
-  const auto time = fs::last_write_time(Machine.Native("from")) - std::chrono::hours(100);
-  fs::last_write_time(Machine.Native("from"), time);
+  Machine->Plant(u"from", std::string(3000001, 'x'));
+  Machine->Make_Read_Only(u"from");
+  const auto time = fs::last_write_time(Native("from")) - std::chrono::hours(100);
+  fs::last_write_time(Native("from"), time);
   Files().GetFile(Path(u"from"))->Move(Other_Path(u"to"));
-  EXPECT_EQ(Machine.Names(u""), Names());
+  EXPECT_EQ(Machine->Names(u""), Names());
   EXPECT_EQ(Other.Bytes(u"to"), std::string(3000001, 'x'));
   EXPECT_EQ(Permissions(Other.Native("to")), 0400u);
   EXPECT_EQ(fs::last_write_time(Other.Native("to")), time);
 }
 
 TEST_F(Linux_Files_Across_File_Systems, Move_That_Fails_Leaves_Both_Sides_As_They_Were) {
-  Machine.Plant(u"from", std::string(200000, 'x'));
+  Machine->Plant(u"from", std::string(200000, 'x'));
   const auto file = Files().GetFile(Path(u"from"));
   {
     const Full_Disk disk(150000);
@@ -272,20 +265,20 @@ TEST_F(Linux_Files_Across_File_Systems, Move_That_Fails_Leaves_Both_Sides_As_The
   Other.Plant(u"to", "taken");
   EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
   EXPECT_EQ(Other.Bytes(u"to"), "taken");
-  EXPECT_EQ(Machine.Bytes(u"from").size(), 200000u);
+  EXPECT_EQ(Machine->Bytes(u"from").size(), 200000u);
 }
 
 TEST_F(Linux_Files_Across_File_Systems, Move_Of_A_File_That_Cannot_Be_Removed_Takes_The_Copy_Away) {
-  Machine.Plant(u"from", "x");
+  Machine->Plant(u"from", "x");
   const auto file = Files().GetFile(Path(u"from"));
   fs::permissions(Other.Native(""), fs::perms(0777));
-  fs::permissions(Machine.Native(""), fs::perms(0555));
+  fs::permissions(Native(""), fs::perms(0555));
   Run_Without(Give_Up_Being_Root, [&] {
     EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
     EXPECT_EQ(Other.Names(u""), Names());
   });
-  fs::permissions(Machine.Native(""), fs::perms(0700));
-  EXPECT_EQ(Machine.Bytes(u"from"), "x");
+  fs::permissions(Native(""), fs::perms(0700));
+  EXPECT_EQ(Machine->Bytes(u"from"), "x");
 }
 
 }  // namespace

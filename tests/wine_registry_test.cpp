@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <sstream>
 
 #include "linux_files_fixture.h"
 #include "platform/machine.h"
@@ -59,35 +60,16 @@ TEST(Registry_Text, A_Value_In_Each_Accepted_Form_Is_Read) {
 }
 
 TEST(Registry_Text, A_Line_That_Is_No_Value_Is_Passed_Over) {
-  for (const char* line : {"",
-                           "\"Path\"",
-                           "\"Path\"=",
-                           "\"Path\" \"x\"",
-                           "Path=\"x\"",
-                           "\"Path\"=\"x",
-                           "\"Path\"=\"x\\",
-                           "\"Path\"=\"x\\\"",
-                           "\"Path=\"x\"",
-                           "\"Path\\\"=\"x\"",
-                           "@=\"x\"",
-                           "\"Path2\"=\"x\"",
-                           ";\"Path\"=\"x\"",
-                           "\"Path\"=hex:g0",
-                           "\"Path\"=hex:001",
-                           "\"Path\"=hex:00 01",
-                           "\"Path\"=hex:,",
-                           "\"Path\"=hex(:00",
-                           "\"Path\"=hex(1:00",
-                           "\"Path\"=hex(100000000):00",
-                           "\"Path\"=hex",
-                           "\"Path\"=hex:00,\\x",
-                           "\"Path\"=dword:",
-                           "\"Path\"=dword:-1",
-                           "\"Path\"=str:x",
-                           "\"Path\"=str(2)\"x\"",
-                           "[Software\\\\Games]\n\"Path\"=\"x\"",
-                           "[Software\\\\Games\\\\1.0\n\"Path\"=\"x\""})
-    EXPECT_FALSE(Value_Of_Line(line)) << line;
+  std::istringstream names(
+      R"(  "Path  "Path"  "Path" "Path\"="x"  Path="x"  @="x"  "Path2"="x"  ;"Path"="x")");
+  std::istringstream forms(
+      R"~(  "x  "x\  "x\"  x  hex  hex:g0  hex:001  hex:0,;  hex:,  hex(:00  hex(1:00
+      hex()  hex(100000000):00  hex:00,\x  dword:  dword:-1  dword:g  str:x  str(2)"x"  str(2):x)~");
+  for (std::string line; names >> line;) EXPECT_FALSE(Value_Of_Line(line)) << line;
+  for (std::string form; forms >> form;) EXPECT_FALSE(Value_Of_Line("\"Path\"=" + form)) << form;
+  for (const char* key :
+       {"[Software\\\\Games]", "[Software\\\\Games\\\\1.0", "[Software\\\\Games\\1.0]"})
+    EXPECT_FALSE(Value_Of_Line(std::string(key) + "\n\"Path\"=\"x\"")) << key;
 }
 
 TEST(Registry_Text, A_File_Cut_Anywhere_Has_The_Value_Once_Its_Text_Is_Complete) {

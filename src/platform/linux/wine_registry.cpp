@@ -26,13 +26,14 @@ std::string Read_Bytes(const std::string& path) {
   return count < 0 ? std::string() : bytes;
 }
 
-// Empty for a key that 32-bit programs share with all others.
+// A key that 32-bit programs share with all others stays as it is.
 std::string Key_Of_32_Bit_Programs(std::string_view key) {
   constexpr std::string_view separate = "software\\";
   const std::string_view start = key.substr(0, separate.size());
-  if (Fold_Case(From_Utf8(start)) != From_Utf8(separate)) return {};
   std::string moved(key);
-  return moved.insert(separate.size(), "Wow6432Node\\");
+  if (Fold_Case(From_Utf8(start)) == From_Utf8(separate))
+    moved.insert(separate.size(), "Wow6432Node\\");
+  return moved;
 }
 
 Long Hand_Over(const Registry_Value& value, Long& type, char* data, Long& size) {
@@ -79,14 +80,12 @@ Long Wine_Registry::RegOpenKeyExA(Registry_Key root, std::string_view subkey, Lo
   if (root != Local_Machine) return Status_Invalid_Handle;
   const std::string file = Read_Bytes(File);
   auto values = Read_Registry_Key(file, subkey);
-  if (const std::string other_key = Key_Of_32_Bit_Programs(subkey); !other_key.empty()) {
-    auto others = Read_Registry_Key(file, other_key);
-    if (!values) values.swap(others);
-    if (others) values->merge(*others);
-  }
-  if (!values) return Status_File_Not_Found;
+  auto others = Read_Registry_Key(file, Key_Of_32_Bit_Programs(subkey));
+  if (!values && !others) return Status_File_Not_Found;
   key = ++Last_Key;
-  Open_Keys.emplace(key, std::move(*values));
+  Registry_Values& both = Open_Keys[key];
+  if (values) both = std::move(*values);
+  if (others) both.merge(*others);
   return Registry_Success;
 }
 
