@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <random>
 #include <string>
 
 #include "programs/sample/installation.h"
@@ -33,7 +34,9 @@ class Sample : public testing::Test {
     return files;
   }
 
-  fs::path Root = fs::path(testing::TempDir()) / "rivelt_sample_test";
+  // Tests run at the same time, of several builds too.
+  fs::path Root = fs::path(testing::TempDir()) /
+                  ("rivelt_sample_test-" + std::to_string(std::random_device()()));
 };
 
 TEST_F(Sample, Write_Installation_The_Same_Seed_Twice_Gives_The_Same_Bytes) {
