@@ -33,7 +33,7 @@ int Console_Window::Message_Box(Text_View text, int style, std::optional<Text_Vi
   Clear_Status();
   if (Shows_Log) Console.End_Line();
   Console.Flush();
-  Write_Error(To_Utf8(Concatenate({title.value_or(Window_Caption), u": ", text})));
+  Write_Error(Text_View(Concatenate({title.value_or(Window_Caption), u": ", text})));
   if ((style & Style_Critical) != 0) Failure_Shown = true;
   const int answer = Memory_Window::Message_Box(text, style, title);
   return (style & Style_Question) != 0 && Ask ? Ask() : answer;

@@ -6,9 +6,16 @@
 #include "text/utf8.h"
 
 namespace rivelt {
+namespace {
+
+std::string With_Plain_Line_Ends(Text_View text) {
+  return To_Utf8(Replace_Text(text, Line_End, u"\n"));
+}
+
+}  // namespace
 
 void Output::Write(Text_View text) {
-  const std::string bytes = To_Utf8(Replace_Text(text, Line_End, u"\n"));
+  const std::string bytes = With_Plain_Line_Ends(text);
   Write(std::string_view(bytes));
 }
 
@@ -24,6 +31,11 @@ void Output::End_Line() {
 
 void Output::Flush() {
   if (std::fflush(stdout) != 0) throw Interrupted();
+}
+
+void Write_Error(Text_View line) {
+  const std::string bytes = With_Plain_Line_Ends(line);
+  Write_Error(std::string_view(bytes));
 }
 
 void Write_Error(std::string_view line) {

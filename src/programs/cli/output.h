@@ -29,7 +29,8 @@ class Output {
   bool In_Line = false;
 };
 
-// A line on standard error.
+// A line on standard error; in a text CR LF becomes LF.
+void Write_Error(Text_View line);
 void Write_Error(std::string_view line);
 
 }  // namespace rivelt

@@ -25,13 +25,14 @@ std::vector<Row> Rows_Of(const Route_Settings& settings, const Sorted_List& shap
   std::vector<Row> rows;
   for (const std::string& replacement : settings.Replacements) {
     const std::size_t equals = replacement.find('=');
-    if (equals == std::string::npos) {
+    if (equals == std::string::npos || equals == 0) {
       throw Wrong_Usage{"\"" + replacement + "\" is not of the form OLD=NEW.\n"};
     }
     const Text new_name = From_Utf8(replacement.substr(equals + 1));
     rows.push_back({From_Utf8(replacement.substr(0, equals)), Shape_To_Pick(shapes, new_name)});
   }
   for (const std::string& deletion : settings.Deletions) {
+    if (deletion.empty()) throw Wrong_Usage{"A deletion needs the name of a shape.\n"};
     rows.push_back({From_Utf8(deletion), Text(Delete_Entry)});
   }
   if (rows.size() > Row_Count) throw Wrong_Usage{"No more than five shapes at a time.\n"};
@@ -76,7 +77,7 @@ int Answer_From_Terminal() {
 
 int List_Routes(Console_Window& window, Output& output) {
   if (window.Is_Stopped()) {
-    Write_Error(To_Utf8(window.Log()));
+    Write_Error(Text_View(window.Log()));
     return Exit_Failure;
   }
   const Sorted_List& routes = window.List(Control::cmbRoutes);
