@@ -1,0 +1,178 @@
+#include "platform/qt/build_widgets.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyleOption>
+
+#include "platform/qt/font_fit.h"
+#include "platform/qt/log_view.h"
+#include "platform/qt/qt_text.h"
+
+namespace rivelt {
+namespace {
+
+constexpr int Twips_Per_Pixel = 15;
+
+QRect Pixels(const Control_Row& row) {
+  return {row.Left / Twips_Per_Pixel, row.Top / Twips_Per_Pixel, row.Width / Twips_Per_Pixel,
+          row.Height / Twips_Per_Pixel};
+}
+
+QWidget* Build_Label(const Control_Row& row, QWidget* parent) {
+  auto* label = new QLabel(To_Qt(row.Caption), parent);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+QWidget* Build_List(Entry_Model& model, QWidget* parent) {
+  auto* list = new QComboBox(parent);
+  auto* view = new QListView(list);
+  // Or opening the list would measure each of its entries.
+  view->setUniformItemSizes(true);
+  list->setView(view);
+  list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  list->setMaxVisibleItems(20);
+  list->setModel(&model);
+  list->setCurrentIndex(-1);
+  return list;
+}
+
+QWidget* Build_Button(const Control_Row& row, QWidget* parent) {
+  auto* button = new QPushButton(To_Qt(row.Caption), parent);
+  button->setAutoDefault(true);  // Enter presses the button that has the focus
+  return button;
+}
+
+QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
+  switch (row.Type) {
+    case Control_Type::Label:
+      return Build_Label(row, parent);
+    case Control_Type::Drop_Down_List:
+      return Build_List(model, parent);
+    case Control_Type::Option_Button:
+      return new QRadioButton(To_Qt(row.Caption), parent);
+    case Control_Type::Frame:
+      return new QGroupBox(To_Qt(row.Caption), parent);
+    case Control_Type::Text_Box:
+      return new QLineEdit(parent);
+    case Control_Type::Log_Text_Box:
+      return new Log_View(parent);
+    case Control_Type::Command_Button:
+      return Build_Button(row, parent);
+  }
+  return nullptr;
+}
+
+// What a screen reader says where no caption does.
+QString Accessible_Name(const Control_Row& row) {
+  const auto of_row = [&](const char* what) {
+    return QStringLiteral("%1, row %2").arg(QLatin1String(what)).arg(row.Index + 1);
+  };
+  switch (row.Type) {
+    case Control_Type::Text_Box:
+      return of_row("Shape to replace");
+    case Control_Type::Drop_Down_List:
+      return row.Index == Not_In_Array ? QStringLiteral("Route") : of_row("Replacement");
+    case Control_Type::Log_Text_Box:
+      return QStringLiteral("Message log");
+    default:
+      return {};
+  }
+}
+
+QString Without_Mnemonic(Text_View caption) {
+  return To_Qt(caption).remove(u'&');
+}
+
+void Fit_Font(QWidget& widget, const Control_Row& row) {
+  if (row.Type == Control_Type::Log_Text_Box) return;  // it wraps and scrolls
+  const QSize space = Text_Space(widget, row).size();
+  widget.setFont(Fitting_Font(QApplication::font(), space, Without_Mnemonic(row.Caption)));
+}
+
+template <class Option>
+Option Style_Option(const QWidget& widget) {
+  Option option;
+  option.initFrom(&widget);
+  return option;
+}
+
+}  // namespace
+
+QRect Visible_Part(const Control_Row& row) {
+  const bool in_frame = row.Parent == Control_Parent::Transform;
+  const QRect around =
+      in_frame ? Pixels(Row_Of(Control::Transform))
+               : QRect(0, 0, Client_Width / Twips_Per_Pixel, Client_Height / Twips_Per_Pixel);
+  QRect visible = Pixels(row) & QRect(QPoint(0, 0), around.size());
+  for (const Control_Row& other : Control_Table) {
+    if (other.Parent != row.Parent || other.Tab <= row.Tab) continue;
+    // The frame lies behind nothing but its own rows.
+    const QRect cover = Pixels(other);
+    if (visible.intersects(cover)) visible.setRight(cover.left() - 1);
+  }
+  return visible.translated(-Pixels(row).topLeft());
+}
+
+QRect Text_Space(const QWidget& widget, const Control_Row& row) {
+  const QStyle& style = *widget.style();
+  const QRect visible = Visible_Part(row);
+  switch (row.Type) {
+    case Control_Type::Option_Button: {
+      const auto option = Style_Option<QStyleOptionButton>(widget);
+      return visible & style.subElementRect(QStyle::SE_RadioButtonContents, &option, &widget);
+    }
+    case Control_Type::Command_Button: {
+      const auto option = Style_Option<QStyleOptionButton>(widget);
+      return style.subElementRect(QStyle::SE_PushButtonContents, &option, &widget);
+    }
+    case Control_Type::Drop_Down_List: {
+      const auto option = Style_Option<QStyleOptionComboBox>(widget);
+      return style.subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField,
+                                  &widget);
+    }
+    case Control_Type::Text_Box: {
+      const auto option = Style_Option<QStyleOptionFrame>(widget);
+      const int frame = style.pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &widget);
+      return visible.adjusted(frame + 2, frame, -frame - 2, -frame);
+    }
+    case Control_Type::Frame:
+      // The caption stands above the first row.
+      return {visible.left() + 8, 0, visible.width() - 16,
+              Pixels(Row_Of(Control::txtTrack_0)).top()};
+    default:
+      return visible;
+  }
+}
+
+Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks) {
+  Widgets widgets{};
+  const auto widget = [&](Control control) -> QWidget*& {
+    return widgets[static_cast<std::size_t>(control)];
+  };
+  auto* options = new QButtonGroup(&form);
+  QWidget* previous = nullptr;
+  for (const Control_Row& row : Control_Table) {
+    QWidget* parent = row.Parent == Control_Parent::Window ? &form : widget(Control::Transform);
+    QWidget* made = Build(row, parent, row.Id == Control::cmbRoutes ? routes : tracks);
+    made->setGeometry(Pixels(row));
+    made->setEnabled(row.Enabled_At_Start);
+    made->setAccessibleName(Accessible_Name(row));
+    made->setObjectName(QString::fromStdString(Written_Name(row)));
+    Fit_Font(*made, row);
+    if (auto* option = qobject_cast<QRadioButton*>(made)) options->addButton(option, row.Index);
+    if (previous != nullptr) QWidget::setTabOrder(previous, made);
+    previous = widget(row.Id) = made;
+  }
+  options->button(0)->setChecked(true);
+  return widgets;
+}
+
+}  // namespace rivelt

@@ -1,0 +1,87 @@
+// The window on a screen, with Qt. The application object must exist before it and outlive it.
+
+#pragma once
+
+#include <QElapsedTimer>
+#include <QWidget>
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "app/main.h"
+#include "platform/qt/build_widgets.h"
+#include "platform/qt/entry_model.h"
+#include "platform/qt/input_filter.h"
+#include "window/event_gate.h"
+#include "window/window.h"
+
+class QComboBox;
+
+namespace rivelt {
+
+class Log_View;
+
+class Qt_Window : public Window {
+ public:
+  Qt_Window();
+
+  // Runs the program up to its prompt.
+  void Start(Registry& registry, Create_File_System_Object create_object);
+
+  // Runs when the window has gone.
+  std::function<void()> On_Unload;
+
+  QWidget& Form_Widget() { return Form; }
+  QWidget& Widget(Control control) const { return *All[static_cast<std::size_t>(control)]; }
+
+  void Show() override;
+  void Unload() override;
+  Text Read_Text(Control control) const override;
+  void Write_Log(Text_View text) override;
+  void Append_Log(Text_View text) override;
+  void Enable(Control control, bool enabled) override { Widget(control).setEnabled(enabled); }
+  bool Read_Value(Control option) const override;
+  void Add_Item(Control list, Text_View entry) override;
+  void Set_Pointer(Pointer pointer) override;
+  int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
+  void Show_Save_Dialog() override;
+  Text Save_File_Name() const override { return Chosen_File_Name; }
+  void Beep() override;
+  void Yield() override;
+
+ private:
+  // Turns the wish to close into an event of the gate: only Unload lets the window go.
+  struct Form_With_Close : QWidget {
+    void closeEvent(QCloseEvent* event) override;
+    std::function<void()> On_Close;
+  };
+
+  void Build_Form();
+  void Connect(const Control_Row& row);
+  void Raise(Control control);
+
+  // Brings everything on the screen that a procedure has left to its end, and drops the input that
+  // came while it worked.
+  void Finish_Work();
+  void Drop_Pending_Input();
+  void Publish_Entries();
+  void Publish(Entry_Model& model);
+  QComboBox* List_Of(Control control) const;  // null: it is no list
+  Log_View& Log() const;
+
+  Entry_Model Routes;
+  Entry_Model Tracks;  // of all five lists of cmbTracks
+  Form_With_Close Form;
+  Widgets All{};
+  std::array<Text, Control_Count> Picked;  // the entries of the lists
+  Event_Gate Gate{*this};
+  std::unique_ptr<Input_Filter> Filter;
+  bool Is_Dropping = false;
+  Pointer Current_Pointer = Pointer::Default;
+  QElapsedTimer Since_Yield;
+  Text Chosen_File_Name;
+};
+
+}  // namespace rivelt
