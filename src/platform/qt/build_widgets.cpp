@@ -39,6 +39,11 @@ QWidget* Build_List(Entry_Model& model, QWidget* parent) {
   list->setView(view);
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   list->setMaxVisibleItems(20);
+  QPalette white = list->palette();
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    white.setBrush(group, QPalette::Button, white.brush(group, QPalette::Base));
+  }
+  list->setPalette(white);
   list->setModel(&model);
   list->setCurrentIndex(-1);
   return list;
@@ -95,6 +100,14 @@ void Fit_Font(QWidget& widget, const Control_Row& row) {
   if (row.Type == Control_Type::Log_Text_Box) return;  // it wraps and scrolls
   const QSize space = Text_Space(widget, row).size();
   widget.setFont(Fitting_Font(QApplication::font(), space, Without_Mnemonic(row.Caption)));
+}
+
+// Two captions side by side look untidy in two sizes.
+void Share_Smaller_Font(QWidget& one, QWidget& other) {
+  const QFont smaller =
+      one.font().pixelSize() < other.font().pixelSize() ? one.font() : other.font();
+  one.setFont(smaller);
+  other.setFont(smaller);
 }
 
 template <class Option>
@@ -172,6 +185,7 @@ Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks) {
     previous = widget(row.Id) = made;
   }
   options->button(0)->setChecked(true);
+  Share_Smaller_Font(*options->button(0), *options->button(1));
   return widgets;
 }
 
