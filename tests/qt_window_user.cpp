@@ -33,7 +33,13 @@ Qt_Window_User::Qt_Window_User() {
 
 void Qt_Window_User::Start(Registry& registry, Create_File_System_Object create_object) {
   Screen.Start(registry, std::move(create_object));
-  if (Visible() && !QTest::qWaitForWindowActive(&Screen.Form_Widget())) {
+  Activate();
+}
+
+void Qt_Window_User::Activate() {
+  if (!Visible()) return;
+  Screen.Form_Widget().activateWindow();
+  if (!QTest::qWaitForWindowActive(&Screen.Form_Widget())) {
     qFatal("the window does not become the active one");
   }
 }
@@ -48,6 +54,7 @@ void Qt_Window_User::Pick(Control list, Text_View entry) {
       QTest::keyClick(box.view(), Qt::Key_Down);
     }
     QTest::keyClick(box.view(), Qt::Key_Return);
+    Activate();
   } else {
     QTest::keyClick(&box, Qt::Key_Down);
   }

@@ -39,6 +39,10 @@ class Qt_Window_User : public Window_User {
   std::vector<Seen_Box> Boxes() const override { return Seen_Boxes; }
   Window& Seam() override { return Screen; }
 
+  // Gives the window the keyboard back after a list or a dialog: the screen of the tests has no
+  // window manager that does.
+  void Activate();
+
   Qt_Window Screen;
   int Save_Dialogs = 0;  // that have come up
 

@@ -119,12 +119,14 @@ Option Style_Option(const QWidget& widget) {
 
 }  // namespace
 
+QSize Client_Area() {
+  return {Client_Width / Twips_Per_Pixel, Client_Height / Twips_Per_Pixel};
+}
+
 QRect Visible_Part(const Control_Row& row) {
   const bool in_frame = row.Parent == Control_Parent::Transform;
-  const QRect around =
-      in_frame ? Pixels(Row_Of(Control::Transform))
-               : QRect(0, 0, Client_Width / Twips_Per_Pixel, Client_Height / Twips_Per_Pixel);
-  QRect visible = Pixels(row) & QRect(QPoint(0, 0), around.size());
+  const QSize around = in_frame ? Pixels(Row_Of(Control::Transform)).size() : Client_Area();
+  QRect visible = Pixels(row) & QRect(QPoint(0, 0), around);
   for (const Control_Row& other : Control_Table) {
     if (other.Parent != row.Parent || other.Tab <= row.Tab) continue;
     // The frame lies behind nothing but its own rows.

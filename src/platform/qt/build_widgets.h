@@ -13,6 +13,9 @@ namespace rivelt {
 // By tab position. They belong to the form.
 using Widgets = std::array<QWidget*, Control_Count>;
 
+// Of the form, in pixels at 100 %.
+QSize Client_Area();
+
 // All controls at their places on the form, in their start state, in their tab order.
 Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks);
 

@@ -59,6 +59,7 @@ void Qt_Window::Build_Form() {
   Form.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                       Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                       Qt::WindowCloseButtonHint);
+  Form.setFixedSize(Client_Area());
   Form.setWindowTitle(To_Qt(Window_Caption));
   Form.setWindowIcon(QIcon(QPixmap(Icon_Picture)));
   All = Build_Widgets(Form, Routes, Tracks);
