@@ -1,16 +1,18 @@
 #include "qt_window_user.h"
 
+#include <gtest/gtest.h>
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTest>
 #include <utility>
 
+#include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
 
 namespace rivelt {
@@ -87,7 +89,9 @@ bool Qt_Window_User::Takes_Input(Control control) const {
 
 Text Qt_Window_User::Shown_Text(Control control) const {
   const QWidget* widget = &Screen.Widget(control);
-  if (const auto* log = qobject_cast<const QPlainTextEdit*>(widget)) {
+  if (control == Control::txtMessages) {
+    const auto* log = static_cast<const Log_View*>(widget);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return log->Shows_Everything(); }));
     return From_Qt(log->toPlainText().replace(QLatin1String("\n"), QLatin1String("\r\n")));
   }
   if (const auto* list = qobject_cast<const QComboBox*>(widget)) {

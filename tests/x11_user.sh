@@ -34,13 +34,19 @@ wait_until() {
 shows_window() { xdotool search --onlyvisible --name "^$1\$" >"$scratch/window" 2>/dev/null; }
 window() { head -1 "$scratch/window"; }
 
+# There is no window manager that would give the keyboard to a dialog and back.
+focus() {
+  wait_until shows_window "$1"
+  xdotool windowfocus --sync "$(window)"
+  sleep 0.2
+}
+
 # start_program PROGRAM FOLDER: in the working folder FOLDER.
 start_program() {
   (cd "$2" && QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$SCALE exec "$1") &
   program=$!
-  wait_until shows_window Rivelt
-  xdotool windowmove --sync "$(window)" 0 0 || true
-  xdotool windowfocus "$(window)"
+  focus Rivelt
+  xdotool windowmove "$(window)" 0 0
   sleep 0.5
 }
 

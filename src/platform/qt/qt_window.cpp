@@ -26,7 +26,7 @@
 namespace rivelt {
 namespace {
 
-constexpr int Repaint_Milliseconds = 16;
+constexpr int Repaint_Milliseconds = 33;
 
 // Wide enough to read its longest entry, as far as the screen goes.
 void Fit_Popup_Width(QComboBox& list, const QString& longest_entry) {
@@ -98,7 +98,7 @@ void Qt_Window::Raise(Control control) {
 
 void Qt_Window::Finish_Work() {
   Publish_Entries();
-  Log().Show_All();
+  Log().Show_Everything();
   Drop_Pending_Input();
 }
 
@@ -143,7 +143,7 @@ void Qt_Window::Write_Log(Text_View text) {
 
 void Qt_Window::Append_Log(Text_View text) {
   Log().Append(text);
-  if (!Gate.Working()) Log().Show_All();
+  if (!Gate.Working()) Log().Show_Everything();
 }
 
 bool Qt_Window::Read_Value(Control option) const {
@@ -219,7 +219,7 @@ void Qt_Window::Beep() {
 
 void Qt_Window::Yield() {
   if (Since_Yield.elapsed() < Repaint_Milliseconds) return;
-  Log().Show_All();
+  Log().Show_News();
   QApplication::processEvents();
   Since_Yield.start();
 }

@@ -1,0 +1,63 @@
+#!/bin/bash
+# The installed program under Xvfb with real X events: from picking the route to the updated files.
+# usage: tests/end_to_end_x11.sh BUILD_FOLDER; leaves end_to_end.png there.
+
+set -euo pipefail
+build=$(realpath "$1")
+. "$(dirname "$0")/x11_user.sh"
+
+fail() {
+  echo "FAILED: $*" >&2
+  import -window root "$build/end_to_end_failure.png" || true
+  exit 1
+}
+
+cmake --install "$build" --prefix "$scratch/usr" >"$scratch/install.log"
+for file in bin/rivelt share/applications/rivelt.desktop share/pixmaps/rivelt.xpm; do
+  test -s "$scratch/usr/$file" || fail "not installed: $file"
+done
+
+train=$scratch/train
+"$build/src/programs/rivelt-sample" "$train"
+mkdir "$train/tools"
+start_screen
+start_program "$scratch/usr/bin/rivelt" "$train/tools"
+
+click 3300 275  # the list of routes, by mouse: its second entry
+keys Down Return
+click 3150 600  # all track sections
+click 1200 1237
+type_text a1t10mstrt
+keys Tab alt+Down Home Return  # " -delete-" is the first entry
+keys alt+c
+has_staged_files() { compgen -G "$train/Quenby/tmp/*.w" >/dev/null; }
+wait_until has_staged_files || fail "Check staged no world file"
+# As long as the check goes on the key is dropped.
+press_update() { keys alt+u; shows_window Update; }
+wait_until press_update || fail "no confirmation"
+cp -r "$train/Quenby/tmp" "$scratch/staged"
+focus Update
+keys Return
+nothing_staged() { [ -z "$(ls "$train/Quenby/tmp")" ]; }
+wait_until nothing_staged || fail "Update left files behind"
+for file in "$scratch/staged"/*; do
+  name=$(basename "$file")
+  target=$(find "$train" -iname "$name" -exec cmp -s "$file" {} \; -print)
+  [ -n "$target" ] || fail "no file of the route is the staged $name"
+done
+
+focus Rivelt
+keys alt+s
+focus "Save As"
+type_text "$scratch/log.txt"
+keys Return
+wait_until test -s "$scratch/log.txt" || fail "Save wrote nothing"
+tail -1 "$scratch/log.txt" | grep -q '^Finished updating ' || fail "the log ends otherwise"
+focus Rivelt
+screenshot "$build/end_to_end.png"
+
+keys alt+q
+wait "$program" || fail "exit status $?"
+program=
+! shows_window Rivelt || fail "the window is still there"
+echo "1 passed, 0 failed"
