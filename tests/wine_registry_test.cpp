@@ -1,6 +1,8 @@
 #include "platform/linux/wine_registry.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <optional>
 #include <sstream>
@@ -105,6 +107,9 @@ class Wine_Registry_Test : public testing::Test {
 
 TEST_F(Wine_Registry_Test, The_Key_As_Named_Counts_Before_That_Of_32_Bit_Programs) {
   EXPECT_EQ(Query(Prefix, "Software\\A"), "6 0 ");
+  ASSERT_EQ(mkfifo(Machine.Native("system.reg").c_str(), 0600), 0);
+  EXPECT_EQ(Query(Prefix, "Software\\A"), "6 0 ");
+  ASSERT_EQ(unlink(Machine.Native("system.reg").c_str()), 0);
   Machine.Plant(u"system.reg",
                 "[Software\\\\A]\n\"Path\"=\"a\"\n"
                 "[Software\\\\Wow6432Node\\\\A]\n\"Path\"=\"a32\"\n"

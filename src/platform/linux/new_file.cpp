@@ -31,11 +31,8 @@ bool Rename_To_Free_Name(const std::string& from, const std::string& to) {
   if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) return false;
   // Not every file system can refuse in the same step.
   struct stat state {};
-  if (lstat(to.c_str(), &state) == 0) {
-    errno = EEXIST;
-    return false;
-  }
-  return errno == ENOENT && rename(from.c_str(), to.c_str()) == 0;
+  const bool is_free = lstat(to.c_str(), &state) != 0 && errno == ENOENT;
+  return is_free && rename(from.c_str(), to.c_str()) == 0;
 }
 
 New_File::New_File(const std::string& path) : Path(path) {

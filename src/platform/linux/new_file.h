@@ -9,7 +9,8 @@
 
 namespace rivelt {
 
-// Renames unless to is taken. False: it is not renamed; errno tells why, EEXIST if to is taken.
+// Renames unless to is taken. False: it is not renamed; errno is EXDEV if that is only because the
+// two are on two file systems.
 bool Rename_To_Free_Name(const std::string& from, const std::string& to);
 
 class New_File {
