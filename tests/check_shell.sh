@@ -20,7 +20,7 @@ run() {
 expect_status() {
   [ "$status" -eq "$1" ] && return
   fail "exit status $status, not $1"
-  sed 's/^/  err: /' err
+  [ ! -e err ] || sed 's/^/  err: /' err
 }
 
 # A file holds a line, or a part of one.

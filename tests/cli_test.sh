@@ -109,6 +109,19 @@ Update_On_A_Terminal_Asks_And_Shows_How_Far_It_Is() {
   expect_part out "12 of 14 files"
 }
 
+Ctrl_C_At_The_Question_Ends_The_Program() {
+  sample
+  : >out
+  status=0
+  {
+    until grep -q "Type ok" out; do sleep 0.05; done
+    printf '\003'
+  } | command script -qefc "exec $programs/rivelt-cli --root msts update Ambrewick" out >shown ||
+    status=$?
+  expect_status 130
+  expect_untouched
+}
+
 Wrong_Usage_Says_What_Is_Wrong_And_Touches_Nothing() {
   "$programs/rivelt-sample" msts
   # A route whose name differs from another's in letter case only.
@@ -251,7 +264,7 @@ A_Closed_Output_Ends_The_Check_Between_Two_Files() {
 }
 
 Ctrl_C_Ends_The_Check_Between_Two_Files() {
-  sample --world-files 1000 --routes 1
+  sample --world-files 400 --routes 1
   cli check Ambrewick --all
   mv msts/Quenby/tmp whole
   set -m # so that the process does not start with the signal ignored

@@ -72,6 +72,7 @@ int Answer_From_Terminal() {
   std::cerr << "Type ok to go on, anything else cancels: " << std::flush;
   std::string answer;
   std::getline(std::cin, answer);
+  if (End_Requested()) throw Interrupted();
   return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
 }
 

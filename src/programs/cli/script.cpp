@@ -2,6 +2,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/machine.h"
 #include "programs/cli/commands.h"
 #include "text/utf8.h"
 
@@ -193,6 +194,7 @@ int Run_Script(Console_Window& window, Output& output, std::istream& input) {
     }
     output.Flush();
   }
+  if (End_Requested()) throw Interrupted();
   return window.Failed() ? Exit_Failure : Exit_Done;
 }
 
