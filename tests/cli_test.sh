@@ -63,9 +63,9 @@ Check_Stages_Copies_And_Leaves_The_Route() {
 
 Check_Replaces_And_Deletes_Shapes() {
   sample
-  cli check Ambrewick --replace A3t1000r5d=a3t500r5d.s --delete My1t75mTrestle.s
+  cli check Ambrewick --replace a3t1000r5d=a1t10mstrt.s --delete My1t75mTrestle.s
   expect_status 0
-  expect_line out "Transforming A3t1000r5d.s >> A3t500r5d.s"
+  expect_line out "Transforming A3t1000r5d.s >> A1t10mStrt.s"
   expect_line out "Transforming My1t75mTrestle.s >>  -delete-"
   cat msts/Quenby/tmp/*.[wW] | iconv -f UTF-16LE -t UTF-8 >staged
   expect_no_part staged A3t1000r5d.s
