@@ -1,6 +1,6 @@
 #!/bin/bash
-# The console program on real files: cli_test.sh PROGRAMS CASE MANUAL, where PROGRAMS is the folder of
-# the programs, CASE a function below and MANUAL the manual page.
+# The console program on real files: cli_test.sh PROGRAMS CASE MANUAL, where PROGRAMS is the folder
+# of the programs, CASE a function below and MANUAL the manual page.
 set -eu
 source "$(dirname "$0")/check_shell.sh"
 
