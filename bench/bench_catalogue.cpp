@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <memory>
 
 #include "catalogue/catalogue_text.h"
 #include "memory_files.h"
@@ -22,10 +23,13 @@ Text Realistic_Catalogue(Long shapes) {
 // The whole start-up of the program, in which nothing but the catalogue takes time.
 void Read_Global(benchmark::State& state) {
   const Text catalogue = Realistic_Catalogue(static_cast<Long>(state.range(0)));
-  Empty_Registry registry;
+  Memory_Disk disk;
+  disk.Put_Folder(u"D:\\routes");
+  disk.Put_File(u"D:\\global\\tsection.dat", catalogue);
+  Memory_Registry registry("D:");
   Time_Checked(state, catalogue, [&] {
     Memory_Window window;
-    window.Start(registry, [&] { return Make_Memory_Files(catalogue); });
+    window.Start(registry, [&] { return std::make_unique<Memory_Files>(disk); });
     return Find_Text(1, window.Log(), u"Select a route above") != 0 &&
            window.List(cmbTracks(0)).Find(u"A1t100mStrt.s").has_value();
   });
