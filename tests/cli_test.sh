@@ -355,10 +355,31 @@ Script_Stops_At_A_Line_That_Cannot_Be_Carried_Out() {
   expect_line out "Could not read installed track sections!"
 }
 
+An_Update_Can_Be_Restored_And_The_Restore_Taken_Back() {
+  sample
+  cli update Ambrewick --all --yes
+  cp -r msts/Routes updated
+  cli backups ambrewick
+  expect_status 0
+  expect_part out "7 files"
+  cli restore Ambrewick
+  expect_same updated msts/Routes
+  cli restore Ambrewick --backup "$(cli backups; cut -f 2 out)" --yes
+  expect_status 0
+  expect_same before/Routes msts/Routes
+  cli restore Ambrewick --yes
+  expect_status 0
+  expect_same updated msts/Routes
+  cli restore Ambrewick --backup never --yes
+  expect_status 2
+  expect_line err "There is no such backup."
+}
+
 Manual_Page_Has_Every_Option_And_No_Fault() {
   expect_empty <(groff -man -Tutf8 -ww -z "$manual" 2>&1)
   sed 's/\\//g' "$manual" >plain
-  for option in $("$programs/rivelt-cli" update --help | grep -oh -- '--[a-z]*') --root; do
+  for option in $(for command in update restore; do "$programs/rivelt-cli" $command --help; done |
+    grep -oh -- '--[a-z]*') --root; do
     expect_part plain "$option"
   done
 }

@@ -102,8 +102,9 @@ TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
       {u"none", {}},
   };
   for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
-  for (const Text_View source : {u"TrackShape ( 3000000000 FileName ( a.s ) )"}) {
-    EXPECT_THROW(Shapes_Of(source), Failure) << To_Utf8(source);
+  for (const Text& source : {Text(u"TrackShape ( 3000000000 FileName ( a.s ) )"),
+                             u"TrackShape ( 1 FileName ( " + Text(32767, u'a') + u" )"}) {
+    EXPECT_THROW(Shapes_Of(source), Failure) << To_Utf8(source.substr(0, 40));
   }
 }
 

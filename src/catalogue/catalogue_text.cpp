@@ -1,11 +1,16 @@
 #include "catalogue/catalogue_text.h"
 
+#include <cstddef>
+
 #include "text/block_walker.h"
 #include "text/forward_search.h"
 #include "text/primitives.h"
 
 namespace rivelt {
 namespace {
+
+// No system takes a longer path. A damaged file could give every record the whole rest for a name.
+constexpr std::size_t Longest_Name = 32767;
 
 // The text behind the "(" at position; with position 0, where there was none, all of it.
 Text_View Behind(Text_View text, Position position) {
@@ -50,7 +55,9 @@ void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View nam
       position = Find_Text(position, rest, u"(");
       rest = Behind(rest, position);
       position = closes.Find(rest);
-      const Text name = Replace_Text(Left_Text(rest, position - 1), {&Double_Quote, 1}, u"");
+      const Text_View written_name = Left_Text(rest, position - 1);
+      if (written_name.size() > Longest_Name) throw Failure();
+      const Text name = Replace_Text(written_name, {&Double_Quote, 1}, u"");
       add_shape(Round_Long(id), Trim_Text(name));
     }
     position = Find_Text(1, rest, u"TrackShape");
