@@ -10,8 +10,8 @@ namespace rivelt {
 namespace {
 
 // In code units: some hundred lines for a repaint, and what takes a few milliseconds.
-constexpr std::size_t Most_News = 16 * 1024;
-constexpr std::size_t Most_Older_Lines = 256 * 1024;
+constexpr std::size_t Most_News = std::size_t{16} * 1024;
+constexpr std::size_t Most_Older_Lines = std::size_t{256} * 1024;
 
 // A position behind a line end, at or behind this one.
 std::size_t Line_Start(const Text& text, std::size_t position) {
