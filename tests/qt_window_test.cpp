@@ -309,7 +309,7 @@ TEST_F(Qt_Window_Test, A_Click_That_Waits_In_The_Queue_When_The_Command_Ends_Is_
     }
   });
   User.Press(cmdCheck);
-  QTest::qWait(40);
+  QTest::qWait(260);
   EXPECT_TRUE(User.Boxes().empty());
 }
 
@@ -320,7 +320,7 @@ TEST_F(Qt_Window_Test, The_Log_Can_Be_Scrolled_In_The_Middle_Of_A_Command_And_Co
   QScrollBar& bar = *Log().verticalScrollBar();
   In_The_Middle([&] {
     for (int i = 0; i < 100; ++i) seam.Append_Log(u"line\r\n");
-    QTest::qWait(40);
+    QTest::qWait(260);
     seam.Yield();
     EXPECT_GT(bar.maximum(), 50);
     EXPECT_EQ(bar.value(), bar.maximum());
@@ -396,9 +396,9 @@ TEST_F(Qt_Window_Test, Two_Hundred_Thousand_Lines_Do_Not_Slow_The_Log_Down) {
         seam.Yield();
       }
       Log().repaint();
-      QTest::qWait(40);
+      QTest::qWait(260);
       seam.Yield();
-      return time.elapsed() - 40;
+      return time.elapsed() - 260;
     };
     first = append_half();
     second = append_half();

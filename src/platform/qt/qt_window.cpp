@@ -27,6 +27,7 @@ namespace rivelt {
 namespace {
 
 constexpr int Repaint_Milliseconds = 33;
+constexpr int Longest_Pause = 250;
 
 // Wide enough to read its longest entry, as far as the screen goes.
 void Fit_Popup_Width(QComboBox& list, const QString& longest_entry) {
@@ -98,8 +99,8 @@ void Qt_Window::Raise(Control control) {
 
 void Qt_Window::Finish_Work() {
   Publish_Entries();
-  Log().Show_Everything();
   Drop_Pending_Input();
+  Log().Show_Everything();
 }
 
 void Qt_Window::Drop_Pending_Input() {
@@ -218,9 +219,12 @@ void Qt_Window::Beep() {
 }
 
 void Qt_Window::Yield() {
-  if (Since_Yield.elapsed() < Repaint_Milliseconds) return;
+  if (Since_Yield.elapsed() < Pause) return;
+  Since_Yield.start();
   Log().Show_News();
   QApplication::processEvents();
+  // On a slow screen or a busy machine the repaints would take the time of the work.
+  Pause = std::clamp<qint64>(10 * Since_Yield.elapsed(), Repaint_Milliseconds, Longest_Pause);
   Since_Yield.start();
 }
 

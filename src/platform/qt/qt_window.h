@@ -81,6 +81,7 @@ class Qt_Window : public Window {
   bool Is_Dropping = false;
   Pointer Current_Pointer = Pointer::Default;
   QElapsedTimer Since_Yield;
+  qint64 Pause = 0;  // milliseconds until Yield does something again
   Text Chosen_File_Name;
 };
 
