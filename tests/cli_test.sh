@@ -63,13 +63,13 @@ Check_Stages_Copies_And_Leaves_The_Route() {
 
 Check_Replaces_And_Deletes_Shapes() {
   sample
-  cli check Ambrewick --replace a3t1000r5d=a1t10mstrt.s --delete My1t75mTrestle.s
+  cli check Ambrewick --replace a2t500R10d=a1t500r10d.s --delete My2t110mTrestle.s
   expect_status 0
-  expect_line out "Transforming A3t1000r5d.s >> A1t10mStrt.s"
-  expect_line out "Transforming My1t75mTrestle.s >>  -delete-"
+  expect_line out "Transforming A2t500r10d.s >> A1t500r10d.s"
+  expect_line out "Transforming My2t110mTrestle.s >>  -delete-"
   cat msts/Quenby/tmp/*.[wW] | iconv -f UTF-16LE -t UTF-8 >staged
-  expect_no_part staged A3t1000r5d.s
-  expect_no_part staged My1t75mTrestle.s
+  expect_no_part staged A2t500r10d.s
+  expect_no_part staged My2t110mTrestle.s
 }
 
 Update_Moves_The_Copies_And_Then_Nothing_Is_Left_To_Do() {
