@@ -1,6 +1,7 @@
 #include "backup/backups.h"
 
 #include <exception>
+#include <set>
 
 #include "app/ignoring_failures.h"
 #include "backup/backup_name.h"
@@ -11,6 +12,12 @@ namespace rivelt {
 namespace {
 
 constexpr Text_View Local_File = u"tsection.dat";
+
+std::set<Text> Folded_Names(const Collection<File>& files) {
+  std::set<Text> names;
+  for (const auto& file : files) names.insert(Fold_Case(file->name()));
+  return names;
+}
 
 }  // namespace
 
@@ -25,12 +32,14 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
   try {
     for (const Text& folder : {Root + u"\\Quenby", Parent_Folder(), unfinished})
       Make_Folder(folder);
+    // Read once: to ask for a name that is not there yet may mean to read the whole folder.
+    const std::set<Text> kept_before = Folded_Names(Files.GetFolder(unfinished)->Files());
     for (const auto& new_file : new_files) {
       const Text path = Original_Path(route_folder, new_file->name());
       if (!Files.FileExists(path)) continue;
       const auto original = Files.GetFile(path);
+      if (kept_before.contains(Fold_Case(original->name()))) continue;
       const Text kept_path = Concatenate({unfinished, u"\\", original->name()});
-      if (Files.FileExists(kept_path)) continue;
       original->Keep(kept_path);
       kept.push_back(kept_path);
     }
