@@ -1,0 +1,246 @@
+#!/bin/bash
+# Updates on disks that do not play along: full_disk_test.sh PROGRAMS CASE, where CASE is a function
+# below. Status 77, for a skipped test, if no file system can be mounted here.
+set -eu
+# Mounts are made in a name space of their own, so that they go with the process.
+if [ -z "${RIVELT_OWN_MOUNTS:-}" ]; then
+  export RIVELT_OWN_MOUNTS=yes
+  for option in --mount --map-root-user; do
+    ! unshare --mount $option true 2>/dev/null || exec unshare --mount $option "$0" "$@"
+  done
+fi
+# shellcheck source=tests/check_shell.sh
+source "$(dirname "$0")/check_shell.sh"
+
+programs=$(realpath "$1")
+work=$(mktemp -d -p "$PWD")
+clean_up() {
+  findmnt -rno TARGET | grep "^$work/" | xargs -r umount
+  rm -rf "$work"
+}
+trap clean_up EXIT
+cd "$work"
+world=msts/Routes/AMBREWICK/World
+
+cli() { run "$programs/rivelt-cli" --root msts "$@"; }
+update() { cli update Ambrewick --all --yes; }
+kilobytes() { du -sk --apparent-size "$1" | cut -f 1; }
+mount_or_skip() {
+  mount "$@" 2>err || {
+    echo "Skipped, for nothing can be mounted here: $(cat err)"
+    exit 77
+  }
+}
+
+# The sample, its routes as they are and as an Update leaves them, and what the Update stages.
+sample() {
+  "$programs/rivelt-sample" msts "$@"
+  cp -r msts before
+  update
+  expect_status 0
+  cp -r msts/Routes updated
+  rm -rf msts
+  cp -r before msts
+  cli check Ambrewick --all
+  mv msts/Quenby/tmp staged
+  rm -rf msts/Quenby
+}
+
+# A folder of the installation on a file system of its own, of so many kilobytes.
+own_disk() {
+  mkdir -p "$1" moved
+  mv "$1"/* moved 2>/dev/null || true
+  mount_or_skip -t tmpfs -o "size=${2}k" tmpfs "$1"
+  cp -r moved/. "$1"
+}
+
+expect_failed_update() {
+  expect_status 1
+  expect_line err "Rivelt: Had problems updating this route!"
+  expect_nothing_stray
+}
+expect_nothing_stray() { expect_empty <(find msts/ -name '.*'); }
+expect_route_untouched() { expect_same before/Routes msts/Routes; }
+log_of_start() {
+  echo log >script.txt
+  cli script script.txt
+  expect_status 0
+}
+expect_taken_back_at_start() {
+  log_of_start
+  expect_line out "Took back an update that had not finished: AMBREWICK"
+  expect_empty <(ls -A msts/Quenby/backup)
+  expect_nothing_stray
+}
+expect_not_taken_back_at_start() {
+  log_of_start
+  expect_line out "Could not take back an unfinished update: AMBREWICK"
+}
+expect_update_works() {
+  update
+  expect_status 0
+  expect_same updated msts/Routes
+}
+
+# Starts a script that is given its lines by `tell`, and waits until a line has been carried out.
+start_script() {
+  mkfifo told
+  "$programs/rivelt-cli" --root msts script - <told >said 2>complained &
+  scripted=$!
+  exec 3>told
+}
+tell() {
+  printf '%s\n' "$@" "echo told $1" >&3
+  until grep -q "^told $1" said; do kill -0 $scripted && sleep 0.01; done
+}
+end_script() {
+  exec 3>&-
+  status=0
+  wait $scripted || status=$?
+}
+
+A_Disk_Full_While_Staging_Leaves_The_Route() {
+  sample --objects 100
+  own_disk msts/Quenby $(($(kilobytes staged) / 2))
+  update
+  expect_line out "Had problems reading route w-files!"
+  expect_failed_update
+  expect_route_untouched
+  for file in msts/Quenby/tmp/*; do expect_same "$file" "staged/${file##*/}"; done
+  mount -o remount,size=100m msts/Quenby
+  expect_update_works
+}
+
+A_Disk_Full_While_Keeping_Leaves_The_Route_And_Keeps_Nothing() {
+  sample --objects 100
+  own_disk msts/Quenby $(($(kilobytes staged) * 3 / 2))
+  update
+  expect_failed_update
+  expect_route_untouched
+  expect_same staged msts/Quenby/tmp
+  expect_empty <(ls -A msts/Quenby/backup)
+  mount -o remount,size=100m msts/Quenby
+  expect_update_works
+}
+
+A_Disk_Full_While_Moving_Is_Taken_Back_Though_It_Is_Still_Full() {
+  sample --objects 100
+  own_disk $world 8000
+  mkdir msts/Quenby
+  start_script
+  tell 'route Ambrewick' 'option all'
+  tell check
+  # The route's files shrink with what was to take their place, so the copies must grow.
+  for file in msts/Quenby/tmp/w*; do head -c 9000 /dev/zero >>"$file"; done
+  head -c 9M /dev/zero >$world/filler 2>/dev/null || true
+  tell update
+  end_script
+  cp complained err
+  expect_failed_update
+  expect_taken_back_at_start
+  rm $world/filler
+  expect_route_untouched
+}
+
+A_World_Folder_That_Cannot_Be_Written_Is_Taken_Back_When_It_Can() {
+  sample
+  mount_or_skip --bind $world $world
+  mount -o remount,bind,ro $world
+  update
+  expect_failed_update
+  expect_not_taken_back_at_start
+  umount $world
+  expect_taken_back_at_start
+  expect_route_untouched
+  expect_update_works
+}
+
+A_Staging_Folder_That_Cannot_Be_Written_Leaves_The_Route() {
+  sample
+  mkdir -p msts/Quenby/tmp
+  mount_or_skip --bind msts/Quenby/tmp msts/Quenby/tmp
+  mount -o remount,bind,ro msts/Quenby/tmp
+  update
+  expect_line out "Had problems reading route w-files!"
+  expect_failed_update
+  expect_route_untouched
+}
+
+A_World_Folder_On_Another_Disk_Is_Updated_And_Restored() {
+  sample
+  mkdir disk
+  mount_or_skip -t tmpfs tmpfs disk
+  mv $world disk/
+  ln -s "$work/disk/World" $world
+  expect_update_works
+  expect_nothing_stray
+  cli restore Ambrewick --yes
+  expect_status 0
+  expect_route_untouched
+}
+
+A_Folder_In_The_Place_Of_A_File_Is_Left_And_The_Others_Are_Taken_Back() {
+  sample
+  local file
+  file=$(find staged -name 'w*' -printf '%f\n' | sort | tail -n 1)
+  start_script
+  tell 'route Ambrewick' 'option all'
+  tell check
+  for root in before msts; do
+    rm "$root/Routes/AMBREWICK/World/$file"
+    mkdir "$root/Routes/AMBREWICK/World/$file"
+  done
+  tell update
+  cp -r msts stopped
+  expect_not_taken_back_at_start # for the other program holds it
+  expect_same stopped msts
+  end_script
+  cp complained err
+  expect_failed_update
+  expect_taken_back_at_start
+  expect_route_untouched
+}
+
+A_File_In_The_Place_Of_A_Folder_Of_Ours_Leaves_Everything() {
+  sample
+  mkdir msts/Quenby
+  : >msts/Quenby/tmp
+  cp -r msts/Quenby before
+  update
+  expect_line out "Had problems in Do_Check!"
+  expect_failed_update
+  expect_same before msts
+  rm msts/Quenby/tmp
+  : >msts/Quenby/backup
+  update
+  expect_failed_update
+  expect_route_untouched
+  expect_same staged msts/Quenby/tmp
+  expect_empty msts/Quenby/backup
+  cli backups
+  expect_status 0
+}
+
+A_Second_Program_Is_Held_Off_And_Touches_Nothing() {
+  sample
+  start_script
+  tell 'route Ambrewick' 'option all'
+  tell check
+  cp -r msts held
+  for command in "check Hestbeck" "update Ambrewick --all --yes"; do
+    # shellcheck disable=SC2086 # several words
+    cli $command
+    expect_status 1
+    expect_line out "Had problems in Do_Check!"
+    expect_same held msts
+  done
+  tell update
+  end_script
+  expect_status 0
+  expect_same updated msts/Routes
+  cli check Hestbeck
+  expect_status 0
+}
+
+"$2"
+finish

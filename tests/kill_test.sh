@@ -1,0 +1,143 @@
+#!/bin/bash
+# Updates and starts of the console program that are killed, on the disk of the working folder:
+# kill_test.sh PROGRAMS [ROUNDS [SEED [FOLDER]]], where FOLDER is on another disk and gets the world
+# files. After the next whole start the route is all old or all new.
+set -eu
+# shellcheck source=tests/check_shell.sh
+source "$(dirname "$0")/check_shell.sh"
+
+programs=$(realpath "$1")
+rounds=${2:-20}
+seed=${3:-$$}
+world_disk=${4:-}
+RANDOM=$seed
+work=$(mktemp -d -p "$PWD")
+away=$world_disk/${work##*/}
+trap 'rm -rf "$work" ${world_disk:+"$away"}' EXIT
+cd "$work"
+unfinished=msts/Quenby/backup/AMBREWICK.unfinished
+
+now() { echo "${EPOCHREALTIME/./}"; } # in microseconds
+count() { find -L "$@" 2>/dev/null | wc -l; }
+sleep_below() {
+  local microseconds=$(((RANDOM * 32768 + RANDOM) % $1))
+  sleep "$((microseconds / 1000000)).$(printf %06d $((microseconds % 1000000)))"
+}
+start() { "$programs/rivelt-cli" --root msts "$@" >out 2>err </dev/null & }
+update() { start update Ambrewick --all --yes; }
+kill_it() {
+  kill -KILL $! 2>/dev/null || true
+  wait $! 2>/dev/null || true
+}
+until_moving() { until [ -d $unfinished ] || ! kill -0 $! 2>/dev/null; do :; done; }
+copy_of_sample() {
+  rm -rf msts
+  cp -rl sample msts # second names, so that an Update's flushes have nothing to do with it
+  [ -z "$world_disk" ] || {
+    rm -rf "$away" msts/Routes/AMBREWICK/World
+    cp -r sample/Routes/AMBREWICK/World "$away"
+    ln -s "$away" msts/Routes/AMBREWICK/World
+  }
+}
+
+# Many small files, so that moving them takes its part of the time.
+"$programs/rivelt-sample" sample --routes 1
+"$programs/rivelt-cli" --root sample check Ambrewick --all >check.txt
+pattern=$(find sample/Quenby/tmp -name "w*" -printf "%s %f\n" | sort -n | head -n 1)
+for ((i = 1000; i < 2000; ++i)); do
+  name=sample/Routes/AMBREWICK/World/x-$i.w
+  cp "sample/Routes/AMBREWICK/World/${pattern#* }" "$name"
+  printf '\n\0%s\0%s\0%s\0%s\0' ${i:0:1} ${i:1:1} ${i:2:1} ${i:3:1} >>"$name" # no two are the same
+done
+rm -r sample/Quenby
+find sample -type f -exec sha1sum {} + >sums
+
+# An Update that nobody disturbs: what all others are compared with, and how long they take.
+copy_of_sample
+"$programs/rivelt-cli" --root msts check Ambrewick --all >check.txt
+cp -r msts/Quenby/tmp staged
+files=$(count staged -type f)
+began=$(now)
+update
+until_moving
+move_began=$(now)
+wait $!
+update_time=$(($(now) - began))
+move_time=$(($(now) - move_began))
+cp -r msts/Routes updated
+cp -r msts/Quenby/backup/* originals
+[ "$(count originals -type f)" -eq "$files" ] || fail "not all originals are in the backup"
+
+# What an Update has come to, by its traces.
+stage() {
+  local left
+  left=$(count msts/Quenby/tmp -type f)
+  if compgen -G 'msts/Quenby/backup/AMBREWICK *' >/dev/null; then
+    echo after
+  elif [ ! -d $unfinished ]; then
+    echo before
+  elif [ "$left" -eq "$files" ] && [ "$(count msts/Routes -type f)" -eq "$(count updated -type f)" ]; then
+    echo keeping
+  elif [ "$left" -gt 0 ]; then
+    echo moving
+  else
+    echo completing
+  fi
+}
+
+expect_all_old_or_all_new() {
+  if diff -rq msts/Routes sample/Routes >old; then
+    [ "$1" != after ] || fail "a finished Update was taken back"
+    expect_empty <(ls -A msts/Quenby/backup 2>/dev/null)
+  elif diff -rq msts/Routes updated >new; then
+    [ "$1" = after ] || fail "an unfinished Update was not taken back"
+    expect_same originals msts/Quenby/backup/*
+  else
+    fail "the route is neither old nor new: $(head -n 3 old new)"
+  fi
+  expect_same sample/Global msts/Global
+  # What is staged is whole, though it need not be all.
+  [ ! -d msts/Quenby/tmp ] ||
+    expect_empty <(diff -rq msts/Quenby/tmp staged | grep -v '^Only in staged: ')
+  expect_empty <(find msts/ ${world_disk:+"$away/"} -mindepth 1 -name '.*' -o -name '*.unfinished')
+  expect_empty <(find msts -mindepth 1 -maxdepth 2 -path '*/Quenby/*' ! -name tmp ! -name backup)
+}
+
+take_back_time=$move_time
+declare -A at=([before]=0 [keeping]=0 [moving]=0 [completing]=0 [after]=0)
+restarts_killed=0
+for ((round = 0; round < rounds && failures == 0; ++round)); do
+  copy_of_sample
+  update
+  if ((round % 2)); then # aimed at the time from the first kept original on
+    until_moving
+    sleep_below "$move_time"
+  else
+    sleep_below "$update_time"
+  fi
+  kill_it
+  reached=$(stage)
+  at[$reached]=$((at[$reached] + 1))
+  kills=$((round / 2 % 3))
+  for ((kill = 0; kill < kills; ++kill)); do
+    [ -d $unfinished ] || break
+    start routes
+    sleep_below "$take_back_time"
+    kill_it
+    [ ! -d $unfinished ] || restarts_killed=$((restarts_killed + 1))
+  done
+  began=$(now)
+  run "$programs/rivelt-cli" --root msts routes
+  [ "$reached" != moving ] || ((kills)) || take_back_time=$(($(now) - began))
+  expect_status 0
+  expect_all_old_or_all_new "$reached"
+  ((failures == 0)) || echo "round $round of seed $seed, killed $reached"
+done
+
+echo "$round rounds, seed $seed, $files files; update $((update_time / 1000)) ms, of which" \
+  "$((move_time / 1000)) ms from the first kept original on"
+echo "killed before: ${at[before]}, keeping: ${at[keeping]}, moving: ${at[moving]}," \
+  "completing: ${at[completing]}, after: ${at[after]}; killed while taking back: $restarts_killed"
+sha1sum --quiet -c sums || fail "an original was written to"
+((rounds < 20 || at[moving] + at[keeping] + at[completing] > 0)) || fail "no kill hit the moves"
+finish

@@ -1,0 +1,60 @@
+#!/bin/bash
+# One process that checks and updates again and again: soak_test.sh PROGRAMS [ROUNDS]. Two shapes
+# change places in every round, so that each has something to convert. Its memory and its open files
+# must not grow.
+set -eu
+# shellcheck source=tests/check_shell.sh
+source "$(dirname "$0")/check_shell.sh"
+
+programs=$(realpath "$1")
+rounds=${2:-2000}
+work=$(mktemp -d -p "$PWD")
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+
+"$programs/rivelt-sample" msts --routes 1
+mkfifo told said
+"$programs/rivelt-cli" --root msts script - <told >said 2>complained &
+process=$!
+exec 3>told 4<said
+
+# Presses and waits until that has come to its end; leaves the log in $log.
+press() {
+  local line
+  printf '%s\n' "$@" log "echo end of $*" >&3
+  log=
+  while read -r -t 60 line <&4; do
+    [ "$line" != "end of $*" ] || return 0
+    log+=$line$'\n'
+  done
+  fail "no end of $*: $(tail -n 3 complained)"
+  finish
+}
+memory() { sed -n 's/^VmRSS:[^0-9]*\([0-9]*\).*/\1/p' "/proc/$process/status"; } # in kilobytes
+open_files() { find "/proc/$process/fd" -type l | wc -l; }
+
+press 'route Ambrewick' 'option all'
+swap=(A3t1000r5d A3t500r5d)
+backups=0
+for ((round = 0; round < rounds && failures == 0; ++round)); do
+  here=${swap[round % 2]} there=${swap[1 - round % 2]}
+  press "old 0 $here" "new 0 $there.s" check
+  [[ $log == *"updated files are in"* ]] || fail "round $round has nothing to convert"
+  press update
+  [[ $log == *"Finished updating"* ]] || fail "round $round does not update"
+  if ((round % 100 == 99)); then
+    backups=$((backups + $(find msts/Quenby/backup -mindepth 1 -maxdepth 1 | wc -l)))
+    rm -r msts/Quenby/backup/*
+  fi
+  # By then all that one round keeps for the next has been made.
+  ((round % (rounds / 10) == rounds / 10 - 1)) || continue
+  echo "round $((round + 1)): $(memory) KB, $(open_files) open files"
+  [ -n "${first_memory:-}" ] || first_memory=$(memory) first_files=$(open_files)
+  [ "$(memory)" -le $((first_memory + 1024)) ] || fail "memory has grown from $first_memory KB"
+  [ "$(open_files)" -eq "$first_files" ] || fail "open files were $first_files"
+done
+exec 3>&-
+wait $process || fail "exit status $?"
+expect_no_part complained "Had problems"
+[ "$backups" -eq $((rounds / 100 * 100)) ] || fail "$backups backups of $rounds updates"
+finish
