@@ -34,11 +34,15 @@ memory() { sed -n 's/^VmRSS:[^0-9]*\([0-9]*\).*/\1/p' "/proc/$process/status"; }
 open_files() { find "/proc/$process/fd" -type l | wc -l; }
 
 press 'route Ambrewick' 'option all'
-swap=(A3t1000r5d A3t500r5d)
+# The names of plain track shapes in some files.
+shapes() { cat "$@" | tr -d '\0' | grep -ao '\<A[0-9]t[A-Za-z0-9]*\.s\>' | sort -u; }
+shapes msts/Global/tsection.dat >catalogue
+swap=("$(shapes msts/Routes/AMBREWICK/World/*.w | comm -12 - catalogue | head -n 1)"
+  "$(tail -n 1 catalogue)")
 backups=0
 for ((round = 0; round < rounds && failures == 0; ++round)); do
   here=${swap[round % 2]} there=${swap[1 - round % 2]}
-  press "old 0 $here" "new 0 $there.s" check
+  press "old 0 $here" "new 0 $there" check
   [[ $log == *"updated files are in"* ]] || fail "round $round has nothing to convert"
   press update
   [[ $log == *"Finished updating"* ]] || fail "round $round does not update"
