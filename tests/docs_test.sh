@@ -60,7 +60,7 @@ README_Shows_What_The_Program_Says() {
   work=$(mktemp -d)
   trap 'rm -rf "$work"' EXIT
   "$programs/rivelt-sample" "$work/msts"
-  sed -n '/^    \$ rivelt-cli/,/^    Finished/s/^    //p' README.md |
+  sed -n '/^    \$ rivelt-cli/,/^    Finished/s/^    //p; /^Finished/q' README.md |
     grep -v '^\.\.\.$\|^Update: \|^Type ok' >"$work/example"
   grep '^\$ rivelt-cli' "$work/example" | while read -r command; do
     echo "$command"
