@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "catalogue/catalogue_text.h"
-#include "memory_files.h"
+#include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
 #include "programs/sample/global_catalogue.h"
 #include "programs/sample/random_source.h"

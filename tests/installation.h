@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "memory_files.h"
+#include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
 #include "text/primitives.h"
 

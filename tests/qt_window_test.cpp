@@ -21,7 +21,7 @@
 #include <memory>
 #include <utility>
 
-#include "memory_files.h"
+#include "platform/memory/memory_files.h"
 #include "platform/qt/qt_text.h"
 #include "qt_window_user.h"
 #include "text/primitives.h"

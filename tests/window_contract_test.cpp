@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "memory_files.h"
+#include "platform/memory/memory_files.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 #include "window_user.h"

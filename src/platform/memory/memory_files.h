@@ -1,4 +1,4 @@
-// A disk in memory behind the file classes, and a registry of one value.
+// A disk in memory behind the file classes, and a registry of one value: for tests and benchmarks.
 
 #pragma once
 
