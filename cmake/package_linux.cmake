@@ -1,0 +1,11 @@
+# The Debian package, made by cpack in the build folder.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME rivelt)
+set(CPACK_PACKAGE_CONTACT "The Rivelt maintainers <rivelt@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION games)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+include(CPack)
