@@ -5,6 +5,9 @@
 // exists, else as the one entry that differs in letter case (the first in the order of a walk if
 // there are several). A file or folder that is made gets its own name as given.
 //
+// A file in the making has a name that begins with Temporary_Prefix, where it needs one before its
+// own. It outlives its maker only where the system cannot make a file without a name.
+//
 // Every operation that fails raises Failure; none reports a status. What is on disk is then as it
 // was before the operation.
 
@@ -18,6 +21,8 @@
 #include "text/text.h"
 
 namespace rivelt {
+
+inline constexpr Text_View Temporary_Prefix = u".rivelt-";
 
 // A file opened for reading. The file is let go when the stream is dropped.
 class Read_Stream {
@@ -125,6 +130,7 @@ class File_System_Object {
   // Failure: there is no such folder, or its place is taken by something else.
   virtual std::unique_ptr<Folder> GetFolder(Text_View path) = 0;
 
+  // Failure: it cannot be told.
   virtual bool FolderExists(Text_View path) = 0;
 
   // One level: the parent must exist, the folder must not.
@@ -139,6 +145,7 @@ class File_System_Object {
   // force as in File::Delete. Failure: there is no such file.
   virtual void DeleteFile(Text_View path, bool force) = 0;
 
+  // Failure: it cannot be told.
   virtual bool FileExists(Text_View path) = 0;
 
   // Gives the folder another name in its parent, which must be free.

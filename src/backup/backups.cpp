@@ -13,10 +13,19 @@ namespace {
 
 constexpr Text_View Local_File = u"tsection.dat";
 
-std::set<Text> Folded_Names(const Collection<File>& files) {
+std::set<Text> Names_Of(const Collection<File>& files) {
   std::set<Text> names;
-  for (const auto& file : files) names.insert(Fold_Case(file->name()));
+  for (const auto& file : files) names.insert(file->name());
   return names;
+}
+
+// The route's own tsection.dat is kept in its own letter case.
+bool Is_Local_File(Text_View name) {
+  return Fold_Case(name) == Local_File;
+}
+
+bool Is_Temporary(const File& file) {
+  return file.name().starts_with(Temporary_Prefix);
 }
 
 }  // namespace
@@ -33,12 +42,16 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
     for (const Text& folder : {Root + u"\\Quenby", Parent_Folder(), unfinished})
       Make_Folder(folder);
     // Read once: to ask for a name that is not there yet may mean to read the whole folder.
-    const std::set<Text> kept_before = Folded_Names(Files.GetFolder(unfinished)->Files());
+    const std::set<Text> kept_before = Names_Of(Files.GetFolder(unfinished)->Files());
     for (const auto& new_file : new_files) {
       const Text path = Original_Path(route_folder, new_file->name());
       if (!Files.FileExists(path)) continue;
       const auto original = Files.GetFile(path);
-      if (kept_before.contains(Fold_Case(original->name()))) continue;
+      // A world file that differs in letter case alone is another one.
+      const bool is_other =
+          original->name() != new_file->name() && !Is_Local_File(new_file->name());
+      if (is_other) throw Failure();
+      if (kept_before.contains(original->name())) continue;
       const Text kept_path = Concatenate({unfinished, u"\\", original->name()});
       original->Keep(kept_path);
       kept.push_back(kept_path);
@@ -81,12 +94,40 @@ void Backups::Take_Back(Text_View route_folder) {
   const Text unfinished = Unfinished_Folder(route_folder);
   const auto originals = Files.GetFolder(unfinished)->Files();
   for (const auto& original : originals) {
-    const Text path = Original_Path(route_folder, original->name());
-    if (Files.FileExists(path)) Files.DeleteFile(path, true);
-    original->Move(path);
+    if (!Is_Temporary(*original)) Put_Back(route_folder, *original);
   }
+  Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder}));
+  Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder, u"\\World"}));
+  // Until they are safe in the route, the originals stay here as well.
   Flush_Route(route_folder);
+  for (const auto& original : originals) original->Delete(true);
   Files.DeleteFolder(unfinished);
+}
+
+void Backups::Put_Back(Text_View route_folder, File& original) {
+  const Text name = original.name();
+  const Text path = Original_Path(route_folder, name);
+  if (Files.FileExists(path)) {
+    const auto standing = Files.GetFile(path);
+    const Text standing_name = standing->name();
+    // What differs from the original in letter case is another file, unless an Update has put it
+    // there.
+    const bool is_new_one = Is_Local_File(name) && standing_name == Local_File;
+    if (standing_name == name || is_new_one) standing->Delete(true);
+  }
+  original.Keep(path);
+}
+
+void Backups::Delete_Temporaries(const Text& folder) {
+  if (!Files.FolderExists(folder)) return;
+  const auto files = Files.GetFolder(folder)->Files();
+  for (const auto& file : files) {
+    if (Is_Temporary(*file)) file->Delete(true);
+  }
+}
+
+bool Backups::Is_Unfinished(Text_View route_folder) const {
+  return Files.FolderExists(Unfinished_Folder(route_folder));
 }
 
 std::vector<Backup> Backups::List() const {
@@ -108,12 +149,22 @@ void Backups::Restore(const Backup& backup) {
   const Text folder = Completed_Folder(backup.Route_Folder, backup.Time);
   const auto files = Files.GetFolder(folder)->Files();
   Keep_Originals(backup.Route_Folder, files, folder);
+  std::vector<File*> without_counterpart;
   for (const auto& file : files) {
     const Text path = Original_Path(backup.Route_Folder, file->name());
-    if (Files.FileExists(path)) Files.DeleteFile(path, true);
-    file->Copy(path);
+    if (Files.FileExists(path)) {
+      Files.DeleteFile(path, true);
+      file->Copy(path);
+    } else {
+      without_counterpart.push_back(file.get());
+    }
   }
   Complete(backup.Route_Folder);
+  // These come last, because taking back would leave them in the route.
+  for (File* file : without_counterpart) {
+    file->Copy(Original_Path(backup.Route_Folder, file->name()));
+  }
+  Flush_Route(backup.Route_Folder);
 }
 
 Text Backups::Unfinished_Folder(Text_View route_folder) const {
@@ -124,9 +175,8 @@ Text Backups::Completed_Folder(Text_View route_folder, Text_View time) const {
   return Concatenate({Parent_Folder(), u"\\", route_folder, u" ", time});
 }
 
-// The route's own tsection.dat is kept in its own letter case.
 Text Backups::Original_Path(Text_View route_folder, Text_View name) const {
-  return Route_File_Path(Root, route_folder, Fold_Case(name) == Local_File, name);
+  return Route_File_Path(Root, route_folder, Is_Local_File(name), name);
 }
 
 void Backups::Make_Folder(const Text& path) {

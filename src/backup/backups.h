@@ -35,7 +35,8 @@ class Backups {
 
   // Keeps every file of the route that one of the new files will replace, in the route's
   // .unfinished folder, and forces it and new_files_folder to disk. What is kept there already
-  // stays. Failure: nothing is kept that was not before.
+  // stays. Failure: it cannot be done, or a name differs from the route's in letter case; nothing
+  // is kept that was not before.
   void Keep_Originals(Text_View route_folder, const Collection<File>& new_files,
                       Text_View new_files_folder);
 
@@ -45,7 +46,9 @@ class Backups {
   // The folders of the routes whose last Update has not come to its end.
   std::vector<Text> Unfinished() const;
 
-  // Puts the originals back over the route's files. Failure: some may be back, the others are still
+  bool Is_Unfinished(Text_View route_folder) const;
+
+  // Puts the originals back over the route's files. Failure: some may be back, but all are still
   // kept; it can be tried again.
   void Take_Back(Text_View route_folder);
 
@@ -62,6 +65,8 @@ class Backups {
   Text Completed_Folder(Text_View route_folder, Text_View time) const;
   Text Original_Path(Text_View route_folder, Text_View name) const;
   void Make_Folder(const Text& path);
+  void Put_Back(Text_View route_folder, File& original);
+  void Delete_Temporaries(const Text& folder);
   void Flush_Route(Text_View route_folder);
 
   File_System_Object& Files;

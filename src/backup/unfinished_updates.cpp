@@ -25,11 +25,16 @@ void frmMain::Take_Back_Unfinished_Updates() {
 
 void frmMain::Take_Back_At_Start() {
   std::vector<Text> unfinished;
-  Ignoring_Failures([&] { unfinished = Route_Backups().Unfinished(); });
+  Ignoring_Failures([&] {
+    unfinished = Route_Backups().Unfinished();
+    if (unfinished.empty()) return;
+    Lock_Installation();
+    unfinished = Route_Backups().Unfinished();  // another program may just have come to its end
+  });
   for (const Text& route_folder : unfinished) {
     bool taken_back = false;
     Ignoring_Failures([&] {
-      Lock_Installation();
+      if (!Installation_Lock) return;
       Route_Backups().Take_Back(route_folder);
       taken_back = true;
     });

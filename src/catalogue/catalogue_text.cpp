@@ -9,9 +9,6 @@
 namespace rivelt {
 namespace {
 
-// No system takes a longer path. A damaged file could give every record the whole rest for a name.
-constexpr std::size_t Longest_Name = 32767;
-
 // The text behind the "(" at position; with position 0, where there was none, all of it.
 Text_View Behind(Text_View text, Position position) {
   return Mid_Text(text, position + 1);
@@ -43,6 +40,8 @@ Long Read_Count(Text_View& rest, Text_View keyword) {
 void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape) {
   Forward_Search closes(rest, u")");
   Forward_Search names(rest, u"FileName");
+  const std::size_t longest_names = 2 * rest.size();
+  std::size_t names_length = 0;
   Position position = Find_Text(1, rest, u"TrackShape");
   while (position > 0) {
     position = Find_Text(position, rest, u"(");
@@ -56,7 +55,9 @@ void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View nam
       rest = Behind(rest, position);
       position = closes.Find(rest);
       const Text_View written_name = Left_Text(rest, position - 1);
-      if (written_name.size() > Longest_Name) throw Failure();
+      // In a damaged file every record can have the whole rest for a name.
+      names_length += written_name.size();
+      if (names_length > longest_names) throw Failure();
       const Text name = Replace_Text(written_name, {&Double_Quote, 1}, u"");
       add_shape(Round_Long(id), Trim_Text(name));
     }

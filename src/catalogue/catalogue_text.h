@@ -23,7 +23,8 @@ Long Read_Count(Text_View& rest, Text_View keyword);
 
 // Hands the id and file name of each shape record, in the order of the file, to add_shape. A record
 // whose "FileName" does not stand in its first bracket is passed over. Failure: a name without an
-// end, an id that does not fit a Long.
+// end, names that lie in one another and together are longer than twice the text, an id that does
+// not fit a Long.
 void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape);
 
 }  // namespace rivelt

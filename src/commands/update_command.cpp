@@ -28,11 +28,15 @@ void frmMain::cmdUpdate_Click() try {
 
 void frmMain::Move_Staged_Files() {
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
+  const Text route_folder = Current_Route_Folder();
   if (staged_files.Count() == 0) {
+    // An earlier Update can have moved everything and failed behind that.
+    if (Route_Backups().Is_Unfinished(route_folder)) Route_Backups().Complete(route_folder);
     Add_Line(NL + u"No update needed");
     return;
   }
-  const Text route_folder = Current_Route_Folder();
+  // Another program can have staged these since somebody removed the folder.
+  if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
   Route_Backups().Keep_Originals(route_folder, staged_files, Staging_Folder());
   for (const auto& file : staged_files) {
     const Text destination = Destination(file->name());

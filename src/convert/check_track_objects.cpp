@@ -23,7 +23,9 @@ struct Track_Object {
 
 // A quoted name that holds a ")" is cut there, with its closing quote behind the cut.
 bool Is_Cut_In_Quotes(Text_View name) {
-  return name.starts_with(Double_Quote) && std::ranges::count(name, Double_Quote) == 1;
+  const std::size_t first = name.find_first_not_of(u" \t\r\n");
+  return first != Text_View::npos && name[first] == Double_Quote &&
+         std::ranges::count(name, Double_Quote) == 1;
 }
 
 class Track_Object_Pass {

@@ -15,6 +15,7 @@ Double Only_Number(Text_View field) {
   const Text_View number = field.substr(first, last + 1 - first);
   const Number_Reading reading = Read_Number(number);
   if (number.find_first_of(Blanks) != Text_View::npos ||
+      number.find_first_of(u"0123456789") == Text_View::npos ||
       reading.End != static_cast<Position>(number.size())) {
     throw Failure();
   }

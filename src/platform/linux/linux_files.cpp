@@ -96,16 +96,14 @@ std::unique_ptr<Folder> Linux_File_System::GetFolder(Text_View path) {
   return std::make_unique<Linux_Folder>(Paths, std::move(found.Path));
 }
 
-bool Linux_File_System::FolderExists(Text_View path) try {
-  return Paths->Existing(path).Is_Folder();
-} catch (const Failure&) {
-  return false;
+bool Linux_File_System::FolderExists(Text_View path) {
+  const auto found = Paths->Look_For(path);
+  return found && found->Is_Folder();
 }
 
-bool Linux_File_System::FileExists(Text_View path) try {
-  return Paths->Existing(path).Is_File();
-} catch (const Failure&) {
-  return false;
+bool Linux_File_System::FileExists(Text_View path) {
+  const auto found = Paths->Look_For(path);
+  return found && found->Is_File();
 }
 
 void Linux_File_System::CreateFolder(Text_View path) {

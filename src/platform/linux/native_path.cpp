@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "platform/linux/walk_folder.h"
 #include "text/letter_case.h"
@@ -13,14 +14,24 @@ namespace {
 // False if there is no such thing. Failure: the system does not say.
 bool Look_Up(Native_Paths::Found& found) {
   if (stat(found.Path.c_str(), &found.State) == 0) return true;
-  if (errno != ENOENT) throw Failure();
+  if (errno != ENOENT && errno != ENOTDIR && errno != ENAMETOOLONG) throw Failure();
   return false;
+}
+
+bool Is_Folder(const std::string& path) {
+  Native_Paths::Found found{path.empty() ? "." : path};
+  return Look_Up(found) && found.Is_Folder();
+}
+
+bool Can_Be_Spelled(Text_View path) {
+  return !path.empty() && path.find(u'\0') == Text_View::npos;
 }
 
 bool Is_Drive_Letter(char unit) {
   return (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z');
 }
 
+// The path of the entry that differs in letter case, empty if there is none.
 std::string Differing_In_Case(const std::string& folder, std::string_view component) {
   const Text wanted = Fold_Case(From_Utf8(component));
   std::string best;
@@ -35,15 +46,14 @@ std::string Differing_In_Case(const std::string& folder, std::string_view compon
     best = std::move(found.Path);
     best_name = std::move(wide);
   });
-  if (best.empty()) throw Failure();
   return best;
 }
 
 }  // namespace
 
 Native_Paths::Spelled_Path Native_Paths::Spell(Text_View path) const {
+  if (!Can_Be_Spelled(path)) throw Failure();
   std::string bytes = To_Utf8(path);
-  if (bytes.empty() || bytes.find('\0') != std::string::npos) throw Failure();
   std::replace(bytes.begin(), bytes.end(), '\\', '/');
   Spelled_Path spelled;
   if (bytes.size() > 1 && bytes[1] == ':' && Is_Drive_Letter(bytes[0])) {
@@ -59,7 +69,7 @@ Native_Paths::Spelled_Path Native_Paths::Spell(Text_View path) const {
   return spelled;
 }
 
-Native_Paths::Found Native_Paths::Find(const Spelled_Path& spelled) {
+std::optional<Native_Paths::Found> Native_Paths::Find(const Spelled_Path& spelled) {
   Found found{spelled.Start + spelled.Rest};
   if (Look_Up(found)) return found;
   found.Path = spelled.Start;
@@ -69,14 +79,24 @@ Native_Paths::Found Native_Paths::Find(const Spelled_Path& spelled) {
     if (component.empty()) continue;
     const std::string folder = found.Path;
     found.Path = Below(folder, component);
-    if (!Look_Up(found)) found.Path = Differing_In_Case(folder, component);
+    if (Look_Up(found)) continue;
+    if (!Is_Folder(folder)) return std::nullopt;
+    found.Path = Differing_In_Case(folder, component);
+    if (found.Path.empty()) return std::nullopt;
   }
-  if (!Look_Up(found)) throw Failure();
+  if (!Look_Up(found)) return std::nullopt;
   return found;
 }
 
-Native_Paths::Found Native_Paths::Existing(Text_View path) const {
+std::optional<Native_Paths::Found> Native_Paths::Look_For(Text_View path) const {
+  if (!Can_Be_Spelled(path)) return std::nullopt;
   return Find(Spell(path));
+}
+
+Native_Paths::Found Native_Paths::Existing(Text_View path) const {
+  std::optional<Found> found = Look_For(path);
+  if (!found) throw Failure();
+  return *std::move(found);
 }
 
 std::string Native_Paths::To_Be_Made(Text_View path) const {
@@ -85,7 +105,9 @@ std::string Native_Paths::To_Be_Made(Text_View path) const {
   std::string name(Name_Of(spelled.Rest));
   spelled.Rest.resize(spelled.Rest.size() - name.size());
   if (spelled.Start.empty() && spelled.Rest.empty()) return name;
-  return Below(Find(spelled).Path, name);
+  const std::optional<Found> folder = Find(spelled);
+  if (!folder) throw Failure();
+  return Below(folder->Path, name);
 }
 
 std::string_view Name_Of(std::string_view native_path) {

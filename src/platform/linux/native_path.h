@@ -6,6 +6,7 @@
 
 #include <sys/stat.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,7 +27,10 @@ class Native_Paths {
 
   explicit Native_Paths(const std::string& wine_prefix) : Drives(wine_prefix + "/dosdevices/") {}
 
-  // Failure: there is nothing of that name, in any letter case.
+  // Nothing if there is nothing of that name, in any letter case. Failure: the system does not say.
+  std::optional<Found> Look_For(Text_View path) const;
+
+  // Failure: as above, or there is nothing of that name.
   Found Existing(Text_View path) const;
 
   // Where something new of that name belongs, whether or not the name is taken. Failure: its
@@ -41,7 +45,7 @@ class Native_Paths {
   };
 
   Spelled_Path Spell(Text_View path) const;
-  static Found Find(const Spelled_Path& spelled);
+  static std::optional<Found> Find(const Spelled_Path& spelled);
 
   std::string Drives;
 };

@@ -9,9 +9,10 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "app/file_service.h"
 #include "platform/linux/native_path.h"
 #include "platform/linux/walk_folder.h"
-#include "text/text.h"
+#include "text/utf8.h"
 
 namespace rivelt {
 namespace {
@@ -20,7 +21,8 @@ constexpr unsigned Permissions = 0666;  // less the umask
 
 std::string Next_Temporary(const std::string& path) {
   static unsigned long count = 0;
-  const std::string name = ".rivelt-" + std::to_string(getpid()) + "-" + std::to_string(++count);
+  const std::string name =
+      To_Utf8(Temporary_Prefix) + std::to_string(getpid()) + "-" + std::to_string(++count);
   return Below(Folder_Of(path), name);
 }
 

@@ -60,6 +60,8 @@ void For_Each_Entry(const std::string& folder,
 std::vector<std::string> Names_In_Order(const std::string& folder, mode_t kind) {
   std::vector<Sorted_Name> found;
   For_Each_Entry(folder, [&](const char* name, unsigned char entry_kind) {
+    // No path of the program leads to a name with a separator in it.
+    if (std::string_view(name).find('\\') != std::string_view::npos) return;
     if (!Is_Kind(folder, name, entry_kind, kind)) return;
     Text wide = From_Utf8(name);
     Text folded = Fold_Case(wide);

@@ -29,11 +29,14 @@ Text Route_In_Folder(const Console_Window& window, const Text& folder) {
 std::vector<Listed_Backup> Backups_Of(const Console_Window& window,
                                       const Backup_Settings& settings) {
   std::optional<Text> wanted;
-  if (settings.Route) wanted = Route_To_Pick(window.List(Control::cmbRoutes), *settings.Route);
+  if (settings.Route) {
+    wanted = window.Form().Folder_Of_Route(
+        Route_To_Pick(window.List(Control::cmbRoutes), *settings.Route));
+  }
   std::vector<Listed_Backup> listed;
   for (const Backup& backup : window.Form().Route_Backups().List()) {
     const Text route = Route_In_Folder(window, backup.Route_Folder);
-    const bool is_meant = (!wanted || route == *wanted) &&
+    const bool is_meant = (!wanted || backup.Route_Folder == *wanted) &&
                           (!settings.Time || From_Utf8(*settings.Time) == backup.Time);
     if (is_meant) listed.push_back({route, backup});
   }

@@ -1,5 +1,6 @@
 #include "programs/cli/console_window.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "app/watched_files.h"
@@ -47,15 +48,16 @@ void Console_Window::Yield() {
 }
 
 void Console_Window::Show_Status() {
-  if (Shown_Pointer() != Pointer::Hourglass || File_Progress.Opened == 0) return;
-  std::fprintf(stderr, "\r%d of %d files\033[K", File_Progress.Opened, File_Progress.Total);
-  Status_Shown = File_Progress.Opened;
+  if (Shown_Pointer() != Pointer::Hourglass || File_Progress.Total == 0) return;
+  std::fprintf(stderr, "\r%d of %d files\033[K", std::max(File_Progress.Opened - 1, 0),
+               File_Progress.Total);
+  Status_Shown = true;
 }
 
 void Console_Window::Clear_Status() {
-  if (Status_Shown == 0) return;
+  if (!Status_Shown) return;
   std::fputs("\r\033[K", stderr);
-  Status_Shown = 0;
+  Status_Shown = false;
 }
 
 }  // namespace rivelt

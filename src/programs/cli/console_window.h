@@ -46,7 +46,7 @@ class Console_Window : public Memory_Window {
   Output& Console;
   std::unique_ptr<Registry> Source;
   Progress File_Progress;
-  Long Status_Shown = 0;
+  bool Status_Shown = false;
   bool Failure_Shown = false;
 };
 

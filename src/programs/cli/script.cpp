@@ -195,6 +195,10 @@ int Run_Script(Console_Window& window, Output& output, std::istream& input) {
     output.Flush();
   }
   if (End_Requested()) throw Interrupted();
+  if (input.bad()) {
+    Write_Error("Cannot read the script");
+    return Exit_Wrong_Usage;
+  }
   return window.Failed() ? Exit_Failure : Exit_Done;
 }
 
