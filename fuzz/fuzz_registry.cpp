@@ -1,0 +1,50 @@
+// Wine's registry file: any bytes are taken, and behind any bytes a value that was written is read.
+
+#include <string>
+
+#include "fuzzing.h"
+#include "platform/linux/registry_text.h"
+#include "text/letter_case.h"
+#include "text/utf8.h"
+
+using namespace rivelt;
+using namespace rivelt::fuzzing;
+
+namespace {
+
+// Each unit by its number, in the four digits that keep it apart from what follows.
+std::string Escaped(Text_View text) {
+  std::string escaped;
+  for (const unsigned unit : text) {
+    escaped += "\\x";
+    for (int shift = 12; shift >= 0; shift -= 4) escaped += "0123456789abcdef"[unit >> shift & 15];
+  }
+  return escaped;
+}
+
+void Require_Form(const std::optional<Registry_Values>& values) {
+  if (!values) return;
+  for (const auto& [name, value] : *values) {
+    const bool is_text = value.Type == 1 || value.Type == 2 || value.Type == 7;
+    Require(name == Fold_Case(name), "names are folded");
+    Require(!is_text || value.Data.empty() || value.Data.back() == 0, "texts end in a zero");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string file(data, data + size);
+  Require_Form(Read_Registry_Key(file, "Ab\\c"));
+  // An empty line ends whatever stands in front of it.
+  const Text text = From_Utf8(file.substr(0, 300));
+  const std::string written = "\"" + Escaped(text) + "\"";
+  const std::string ours = "\n\n[AB\\\\C] 1\n@=str(2):\"@\"\n" + written + "=" + written + "\n";
+  const auto values = Read_Registry_Key(file + ours, "aB\\c");
+  Require_Form(values);
+  const Registry_Value* value = Find_Value(*values, To_Utf8(text));
+  Require(value != nullptr && value->Data == To_Utf8(text + u'\0'), "a written value is read");
+  Require_Speed(Read_Input(data, size),
+                [](Text_View long_text) { Read_Registry_Key("[a]\n" + To_Utf8(long_text), "a"); });
+  return 0;
+}

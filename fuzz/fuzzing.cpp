@@ -1,0 +1,71 @@
+#include "fuzzing.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <limits>
+#include <numeric>
+
+namespace rivelt::fuzzing {
+
+void Require(bool holds, const char* message) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %s\n", message);
+  std::abort();
+}
+
+Input Read_Input(const std::uint8_t* data, std::size_t size) {
+  Input input;
+  if (size == 0) return input;
+  input.Choice = data[0];
+  for (std::size_t i = 1; i < size; ++i) {
+    unsigned unit = data[i];
+    if (unit >= 128 && i + 1 < size) unit = (unit - 128) | (unsigned{data[++i]} << 8);
+    input.Units += static_cast<char16_t>(unit);
+  }
+  input.Is_Long = std::accumulate(data + 1, data + size, 0U) % 256 == input.Choice;
+  return input;
+}
+
+Long Offset(unsigned choice) {
+  constexpr Long offsets[] = {0,
+                              1,
+                              -1,
+                              960,
+                              -40000,
+                              1000000000,
+                              std::numeric_limits<Long>::max(),
+                              std::numeric_limits<Long>::min()};
+  return offsets[choice % 8];
+}
+
+Outcome Outcome_Of(const std::function<void(Outcome&, const Log_Line&)>& pass) {
+  Outcome outcome;
+  try {
+    pass(outcome, [&](Text_View line) { outcome.Lines.emplace_back(line); });
+  } catch (const Failure&) {
+    outcome.Failed = true;
+  }
+  return outcome;
+}
+
+void Require_Speed(const Input& input, const std::function<void(Text_View)>& pass) {
+  constexpr std::size_t length = 1 << 19;
+  constexpr int most_seconds = 2;
+  if (!input.Is_Long || input.Units.empty()) return;
+  const std::size_t bar = input.Units.find(u'|');
+  const Text line = bar == 0 ? u"|" : input.Units.substr(0, bar);
+  Text text;
+  text.reserve(length + input.Units.size());
+  while (text.size() + line.size() <= length) text += line;
+  if (bar != Text::npos) text += input.Units.substr(bar + 1);
+  const std::clock_t start = std::clock();
+  try {
+    pass(text);
+  } catch (const Failure&) {
+    text.clear();
+  }
+  Require(std::clock() - start < most_seconds * CLOCKS_PER_SEC, "the time grows with the text");
+}
+
+}  // namespace rivelt::fuzzing

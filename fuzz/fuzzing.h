@@ -1,0 +1,52 @@
+// What the fuzzers share. An input is one byte of choices and a text; each fuzzer aborts where what
+// must hold does not.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "convert/log_line.h"
+#include "text/text.h"
+
+namespace rivelt::fuzzing {
+
+// Aborts, with the message, unless it holds.
+void Require(bool holds, const char* message);
+
+struct Input {
+  // The first byte, which picks offsets and tables.
+  unsigned Choice = 0;
+  // A byte below 128 is a unit of its own, any other one together with its neighbour.
+  Text Units;
+  // Whether the first byte is the sum of all others. Seldom by chance, and no mutation keeps it so.
+  bool Is_Long = false;
+};
+
+Input Read_Input(const std::uint8_t* data, std::size_t size);
+
+// A few offsets, the extremes among them.
+Long Offset(unsigned choice);
+
+// What a pass gave and logged; of one that failed, only what it logged.
+struct Outcome {
+  bool Failed = false;
+  Text Output;
+  std::vector<Long> Numbers;
+  std::vector<Text> Lines;
+  bool operator==(const Outcome&) const = default;
+};
+
+// Runs a pass, which puts its results into the outcome and hands its lines to the log.
+Outcome Outcome_Of(const std::function<void(Outcome&, const Log_Line&)>& pass);
+
+// For a long input: half a million units, which repeat what stands in it up to the first "|" and
+// end in what stands behind that, must not take the pass more than two seconds.
+void Require_Speed(const Input& input, const std::function<void(Text_View)>& pass);
+
+}  // namespace rivelt::fuzzing
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,0 +1,282 @@
+#include "naive_passes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "text/primitives.h"
+
+namespace rivelt::naive {
+namespace {
+
+constexpr Text_View Blanks = u" \t\r\n";
+
+// A number of this size and more can be beyond the range of a Double once it is rounded to 15
+// digits.
+constexpr Double Nearly_Infinite = 1.797e308;
+
+Text Lower(Text_View text) {
+  Text lower(text);
+  for (char16_t& unit : lower) {
+    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + 32);
+  }
+  return lower;
+}
+
+// The ")" that balances the "(" at open, or 0.
+Position Walk(const Text& text, Position open) {
+  int depth = 1;
+  for (auto i = static_cast<std::size_t>(open); i < text.size(); ++i) {
+    if (text[i] == u'(') ++depth;
+    if (text[i] == u')') --depth;
+    if (depth == 0) return static_cast<Position>(i + 1);
+  }
+  return 0;
+}
+
+Double Only_Number(Text_View field) {
+  Text number(field);
+  number.erase(0, number.find_first_not_of(Blanks));
+  number.erase(number.find_last_not_of(Blanks) + 1);
+  const bool is_one = number.find_first_of(Blanks) == Text::npos;
+  if (number.empty() || !is_one || Read_Number(number + u"!").End != Position(number.size())) {
+    throw Failure();
+  }
+  return Text_Value(number);
+}
+
+Text Written(Double number, bool& reads_back) {
+  if (std::fabs(number) >= Nearly_Infinite) reads_back = false;
+  return Number_Text(number);
+}
+
+// Takes the section record at p, up to the blank behind its number, off the rest.
+Double Take_Section(Position p, Text& rest, Text& output) {
+  p = Find_Text(p, rest, u")");
+  if (p == 0) throw Failure();
+  output += Left_Text(rest, p);
+  const Position q = Find_Text(p + 4, rest, u" ");
+  const Double id = Only_Number(Mid_Text(rest, p + 1, q - p));
+  rest = Mid_Text(rest, q);
+  return id;
+}
+
+// A number of one digit would be read together with the next one.
+Text Written_Section(Double number, bool& reads_back) {
+  const Text written = Written(number, reads_back);
+  if (written.size() < 3) reads_back = false;
+  return written;
+}
+
+Long First_Delta(Text_View what, Double id, Long reserved, const Log_Line& log) {
+  const Long delta = Round_Long(reserved - id);
+  if (delta == 0) return 0;
+  log(Text(what) + u" changed: " + Number_Text(id) + u" -> " + Number_Text(reserved));
+  return delta;
+}
+
+}  // namespace
+
+Position Find_Text(Position start, Text_View text, Text_View target) {
+  if (start < 1) throw Failure();
+  const std::size_t hit = Lower(text).find(Lower(target), static_cast<std::size_t>(start) - 1);
+  return hit == Text::npos ? 0 : static_cast<Position>(hit + 1);
+}
+
+Text Strip_Blocks(Text rest, Text_View tag) {
+  const std::size_t most = 2 * rest.size();
+  Text output;
+  while (const Position p = Find_Text(1, rest, tag)) {
+    output += Left_Text(rest, p - 1);
+    const Position close = Walk(rest, Find_Text(p, rest, u"("));
+    if (close == 0 || output.size() > most) throw Failure();
+    rest = Mid_Text(rest, close + 1);
+  }
+  return output + rest;
+}
+
+void Read_Catalogue(Text rest, const Log_Line& take) {
+  rest = Trim_Text(rest);
+  if (const Position p = Find_Text(1, rest, u"Build")) {
+    take(Mid_Text(rest, p + 6, Find_Text(p, rest, u")") - p - 6));
+  }
+  rest = Strip_Blocks(Strip_Blocks(rest, u"_SKIP"), u"_INFO");
+  for (const Text_View keyword : {u"TrackSections", u"TrackShapes"}) {
+    rest = Mid_Text(rest, Find_Text(Find_Text(1, rest, keyword), rest, u"(") + 1);
+    take(Number_Text(Round_Long(Text_Value(rest))));
+  }
+  while (Position p = Find_Text(1, rest, u"TrackShape")) {
+    p = Find_Text(p, rest, u"(");
+    if (p == 0) return;
+    rest = Mid_Text(rest, p + 1);
+    const Double id = Text_Value(rest);
+    p = Find_Text(1, rest, u"FileName");
+    if (p == 0 || p >= Find_Text(1, rest, u")")) continue;
+    rest = Mid_Text(rest, Find_Text(p, rest, u"(") + 1);
+    Text name(Left_Text(rest, Find_Text(1, rest, u")") - 1));
+    std::erase(name, Double_Quote);
+    take(Number_Text(Round_Long(id)));
+    take(Trim_Text(name));
+  }
+}
+
+Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
+                                 const Log_Line& log, bool& reads_back) {
+  Rebased_Tsection result;
+  bool is_first = true;
+  while (const Position p = Find_Text(1, rest, u"SectionCurve")) {
+    const Double id = Take_Section(p, rest, result.Output);
+    if (std::exchange(is_first, false)) {
+      result.Section_Delta = First_Delta(u"SectionIdx", id, reserved_sections, log);
+    }
+    result.Output += Written_Section(id + result.Section_Delta, reads_back);
+  }
+  Position p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
+  const Double record_count = Text_Value(Mid_Text(rest, p + 1, 20));
+  is_first = true;
+  for (p = Find_Text(p, rest, u"TrackPath"); p > 0; p = Find_Text(1, rest, u"TrackPath")) {
+    p = Find_Text(p, rest, u"(");
+    result.Output += Left_Text(rest, p);
+    const Position q = Find_Text(p, rest, u")");
+    std::vector<Text> fields = Split_Text(Trim_Text(Mid_Text(rest, p + 1, q - p - 1)));
+    if (fields.empty()) throw Failure();
+    const Double id = Text_Value(fields[0]);
+    if (std::exchange(is_first, false)) {
+      result.Shape_Delta = First_Delta(u"ShapeIdx", id, reserved_shapes, log);
+    }
+    fields[0] = Written(id + result.Shape_Delta, reads_back);
+    for (std::size_t i = 2; i < fields.size(); ++i) {
+      fields[i] = Trim_Text(Written(Text_Value(fields[i]) + result.Section_Delta, reads_back));
+    }
+    result.Output += Join_Text(fields);
+    rest = u" " + Text(Mid_Text(rest, q));
+  }
+  result.Output += rest;
+  log(u"Total of " + Number_Text(record_count) + u" dynamic tracks");
+  return result;
+}
+
+Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log,
+                              bool& reads_back) {
+  Passed_World result;
+  while (Position p = Find_Text(1, rest, u"Dyntrack")) {
+    ++result.Count;
+    const Position next = Find_Text(p + 8, rest, u"Dyntrack");
+    const std::size_t left_at_next = next == 0 ? 0 : Mid_Text(rest, next).size();
+    for (int i = 0; i < 5; ++i) {
+      Double id = Take_Section(Find_Text(p, rest, u"SectionCurve"), rest, result.Output);
+      if (rest.size() <= left_at_next) throw Failure();
+      if (id != 4294967295.0) id += section_delta;
+      result.Output += Written_Section(id, reads_back);
+      p = 1;
+    }
+    p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
+    result.Output += Left_Text(rest, p);
+    const Position q = Find_Text(p, rest, u")");
+    const Double id = Text_Value(Mid_Text(rest, p + 1, q - p));
+    result.Output += Written(id + shape_delta, reads_back);
+    rest = Mid_Text(rest, q);
+    if (rest.size() <= left_at_next) throw Failure();
+    rest.insert(0, u" ");
+  }
+  log(Number_Text(result.Count) + u" dynamic tracks");
+  result.Output += rest;
+  return result;
+}
+
+namespace {
+
+// One record at the front of the rest; the parts that a pass over it tells apart.
+struct Record {
+  Text Head, Id, Middle, Name, Rest;
+  Position Left_End = 0;  // where it ends if it has to stay as it is, else 0
+};
+
+Record Read_Record(const Text& rest) {
+  const Position open = Find_Text(1, rest, u"(");
+  const Position end = open == 0 ? 0 : Walk(rest, open);
+  const auto behind_end = [end](Position place) { return end != 0 && place > end; };
+  Record record;
+  Position p = Find_Text(1, rest, u"SectionIdx");
+  const Position name = Find_Text(1, rest, u"FileName");
+  record.Left_End = end;
+  if (behind_end(p) || (end != 0 && name != 0 && name < p)) return record;
+  p = Find_Text(p, rest, u"(");
+  if (behind_end(p)) return record;
+  Position q = Find_Text(p, rest, u")");
+  record.Head = Left_Text(rest, p);
+  record.Id = Mid_Text(rest, p + 1, q - p);
+  static_cast<void>(Text_Value(record.Id));
+  p = Find_Text(q, rest, u"FileName");
+  if (behind_end(p)) return record;
+  p = Find_Text(p, rest, u"(");
+  if (behind_end(p)) return record;
+  record.Middle = u" " + Text(Mid_Text(rest, q, p - q + 1)) + u" ";
+  q = Find_Text(p, rest, u")");
+  record.Name = Trim_Text(Mid_Text(rest, p + 1, q - p - 1));
+  record.Rest = u" " + Text(Mid_Text(rest, q));
+  const bool is_cut = record.Name.starts_with(u'"') && std::ranges::count(record.Name, u'"') == 1;
+  record.Left_End = is_cut ? q : 0;
+  return record;
+}
+
+// What stays of the rest without the record, nothing if its brackets are at odds with its elements.
+std::optional<Text> Without(const Record& record) {
+  const Text whole = record.Head + record.Middle + record.Rest;
+  const Position close = Walk(whole, Find_Text(1, whole, u"("));
+  if (close == 0) throw Failure();
+  if (close <= Position(whole.size() - record.Rest.size())) return std::nullopt;
+  return Text(Mid_Text(whole, close + 1));
+}
+
+}  // namespace
+
+Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log,
+                                 bool& reads_back) {
+  Passed_World result;
+  while (const Position p = Find_Text(1, rest, u"TrackObj")) {
+    result.Output += Left_Text(rest, p - 1);
+    rest = Mid_Text(rest, p);
+    Record record = Read_Record(rest);
+    const Text name = record.Left_End == 0 ? tables.Map_Shape(record.Name) : Text();
+    if (name == u" -delete-") {
+      reads_back = false;  // what stood around the record may be a keyword now
+      if (const auto without = Without(record)) {
+        ++result.Count;
+        rest = *without;
+        continue;
+      }
+      record.Left_End = Position(rest.size() - record.Rest.size() + 2);
+    }
+    if (record.Left_End != 0) {
+      log(u"Left a track object as it is, I cannot read it");
+      result.Output += Left_Text(rest, record.Left_End);
+      rest = Mid_Text(rest, record.Left_End + 1);
+      continue;
+    }
+    const Double old_id = Text_Value(record.Id);
+    const Long new_id = tables.Shape_Id(name);
+    if (new_id == -1) {
+      log(u"Unknown shape " + name + u", id " + Number_Text(old_id));
+    } else if (new_id != old_id) {
+      log(name + u" id: " + Number_Text(old_id) + u" -> " + Number_Text(new_id));
+      ++result.Count;
+    } else if (name != record.Name) {
+      ++result.Count;
+    }
+    // A "(" that goes lets the record end elsewhere.
+    if ((record.Id + (name == record.Name ? u"" : record.Name)).find(u'(') != Text::npos) {
+      reads_back = false;
+    }
+    result.Output +=
+        record.Head + Written(new_id == -1 ? old_id : new_id, reads_back) + record.Middle + name;
+    rest = record.Rest;
+  }
+  log(Number_Text(result.Count) + u" track sections has been changed");
+  result.Output += rest;
+  return result;
+}
+
+}  // namespace rivelt::naive

@@ -1,0 +1,28 @@
+// The passes once more, as plainly as they can be said: the rest and the output are texts of their
+// own, and every search walks the rest from its front. Slow, and therefore easy to trust.
+//
+// reads_back becomes false where a pass over the output need not give the output again.
+
+#pragma once
+
+#include <string>
+
+#include "convert/rebase_tsection.h"
+#include "convert/world_passes.h"
+
+namespace rivelt::naive {
+
+Position Find_Text(Position start, Text_View text, Text_View target);
+Text Strip_Blocks(Text rest, Text_View tag);
+
+// The version, if there is one, then the two counts and each shape's id and name, to take.
+void Read_Catalogue(Text rest, const Log_Line& take);
+
+Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
+                                 const Log_Line& log, bool& reads_back);
+Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log,
+                              bool& reads_back);
+Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log,
+                                 bool& reads_back);
+
+}  // namespace rivelt::naive
