@@ -1,0 +1,29 @@
+// Paths as the file calls take them: absolute, behind the prefix that lifts the limit on their
+// length.
+
+#pragma once
+
+#include <string>
+
+#include "text/text.h"
+
+namespace rivelt {
+
+// The path, seen from the working directory. Failure: it is no path of a file or folder (empty, the
+// name of a device, a character 0 inside).
+std::wstring Full_Path(Text_View path);
+
+// The path of an entry of the folder, with the name exactly as given.
+std::wstring Path_In(const std::wstring& folder, const std::wstring& name);
+
+// What stands behind the last separator.
+Text Last_Name(const std::wstring& full_path);
+
+// Whether something stands under the path, and is a folder. Links are followed.
+struct Path_State {
+  bool Exists = false;
+  bool Is_Folder = false;
+};
+Path_State State_Of(const std::wstring& full_path);
+
+}  // namespace rivelt

@@ -1,0 +1,87 @@
+#include "platform/windows/staged_file.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "platform/windows/paths.h"
+
+namespace rivelt {
+namespace {
+
+std::wstring Temporary_Name(int attempt) {
+  return L".rivelt-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+         std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(attempt) + L".tmp";
+}
+
+Owned_Handle Create_Beside(const std::wstring& target, std::wstring& path) {
+  const std::wstring folder = target.substr(0, target.rfind(L'\\'));
+  constexpr int attempts = 100;
+  for (int attempt = 0; attempt < attempts; ++attempt) {
+    path = Path_In(folder, Temporary_Name(attempt));
+    const HANDLE handle = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle != INVALID_HANDLE_VALUE) return Owned_Handle(handle);
+    if (GetLastError() != ERROR_FILE_EXISTS) break;
+  }
+  throw Failure();
+}
+
+}  // namespace
+
+Staged_File::Staged_File(std::wstring target)
+    : Target(std::move(target)), Handle(Create_Beside(Target, Temporary_Path)) {
+  Is_Marked = Mark_For_Deletion(true);
+}
+
+Staged_File::~Staged_File() {
+  if (Is_In_Place) return;
+  Is_Marked = Mark_For_Deletion(true);
+  Handle.reset();
+  if (!Is_Marked) DeleteFileW(Temporary_Path.c_str());
+}
+
+void Staged_File::Write(const void* bytes, std::size_t size) {
+  const char* next = static_cast<const char*>(bytes);
+  while (size > 0) {
+    constexpr std::size_t most = std::size_t{1} << 26;
+    DWORD written = 0;
+    Require(
+        WriteFile(Handle.get(), next, static_cast<DWORD>(std::min(size, most)), &written, nullptr));
+    Require(written > 0);
+    next += written;
+    size -= written;
+  }
+}
+
+void Staged_File::Copy_Times(HANDLE from) {
+  FILETIME created{};
+  FILETIME accessed{};
+  FILETIME written{};
+  Require(GetFileTime(from, &created, &accessed, &written));
+  Require(SetFileTime(Handle.get(), &created, &accessed, &written));
+}
+
+void Staged_File::Take_Place(bool replace) {
+  const std::size_t name_size = Target.size() * sizeof(wchar_t);
+  std::vector<std::byte> buffer(sizeof(FILE_RENAME_INFO) + name_size);
+  auto& rename = *reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
+  rename.ReplaceIfExists = static_cast<BOOLEAN>(replace);
+  rename.FileNameLength = static_cast<DWORD>(name_size);
+  std::memcpy(rename.FileName, Target.c_str(), name_size);
+  // A file that is still marked would vanish from its place as soon as it is closed.
+  if (Is_Marked) Require(Mark_For_Deletion(false));
+  Require(SetFileInformationByHandle(Handle.get(), FileRenameInfo, buffer.data(),
+                                     static_cast<DWORD>(buffer.size())));
+  Is_In_Place = true;
+  Handle.reset();
+}
+
+bool Staged_File::Mark_For_Deletion(bool deleted) {
+  FILE_DISPOSITION_INFO disposition{static_cast<BOOLEAN>(deleted)};
+  return SetFileInformationByHandle(Handle.get(), FileDispositionInfo, &disposition,
+                                    sizeof disposition) != FALSE;
+}
+
+}  // namespace rivelt

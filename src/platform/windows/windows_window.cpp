@@ -1,0 +1,250 @@
+#include "platform/windows/windows_window.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/windows/control_kinds.h"
+
+// Behind the former, on which it rests.
+#include <commdlg.h>
+
+namespace rivelt {
+namespace {
+
+constexpr wchar_t Class_Name[] = L"Rivelt";
+constexpr DWORD Form_Style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr ULONGLONG Frame_Time = 16;  // milliseconds: about 60 repaints a second
+constexpr WORD Icon_Number = 1;       // in the resources of the program
+
+bool Is_List(Control control) {
+  return Row_Of(control).Type == Control_Type::Drop_Down_List;
+}
+
+HICON Program_Icon(int width_metric, int height_metric) {
+  return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(Icon_Number),
+                                       IMAGE_ICON, GetSystemMetrics(width_metric),
+                                       GetSystemMetrics(height_metric), LR_SHARED));
+}
+
+void Register_Class(WNDPROC procedure) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = procedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.hIcon = Program_Icon(SM_CXICON, SM_CYICON);
+  description.hIconSm = Program_Icon(SM_CXSMICON, SM_CYSMICON);
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+  description.lpszClassName = Class_Name;
+  RegisterClassExW(&description);  // refused, and not needed, for a second window
+}
+
+}  // namespace
+
+Windows_Window::Windows_Window() {
+  for (const Control_Row& row : Control_Table) {
+    Enabled_States[Tab(row.Id)] = row.Enabled_At_Start;
+  }
+  Tracks.Add(Delete_Entry);
+}
+
+Windows_Window::~Windows_Window() {
+  Unload();
+}
+
+void Windows_Window::Start(Registry& registry, Create_File_System_Object create_object) {
+  Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Log.Show();
+  Drops_Input = true;
+  Handle_Pending();
+  Drops_Input = false;
+}
+
+void Windows_Window::Run() {
+  MSG message{};
+  while (Form != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0) Handle_Message(message);
+}
+
+void Windows_Window::Handle_Pending() {
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) Handle_Message(message);
+}
+
+void Windows_Window::Show() {
+  Create_Window();
+  ShowWindow(Form, SW_SHOWNORMAL);
+  SetFocus(Handle(Control::cmbRoutes));
+  UpdateWindow(Form);
+}
+
+void Windows_Window::Create_Window() {
+  Register_Class(Window_Procedure);
+  Form = CreateWindowExW(WS_EX_CONTROLPARENT, Class_Name, To_Wide(Window_Caption).c_str(),
+                         Form_Style, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr, nullptr,
+                         GetModuleHandleW(nullptr), this);
+  Dpi = Dpi_Of(Form);
+  for (const Control_Row& row : Control_Table) Create_Control(row);
+  Lay_Out();
+}
+
+void Windows_Window::Create_Control(const Control_Row& row) {
+  const Control_Kind kind = Kind_Of(row);
+  HWND& handle = Handles[Tab(row.Id)];
+  handle = CreateWindowExW(kind.Extended_Style, kind.Class, To_Wide(row.Caption).c_str(),
+                           kind.Style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, Form,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(Command_Id(row.Id))),
+                           GetModuleHandleW(nullptr), nullptr);
+  Apply_Enabled(row);
+  if (row.Id == Control::optDynamic_0) SendMessageW(handle, BM_SETCHECK, BST_CHECKED, 0);
+  if (row.Id == Control::txtMessages) Log.Attach(handle);
+  if (Drop_List* list = List_Of(row.Id)) {
+    list->Attach(handle, row.Id == Control::cmbRoutes ? Routes : Tracks);
+  }
+}
+
+void Windows_Window::Lay_Out() {
+  Size_Form();
+  Owned_Font font = Message_Font(Dpi);
+  for (const Control_Row& row : Control_Table) {
+    const HWND handle = Handle(row.Id);
+    const RECT place = Place_Of(row, Dpi);
+    const int height = place.bottom - place.top;
+    SendMessageW(handle, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    // The height of a drop-down list is that with its entries shown.
+    constexpr int shown_entries = 16;
+    SetWindowPos(handle, nullptr, place.left, place.top, place.right - place.left,
+                 Is_List(row.Id) ? height * shown_entries : height, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (Drop_List* list = List_Of(row.Id)) list->Fit(height);
+  }
+  Font = std::move(font);
+  Log.Font_Changed();
+  InvalidateRect(Form, nullptr, TRUE);
+}
+
+// The frame around the client area is not of the same height for every title bar, so the first size
+// is put right by what came of it.
+void Windows_Window::Size_Form() {
+  const SIZE wanted = Client_Size(Dpi);
+  SIZE size = wanted;
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    SetWindowPos(Form, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT client{};
+    GetClientRect(Form, &client);
+    size.cx += wanted.cx - client.right;
+    size.cy += wanted.cy - client.bottom;
+  }
+}
+
+void Windows_Window::Change_Dpi(UINT dpi, const RECT& suggested) {
+  Dpi = dpi;
+  SetWindowPos(Form, nullptr, suggested.left, suggested.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  Lay_Out();
+}
+
+void Windows_Window::Unload() {
+  if (Form != nullptr) DestroyWindow(Form);
+}
+
+Text Windows_Window::Read_Text(Control control) const {
+  if (control == Control::txtMessages) return Log.Content();
+  if (Is_List(control)) return Lists[List_Index(control)].Picked();
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle(control))) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(
+      GetWindowTextW(Handle(control), text.data(), static_cast<int>(text.size()))));
+  return From_Wide(text);
+}
+
+void Windows_Window::Write_Log(Text_View text) {
+  Log.Replace(text);
+}
+
+void Windows_Window::Append_Log(Text_View text) {
+  Log.Append(text);
+  if (!Gate.Working()) Log.Show();
+}
+
+void Windows_Window::Enable(Control control, bool enabled) {
+  Enabled_States[Tab(control)] = enabled;
+  for (const Control_Row& row : Control_Table) {
+    const bool inside = control == Control::Transform && row.Parent == Control_Parent::Transform;
+    if (row.Id == control || inside) Apply_Enabled(row);
+  }
+}
+
+// The frame and its content are siblings for the system: it does not know that one holds the other.
+void Windows_Window::Apply_Enabled(const Control_Row& row) {
+  const bool inside = row.Parent == Control_Parent::Transform;
+  const bool frame_enabled = !inside || Enabled_States[Tab(Control::Transform)];
+  const HWND handle = Handle(row.Id);
+  const bool enabled = Enabled_States[Tab(row.Id)] && frame_enabled;
+  if (!enabled && GetFocus() == handle) SetFocus(Handle(Control::cmdQuit));
+  EnableWindow(handle, enabled);
+}
+
+bool Windows_Window::Read_Value(Control option) const {
+  return SendMessageW(Handle(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void Windows_Window::Add_Item(Control list, Text_View entry) {
+  if (list == Control::cmbRoutes) Routes.Add(entry);
+  if (list == cmbTracks(0)) Tracks.Add(entry);
+}
+
+void Windows_Window::Set_Pointer(Pointer pointer) {
+  Current_Pointer = pointer;
+  POINT position{};
+  GetCursorPos(&position);
+  const HWND below = WindowFromPoint(position);
+  if (below != Form && !IsChild(Form, below)) return;
+  SetCursor(LoadCursorW(nullptr, pointer == Pointer::Hourglass ? IDC_WAIT : IDC_ARROW));
+}
+
+int Windows_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
+  Log.Show();
+  // The style values are those of the system.
+  return MessageBoxW(Form, To_Wide(text).c_str(), To_Wide(title.value_or(Window_Caption)).c_str(),
+                     static_cast<UINT>(style));
+}
+
+void Windows_Window::Show_Save_Dialog() {
+  constexpr DWORD longest_path = 32768;
+  std::vector<wchar_t> path(longest_path);
+  OPENFILENAMEW dialog{};
+  dialog.lStructSize = sizeof dialog;
+  dialog.hwndOwner = Form;
+  dialog.lpstrFile = path.data();
+  dialog.nMaxFile = longest_path;
+  // The installation can lie at a path that starts at the working directory.
+  dialog.Flags = OFN_EXPLORER | OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST;
+  Chosen_File_Name = GetSaveFileNameW(&dialog) ? From_Wide(path.data()) : Text();
+}
+
+void Windows_Window::Beep() {
+  MessageBeep(MB_OK);
+}
+
+void Windows_Window::Yield() {
+  const ULONGLONG now = GetTickCount64();
+  if (now < Next_Yield) return;
+  Log.Show();
+  Handle_Pending();
+  const ULONGLONG end = GetTickCount64();
+  // A long log takes longer to show: most of the time is for the work.
+  Next_Yield = end + std::max(Frame_Time, 4 * (end - now));
+}
+
+Drop_List* Windows_Window::List_Of(Control control) {
+  return Is_List(control) ? &Lists[List_Index(control)] : nullptr;
+}
+
+Drop_List* Windows_Window::List_Of(HWND window) {
+  for (Drop_List& list : Lists) {
+    const HWND box = list.Control_Handle();
+    if (box != nullptr && (window == box || IsChild(box, window))) return &list;
+  }
+  return nullptr;
+}
+
+}  // namespace rivelt

@@ -1,0 +1,96 @@
+// The window on Windows, of the system's own controls.
+
+#pragma once
+
+#include <array>
+
+#include "app/main.h"
+#include "platform/windows/drop_list.h"
+#include "platform/windows/log_box.h"
+#include "platform/windows/measures.h"
+#include "platform/windows/win32.h"
+#include "window/event_gate.h"
+#include "window/sorted_list.h"
+#include "window/window.h"
+
+namespace rivelt {
+
+class Windows_Window : public Window {
+ public:
+  // The icon is that of the program, if it has one.
+  Windows_Window();
+  ~Windows_Window() override;
+  Windows_Window(const Windows_Window&) = delete;
+  Windows_Window& operator=(const Windows_Window&) = delete;
+
+  // Runs the program up to its prompt.
+  void Start(Registry& registry, Create_File_System_Object create_object);
+
+  // Handles what the user does until the window is gone.
+  void Run();
+
+  // Handles what has come in up to now.
+  void Handle_Pending();
+
+  // Null once the window is gone.
+  HWND Handle() const { return Form; }
+  HWND Handle(Control control) const { return Handles[Tab(control)]; }
+
+  void Show() override;
+  void Unload() override;
+  Text Read_Text(Control control) const override;
+  void Write_Log(Text_View text) override;
+  void Append_Log(Text_View text) override;
+  void Enable(Control control, bool enabled) override;
+  bool Read_Value(Control option) const override;
+  void Add_Item(Control list, Text_View entry) override;
+  void Set_Pointer(Pointer pointer) override;
+  int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
+  void Show_Save_Dialog() override;
+  Text Save_File_Name() const override { return Chosen_File_Name; }
+  void Beep() override;
+  void Yield() override;
+
+ private:
+  static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
+  static LRESULT CALLBACK Window_Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
+  void Create_Window();
+  void Create_Control(const Control_Row& row);
+  void Size_Form();
+  void Lay_Out();
+  void Change_Dpi(UINT dpi, const RECT& suggested);
+
+  LRESULT Take_Message(UINT message, WPARAM wparam, LPARAM lparam);
+  void Take_Notification(Control control, UINT code);
+
+  // The user's input before it reaches a control. Input that comes while a procedure works is
+  // dropped, but for what reads the log and what asks for the end.
+  void Handle_Message(MSG& message);
+  void Handle_While_Working(MSG& message);
+  bool Type_Into_List(const MSG& message);
+  void Raise(Control control);
+
+  // The list that the window is or is a part of; null for any other window.
+  Drop_List* List_Of(HWND window);
+  Drop_List* List_Of(Control control);
+  void Apply_Enabled(const Control_Row& row);
+
+  Event_Gate Gate{*this};
+  HWND Form = nullptr;
+  UINT Dpi = 0;
+  Owned_Font Font;
+  std::array<HWND, Control_Count> Handles{};
+  std::array<bool, Control_Count> Enabled_States{};
+  std::array<Drop_List, Row_Count + 1> Lists;  // of cmbRoutes, then of each cmbTracks
+  Sorted_List Routes;
+  Sorted_List Tracks;  // of all five lists of cmbTracks
+  Log_Box Log;
+  HWND Last_Focus = nullptr;
+  Pointer Current_Pointer = Pointer::Default;
+  bool Drops_Input = false;  // a command has just ended
+  ULONGLONG Next_Yield = 0;  // in the time of GetTickCount64
+  Text Chosen_File_Name;
+};
+
+}  // namespace rivelt

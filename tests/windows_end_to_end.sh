@@ -1,0 +1,100 @@
+# shellcheck shell=bash
+# Sourced by tools/test_windows: a check and an update of one route in the window under Wine, by
+# mouse and keys, beside the same on Linux by a script for the console program. The same files and the
+# same logs must come out.
+
+route='Brenn Valley Line'
+old=A4tPnt15dLft.s
+linux_programs=$root/build/release/src/programs
+key='HKLM\SOFTWARE\Microsoft\Microsoft Games\Train Simulator\1.0'
+
+same() {
+  diff -r "$1" "$2" || fail "not the same as on Linux: $1"
+}
+
+run_on_linux() {
+  "$linux_programs/rivelt-sample" "$scratch/linux" >/dev/null
+  cp -r "$scratch/linux" "$scratch/windows"
+  "$linux_programs/rivelt-cli" --root "$scratch/linux" script >/dev/null <<END
+route $route
+option all
+old 0 $old
+new 0  -delete-
+check
+save $scratch/linux-check.txt
+END
+  grep -q ' updated files are in' "$scratch/linux-check.txt" || fail 'the sample needs no update'
+  cp -r "$scratch/linux/Quenby" "$scratch/linux-staged"
+  rm -r "$scratch/linux/Quenby"
+  "$linux_programs/rivelt-cli" --root "$scratch/linux" script >/dev/null <<END
+route $route
+option all
+old 0 $old
+new 0  -delete-
+check
+answer ok
+update
+save $scratch/linux-update.txt
+END
+}
+
+# Without a window manager Wine draws the frame, in which the client area has its place.
+click_client() { click $(($1 + 45)) $(($2 + 330)); }
+
+# save_log NAME: by the dialog of the system.
+save_log() {
+  click_client 3487 5947
+  sleep 1
+  [ ! "${2:-}" ] || screenshot "$output/$2" 800 600
+  type_text "S:\\$1"
+  keys Return
+  wait_until test -s "$scratch/$1"
+}
+
+run_on_windows() {
+  "$wine" reg add "$key" /v Path /d 'S:\windows' /f /reg:32 >/dev/null 2>&1
+  "$wine" "$root/build/windows-64/src/programs/Rivelt.exe" >"$output/rivelt.log" 2>&1 &
+  program=$!
+  wait_until shows_window Rivelt
+  xdotool windowmove "$(window)" 0 0 || true
+  sleep 2
+  screenshot "$output/start.png"
+  click_client 3300 275                          # the list of routes
+  screenshot "$output/routes.png" 600
+  type_text Bre
+  keys Return
+  click_client 3150 600                          # all track sections
+  click_client 1200 1237                         # the first row
+  type_text "$old"
+  keys Tab Down                           # the first entry removes
+  screenshot "$output/row.png" 600
+  keys alt+c
+  wait_until test -d "$scratch/windows/Quenby/tmp"
+  sleep 3
+  screenshot "$output/check.png"
+  save_log windows-check.txt save.png
+  cp -r "$scratch/windows/Quenby" "$scratch/windows-staged"
+  keys alt+u
+  sleep 1
+  screenshot "$output/question.png" 600
+  keys Return
+  sleep 3
+  screenshot "$output/update.png"
+  save_log windows-update.txt
+  click_client 4687 5947                         # Quit
+  wait "$program" || fail "Rivelt.exe ended with $?"
+  program=
+  "$wine" reg delete 'HKLM\SOFTWARE\Microsoft\Microsoft Games' /f /reg:32 >/dev/null 2>&1
+}
+
+run_on_linux
+run_on_windows
+same "$scratch/linux-staged" "$scratch/windows-staged"
+# A backup has the time of its update in its name.
+for system in linux windows; do
+  mv "$scratch/$system/Quenby/backup/Brenn_Valley "* "$scratch/$system/Quenby/backup/Brenn_Valley"
+done
+same "$scratch/linux" "$scratch/windows"
+same "$scratch/linux-check.txt" "$scratch/windows-check.txt"
+same "$scratch/linux-update.txt" "$scratch/windows-update.txt"
+echo "The run under Wine gives the same files and the same log as the one on Linux"

@@ -1,0 +1,221 @@
+#include "windows_window_user.h"
+
+#include <gtest/gtest.h>
+
+// Behind the former, on which it rests.
+#include <commdlg.h>
+#include <dlgs.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace rivelt {
+namespace {
+
+Windows_Window_User* Present_User = nullptr;
+
+Text Text_Of(HWND window) {
+  std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1,
+                    L'\0');
+  text.resize(static_cast<std::size_t>(
+      SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+  return From_Wide(text);
+}
+
+std::wstring Class_Of(HWND window) {
+  wchar_t name[64] = {};
+  GetClassNameW(window, name, 64);
+  return name;
+}
+
+template <class Visit>
+void For_Each_Child(HWND window, Visit visit) {
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+       child = GetWindow(child, GW_HWNDNEXT)) {
+    visit(child);
+  }
+}
+
+Text Entry_Of(HWND list, int row) {
+  const auto index = static_cast<WPARAM>(row);
+  std::wstring entry(static_cast<std::size_t>(SendMessageW(list, CB_GETLBTEXTLEN, index, 0)) + 1,
+                     L'\0');
+  entry.resize(static_cast<std::size_t>(
+      SendMessageW(list, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(entry.data()))));
+  return From_Wide(entry);
+}
+
+std::vector<Text> Entries_Of(HWND list) {
+  std::vector<Text> entries;
+  const auto count = static_cast<int>(SendMessageW(list, CB_GETCOUNT, 0, 0));
+  for (int row = 0; row < count; ++row) entries.push_back(Entry_Of(list, row));
+  return entries;
+}
+
+int Style_Of_Icon(HWND icon) {
+  const auto shown = reinterpret_cast<HICON>(SendMessageW(icon, STM_GETICON, 0, 0));
+  if (shown == LoadIconW(nullptr, IDI_HAND)) return Style_Critical;
+  if (shown == LoadIconW(nullptr, IDI_QUESTION)) return Style_Question;
+  return 0;
+}
+
+}  // namespace
+
+Windows_Window_User::Windows_Window_User() {
+  constexpr UINT interval = 5;  // milliseconds
+  Present_User = this;
+  Timer = SetTimer(nullptr, 0, interval, Look_For_Dialogs);
+}
+
+Windows_Window_User::~Windows_Window_User() {
+  KillTimer(nullptr, Timer);
+  if (Present_User == this) Present_User = nullptr;
+}
+
+void Windows_Window_User::Start(Registry& registry, Create_File_System_Object create_object) {
+  In_The_Middle = true;
+  Screen.Start(registry, std::move(create_object));
+  In_The_Middle = false;
+}
+
+void Windows_Window_User::Pick(Control list, Text_View entry) {
+  const HWND box = Screen.Handle(list);
+  Click(list);
+  const std::vector<Text> entries = Entries_Of(box);
+  const auto row = std::find(entries.begin(), entries.end(), entry) - entries.begin();
+  Key(list, VK_HOME);
+  for (int i = 0; i < row; ++i) Key(list, VK_DOWN);
+  Key(list, VK_RETURN);
+}
+
+void Windows_Window_User::Type(Control text_box, Text_View text) {
+  Click(text_box);
+  if (!Takes_Input(text_box)) return;
+  SendMessageW(Screen.Handle(text_box), EM_SETSEL, 0, -1);
+  for (const char16_t unit : text) Post(text_box, WM_CHAR, unit, 1);
+  Let_It_Happen();
+}
+
+void Windows_Window_User::Close() {
+  PostMessageW(Screen.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
+  Let_It_Happen();
+}
+
+void Windows_Window_User::Key(Control control, WPARAM key) {
+  if (!Takes_Input(control)) return;
+  Post(control, WM_KEYDOWN, key, 1);
+  Post(control, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+  Let_It_Happen();
+}
+
+// The system hands no input to a control that is disabled.
+void Windows_Window_User::Click(Control control) {
+  if (!Takes_Input(control)) return;
+  const LPARAM place = MAKELPARAM(8, 8);
+  Post(control, WM_LBUTTONDOWN, MK_LBUTTON, place);
+  Post(control, WM_LBUTTONUP, 0, place);
+  Let_It_Happen();
+}
+
+void Windows_Window_User::Post(Control control, UINT message, WPARAM wparam, LPARAM lparam) const {
+  PostMessageW(Screen.Handle(control), message, wparam, lparam);
+}
+
+void Windows_Window_User::Let_It_Happen() {
+  if (In_The_Middle) return;
+  In_The_Middle = true;
+  Screen.Handle_Pending();
+  In_The_Middle = false;
+}
+
+Text Windows_Window_User::Folder_To_Save_In() const {
+  wchar_t folder[MAX_PATH + 1] = {};
+  GetTempPathW(MAX_PATH + 1, folder);
+  const Text path = From_Wide(folder);
+  return path.substr(0, path.size() - 1);
+}
+
+bool Windows_Window_User::Takes_Input(Control control) const {
+  return IsWindowEnabled(Screen.Handle(control)) != FALSE;
+}
+
+Text Windows_Window_User::Shown_Text(Control control) const {
+  return Text_Of(Screen.Handle(control));
+}
+
+std::vector<Text> Windows_Window_User::Entries(Control list) const {
+  const HWND box = Screen.Handle(list);
+  SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
+  std::vector<Text> entries = Entries_Of(box);
+  SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
+  return entries;
+}
+
+bool Windows_Window_User::Selected(Control option) const {
+  return SendMessageW(Screen.Handle(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+bool Windows_Window_User::Hourglass() const {
+  const HWND form = Screen.Handle();
+  SendMessageW(form, WM_SETCURSOR, reinterpret_cast<WPARAM>(form),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  return GetCursor() == LoadCursorW(nullptr, IDC_WAIT);
+}
+
+void Windows_Window_User::Look_For_Dialogs(HWND, UINT, UINT_PTR, DWORD) {
+  const auto look_at = [](HWND window, LPARAM) -> BOOL {
+    if (IsWindowVisible(window) && Class_Of(window) == L"#32770") Present_User->Answer(window);
+    return TRUE;
+  };
+  if (Present_User == nullptr) return;
+  // The number of a window that has gone can come again.
+  std::erase_if(Present_User->Answered, [](HWND window) { return !IsWindow(window); });
+  EnumThreadWindows(GetCurrentThreadId(), look_at, 0);
+}
+
+void Windows_Window_User::Answer(HWND dialog) {
+  if (!Answered.insert(dialog).second) return;
+  const bool is_save_dialog = GetDlgItem(dialog, edt1) != nullptr || GetDlgItem(dialog, cmb13);
+  if (is_save_dialog) {
+    Answer_Save_Dialog(dialog);
+  } else {
+    Answer_Box(dialog);
+  }
+}
+
+void Windows_Window_User::Answer_Box(HWND box) {
+  Seen_Box seen{{}, Text_Of(box), 0};
+  For_Each_Child(box, [&](HWND child) {
+    const bool is_icon = (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
+    if (GetDlgCtrlID(child) == IDCANCEL && IsWindowVisible(child) && GetDlgItem(box, IDOK)) {
+      seen.Style += Style_Ok_Cancel;
+    }
+    if (Class_Of(child) == L"Button") return;
+    if (is_icon && Class_Of(child) == L"Static") {
+      seen.Style += Style_Of_Icon(child);
+    } else if (seen.Message.empty()) {
+      seen.Message = Text_Of(child);
+    }
+  });
+  Seen_Boxes.push_back(seen);
+  const bool cancels = Cancels > 0;
+  if (cancels) --Cancels;
+  PostMessageW(GetFocus(), WM_KEYDOWN, cancels ? VK_ESCAPE : VK_RETURN, 1);
+}
+
+void Windows_Window_User::Answer_Save_Dialog(HWND dialog) {
+  Text path;
+  if (!Save_Paths.empty()) {
+    path = Save_Paths.front();
+    Save_Paths.pop_front();
+  }
+  const HWND name = GetDlgItem(dialog, edt1) ? GetDlgItem(dialog, edt1) : GetDlgItem(dialog, cmb13);
+  SetWindowTextW(name, To_Wide(path).c_str());
+  PostMessageW(dialog, WM_COMMAND, path.empty() ? IDCANCEL : IDOK, 0);
+}
+
+std::vector<Window_Back_End> Window_Back_Ends() {
+  return {{"Win32", [] { return std::make_unique<Windows_Window_User>(); }}};
+}
+
+}  // namespace rivelt
