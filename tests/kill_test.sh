@@ -44,7 +44,7 @@ copy_of_sample() {
 "$programs/rivelt-sample" sample --routes 1
 "$programs/rivelt-cli" --root sample check Ambrewick --all >check.txt
 pattern=$(find sample/Quenby/tmp -name "w*" -printf "%s %f\n" | sort -n | head -n 1)
-for ((i = 1000; i < 2000; ++i)); do
+for ((i = 1000; i < 1600; ++i)); do
   name=sample/Routes/AMBREWICK/World/x-$i.w
   cp "sample/Routes/AMBREWICK/World/${pattern#* }" "$name"
   printf '\n\0%s\0%s\0%s\0%s\0' ${i:0:1} ${i:1:1} ${i:2:1} ${i:3:1} >>"$name" # no two are the same
