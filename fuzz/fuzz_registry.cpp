@@ -1,5 +1,6 @@
 // Wine's registry file: any bytes are taken, and behind any bytes a value that was written is read.
 
+#include <cctype>
 #include <string>
 
 #include "fuzzing.h"
@@ -12,10 +13,15 @@ using namespace rivelt::fuzzing;
 
 namespace {
 
-// Each unit by its number, in the four digits that keep it apart from what follows.
+// Letters and digits as they are, all else by number, in the four digits that keep it apart from
+// what follows.
 std::string Escaped(Text_View text) {
   std::string escaped;
-  for (const unsigned unit : text) {
+  for (const char16_t unit : text) {
+    if (unit < 128 && std::isalnum(unit) != 0) {
+      escaped += static_cast<char>(unit);
+      continue;
+    }
     escaped += "\\x";
     for (int shift = 12; shift >= 0; shift -= 4) escaped += "0123456789abcdef"[unit >> shift & 15];
   }
