@@ -1,29 +1,29 @@
 #include <fcntl.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
-#include <signal.h>
 #include <sys/fsuid.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstddef>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <thread>
 
 #include "linux_files_fixture.h"
-#include "text/utf8.h"
 
 namespace rivelt {
 namespace {
 
 namespace fs = std::filesystem;
+
+INSTANTIATE_TEST_SUITE_P(Linux, Files_Contract,
+                         testing::Values(+[]() -> std::unique_ptr<Machine_Under_Test> {
+                           return std::make_unique<Linux_Machine>();
+                         }),
+                         [](const auto&) { return "Machine"; });
 
 class Linux_Files : public Files_Test {
  protected:
@@ -85,19 +85,13 @@ bool Give_Up_Being_Root() {
 }
 
 TEST_F(Linux_Files, Names_That_Differ_In_Case_Only_As_Spelled_Wins_Else_The_First_Of_The_Walk) {
-  for (const Text name : {u"b.dat", u"B.dat", u"b.DAT", u"D.dat"}) Machine->Plant(name, "");
+  for (const Text name : {u"b.dat", u"B.dat", u"b.DAT"}) Machine->Plant(name, "");
   fs::create_symlink("nowhere", Native("C.dat"));
   Machine->Plant(u"c.DAT", "");
   const auto found = [&](Text_View name) { return Files().GetFile(Path(name))->name(); };
   EXPECT_EQ(found(u"b.DAT"), u"b.DAT");
   EXPECT_EQ(found(u"B.DAT"), u"B.dat");
   EXPECT_EQ(found(u"c.dat"), u"c.DAT");
-
-  Write(Path(u"d.dat"), u"new");
-  Files().GetFile(Path(u"d.dat"))->Move(Path(u"d.Dat"));
-  Files().CreateFolder(Path(u"D.DAT"));
-  EXPECT_EQ(Machine->Bytes(u"D.dat"), "");
-  EXPECT_EQ(Machine->Bytes(u"d.Dat"), "new");
 }
 
 TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
@@ -109,7 +103,6 @@ TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
   EXPECT_TRUE(Files().FolderExists(u"C:\\"));
   EXPECT_EQ(Names_Of_Items(Files().GetFolder(u"c:")->SubFolders()), Names({u"Games"}));
   EXPECT_FALSE(Files().FolderExists(u"D:\\Games"));
-  EXPECT_FALSE(Files().FolderExists(u"::\\Games"));
 }
 
 TEST_F(Linux_Files, Names_That_Are_Not_Utf_8_Go_There_And_Back) {
@@ -125,10 +118,8 @@ TEST_F(Linux_Files, Names_That_Are_Not_Utf_8_Go_There_And_Back) {
 TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To) {
   Machine->Plant_Folder(u"folder");
   Machine->Plant(u"file", "A");
-  fs::create_symlink("folder", Native("to_folder"));
-  fs::create_symlink("file", Native("to_file"));
-  fs::create_symlink("none", Native("to_none"));
-  fs::create_symlink("to_self", Native("to_self"));
+  for (const std::string target : {"folder", "file", "none", "to_self"})
+    fs::create_symlink(target, Native(target == "to_self" ? target : "to_" + target));
   ASSERT_EQ(mkfifo(Native("fifo").c_str(), 0600), 0);
   const auto root = Files().GetFolder(Machine->Root());
   EXPECT_EQ(Names_Of_Items(root->Files()), Names({u"file", u"to_file"}));
@@ -138,25 +129,10 @@ TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To) {
     EXPECT_THROW(Files().DeleteFile(Path(name), true), Failure);
   }
   EXPECT_THROW(Write(Path(u"fifo"), u"x"), Failure);
-
   Write(Path(u"to_file"), u"B");
   EXPECT_EQ(Machine->Bytes(u"file"), "B");
   Files().GetFile(Path(u"to_file"))->Move(Path(u"folder\\moved"));
   EXPECT_EQ(Machine->Bytes(u"folder/moved"), "B");
-  EXPECT_FALSE(fs::is_symlink(Native("to_file")));
-}
-
-TEST_F(Linux_Files, ReadAll_What_A_File_Holds_Counts_And_Not_The_Size_It_Tells) {
-  const auto bytes_at = [](const char* path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), {});
-  };
-  // The first tells no size at all, the second one that is too large.
-  for (const char* path : {"/proc/cpuinfo", "/sys/kernel/mm/transparent_hugepage/enabled"}) {
-    if (!fs::exists(path)) continue;
-    const std::string bytes = bytes_at(path);
-    EXPECT_EQ(Read(From_Utf8(path)).size(), (bytes.size() + 1) / 2) << path;
-  }
 }
 
 TEST_F(Linux_Files, ReadAll_A_File_Of_Two_To_The_31_Units_Is_A_Failure) {
@@ -177,19 +153,6 @@ TEST_F(Linux_Files, CreateTextFile_Over_A_File_Keeps_Its_Permissions_And_Spares_
   EXPECT_EQ(Machine->Bytes(u"private"), "new");
 }
 
-TEST_F(Linux_Files, Write_Stopped_By_A_Kill_Leaves_Nothing) {
-  const pid_t child = fork();
-  if (child == 0) {
-    const auto stream = Files().CreateTextFile(Path(u"a.w"), true, true);
-    stream->Write(Text(100000, u'x'));
-    raise(SIGKILL);
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(WTERMSIG(status), SIGKILL);
-  EXPECT_EQ(Machine->Names(u""), Names());
-}
-
 TEST_F(Linux_Files, On_A_Simple_File_System_Writing_And_Moving_Keep_Their_Promise) {
   Run_Without(Give_Up_Rare_Calls, [&] {
     Machine->Plant(u"old", "old");
@@ -199,47 +162,13 @@ TEST_F(Linux_Files, On_A_Simple_File_System_Writing_And_Moving_Keep_Their_Promis
     Write(Path(u"new"), u"new");
     EXPECT_THROW(Files().GetFile(Path(u"new"))->Move(Path(u"old")), Failure);
     EXPECT_EQ(Machine->Bytes(u"old"), "old");
-    Write(Path(u"old"), u"newer");
     Files().GetFile(Path(u"new"))->Move(Path(u"moved"));
     EXPECT_EQ(Machine->Names(u""), Names({u"moved", u"old"}));
-    EXPECT_EQ(Machine->Bytes(u"old"), "newer");
-
     const auto stream = Files().CreateTextFile(Path(u"late"), false, false);
     Machine->Plant(u"late", "theirs");
     EXPECT_THROW(stream->Close(), Failure);
     EXPECT_EQ(Machine->Bytes(u"late"), "theirs");
   });
-}
-
-// A disk that is full after so many bytes.
-class Full_Disk {
- public:
-  explicit Full_Disk(rlim_t bytes) {
-    signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &Before);
-    const rlimit limit = {bytes, Before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~Full_Disk() { setrlimit(RLIMIT_FSIZE, &Before); }
-
- private:
-  rlimit Before{};
-};
-
-TEST_F(Linux_Files, Write_On_A_Full_Disk_Is_A_Failure_And_Leaves_What_Was_There) {
-  Machine->Plant(u"old", "old");
-  const auto fill = [&] {
-    const Full_Disk disk(150000);
-    for (const Text name : {u"new", u"old"}) {
-      const auto stream = Files().CreateTextFile(Path(name), true, true);
-      EXPECT_THROW(stream->Write(Text(100000, u'x')), Failure);
-      EXPECT_THROW(stream->Close(), Failure);
-    }
-    EXPECT_EQ(Machine->Names(u""), Names({u"old"}));
-    EXPECT_EQ(Machine->Bytes(u"old"), "old");
-  };
-  fill();
-  Run_Without(Give_Up_Rare_Calls, fill);
 }
 
 TEST_F(Linux_Files_Across_File_Systems, Move_Takes_Content_Permissions_And_Time_Along) {
@@ -254,18 +183,12 @@ TEST_F(Linux_Files_Across_File_Systems, Move_Takes_Content_Permissions_And_Time_
   EXPECT_EQ(fs::last_write_time(Other.Native("to")), time);
 }
 
-TEST_F(Linux_Files_Across_File_Systems, Move_That_Fails_Leaves_Both_Sides_As_They_Were) {
-  Machine->Plant(u"from", std::string(200000, 'x'));
-  const auto file = Files().GetFile(Path(u"from"));
-  {
-    const Full_Disk disk(150000);
-    EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
-  }
-  EXPECT_EQ(Other.Names(u""), Names());
+TEST_F(Linux_Files_Across_File_Systems, Move_Onto_A_File_Leaves_Both) {
+  Machine->Plant(u"from", "x");
   Other.Plant(u"to", "taken");
-  EXPECT_THROW(file->Move(Other_Path(u"to")), Failure);
+  EXPECT_THROW(Files().GetFile(Path(u"from"))->Move(Other_Path(u"to")), Failure);
   EXPECT_EQ(Other.Bytes(u"to"), "taken");
-  EXPECT_EQ(Machine->Bytes(u"from").size(), 200000u);
+  EXPECT_EQ(Machine->Bytes(u"from"), "x");
 }
 
 TEST_F(Linux_Files_Across_File_Systems, Move_Of_A_File_That_Cannot_Be_Removed_Takes_The_Copy_Away) {

@@ -119,34 +119,22 @@ Rebased_Tsection Rebase(Text_View text, Lines& lines) {
   return Rebase_Tsection(text, 2000, 900, Into(lines));
 }
 
-TEST(Rebase_Tsection, A_Whole_File_Moves_To_The_Reserved_Counts) {
-  Lines lines;
-  const Rebased_Tsection rebased = Rebase(
-      u"TrackSections ( 2\r\n"
-      u"TrackSection ( SectionCurve ( 1 ) 1900 0 250 )\r\n"
-      u"TrackSection ( sectioncurve ( 1 ) 1901 30 250 )\r\n)\r\n"
-      u"SectionIdx ( 2\r\n"
-      u"TrackPath ( 800 2 1900 1901 )\r\nTRACKPATH (801 x  1901)\r\nTrackPath ( 802 )\r\n)\r\n",
-      lines);
-  EXPECT_EQ(rebased.Output,
-            u"TrackSections ( 2\r\n"
-            u"TrackSection ( SectionCurve ( 1 ) 2000 0 250 )\r\n"
-            u"TrackSection ( sectioncurve ( 1 ) 2001 30 250 )\r\n)\r\n"
-            u"SectionIdx ( 2\r\n"
-            u"TrackPath ( 900 2 2000 2001 )\r\nTRACKPATH ( 901 x 100 2001 )\r\nTrackPath ( 902 "
-            u")\r\n)\r\n");
-  EXPECT_EQ(rebased.Section_Delta, 100);
-  EXPECT_EQ(rebased.Shape_Delta, 100);
-  EXPECT_EQ(lines, (Lines{u"SectionIdx changed:  1900 ->  2000", u"ShapeIdx changed:  800 ->  900",
-                          u"Total of  2 dynamic tracks"}));
-}
-
-TEST(Rebase_Tsection, The_Parts_That_A_File_May_Lack) {
+TEST(Rebase_Tsection, A_Whole_File_And_The_Parts_That_One_May_Lack) {
   const struct {
     Text_View Source;
     Text_View Output;
     Long Section_Delta, Shape_Delta;
   } cases[] = {
+      {u"TrackSections ( 2\r\n"
+       u"TrackSection ( SectionCurve ( 1 ) 1900 0 250 )\r\n"
+       u"TrackSection ( sectioncurve ( 1 ) 1901 30 250 )\r\n)\r\nSectionIdx ( 2\r\n"
+       u"TrackPath ( 800 2 1900 1901 )\r\nTRACKPATH (801 x  1901)\r\nTrackPath ( 802 )\r\n)\r\n",
+       u"TrackSections ( 2\r\n"
+       u"TrackSection ( SectionCurve ( 1 ) 2000 0 250 )\r\n"
+       u"TrackSection ( sectioncurve ( 1 ) 2001 30 250 )\r\n)\r\nSectionIdx ( 2\r\n"
+       u"TrackPath ( 900 2 2000 2001 )\r\nTRACKPATH ( 901 x 100 2001 )\r\nTrackPath ( 902 "
+       u")\r\n)\r\n",
+       100, 100},
       {u"SectionIdx ( 1 TrackPath ( 800 1 7 ) )", u"SectionIdx ( 1 TrackPath ( 900 1 7 ) )", 0,
        100},
       {u"SectionCurve ( 1 ) 1900 0 SectionIdx (", u"SectionCurve ( 1 ) 2000 0 SectionIdx (", 100,

@@ -2,54 +2,151 @@
 
 #pragma once
 
-#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTest>
 #include <QTimer>
 #include <deque>
+#include <utility>
 #include <vector>
 
+#include "platform/qt/log_view.h"
+#include "platform/qt/qt_text.h"
 #include "platform/qt/qt_window.h"
 #include "window_user.h"
-
-class QFileDialog;
-class QMessageBox;
 
 namespace rivelt {
 
 class Qt_Window_User : public Window_User {
  public:
-  Qt_Window_User();
+  Qt_Window_User() {
+    QObject::connect(&Look_For_Dialogs, &QTimer::timeout, [this] { Answer_Dialog(); });
+    Look_For_Dialogs.start(5);
+  }
 
-  void Start(Registry& registry, Create_File_System_Object create_object) override;
-  void Pick(Control list, Text_View entry) override;
-  void Type(Control text_box, Text_View text) override;
-  void Select(Control option) override;
-  void Press(Control button) override;
+  void Start(Registry& registry, Create_File_System_Object create_object) override {
+    Screen.Start(registry, std::move(create_object));
+    Activate();
+  }
+  void Pick(Control list, Text_View entry) override {
+    auto& box = static_cast<QComboBox&>(Screen.Widget(list));
+    QTest::mouseClick(&box, Qt::LeftButton);
+    if (box.view()->isVisible()) {
+      QTest::keyClick(box.view(), Qt::Key_Home);
+      for (int row = 0; row < box.findText(To_Qt(entry), Qt::MatchExactly | Qt::MatchCaseSensitive);
+           ++row) {
+        QTest::keyClick(box.view(), Qt::Key_Down);
+      }
+      QTest::keyClick(box.view(), Qt::Key_Return);
+      Activate();
+    } else {
+      QTest::keyClick(&box, Qt::Key_Down);
+    }
+  }
+  void Type(Control text_box, Text_View text) override {
+    QWidget& box = Screen.Widget(text_box);
+    QTest::mouseClick(&box, Qt::LeftButton);
+    QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+    for (const char16_t unit : text) {
+      QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, QString(QChar(unit)),
+                          Qt::NoModifier);
+    }
+  }
+  void Select(Control option) override {
+    QTest::mouseClick(&Screen.Widget(option), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
+  }
+  void Press(Control button) override { QTest::mouseClick(&Screen.Widget(button), Qt::LeftButton); }
   void Close() override { Screen.Form_Widget().close(); }
 
   void Answer_With_Cancel() override { ++Cancels; }
   void Save_As(Text_View path) override { Save_Paths.emplace_back(path); }
   Text Folder_To_Save_In() const override { return u"/no-such-folder"; }
 
-  bool Visible() const override;
-  bool Takes_Input(Control control) const override;
-  Text Shown_Text(Control control) const override;
-  std::vector<Text> Entries(Control list) const override;
-  bool Selected(Control option) const override;
-  bool Hourglass() const override;
+  bool Visible() const override { return const_cast<Qt_Window&>(Screen).Form_Widget().isVisible(); }
+  bool Takes_Input(Control control) const override { return Screen.Widget(control).isEnabled(); }
+  Text Shown_Text(Control control) const override {
+    const QWidget* widget = &Screen.Widget(control);
+    if (control == Control::txtMessages) {
+      const auto* log = static_cast<const Log_View*>(widget);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return log->Shows_Everything(); }));
+      return From_Qt(log->toPlainText().replace(QLatin1String("\n"), QLatin1String("\r\n")));
+    }
+    if (const auto* list = qobject_cast<const QComboBox*>(widget)) {
+      return From_Qt(list->currentText());
+    }
+    return From_Qt(static_cast<const QLineEdit*>(widget)->text());
+  }
+  std::vector<Text> Entries(Control list) const override {
+    const auto& box = static_cast<QComboBox&>(Screen.Widget(list));
+    std::vector<Text> entries;
+    for (int row = 0; row < box.count(); ++row) entries.push_back(From_Qt(box.itemText(row)));
+    return entries;
+  }
+  bool Selected(Control option) const override {
+    return static_cast<QRadioButton&>(Screen.Widget(option)).isChecked();
+  }
+  bool Hourglass() const override {
+    const QCursor* pointer = QApplication::overrideCursor();
+    return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+  }
   std::vector<Seen_Box> Boxes() const override { return Seen_Boxes; }
   Window& Seam() override { return Screen; }
 
   // Gives the window the keyboard back after a list or a dialog: the screen of the tests has no
   // window manager that does.
-  void Activate();
+  void Activate() {
+    if (!Visible()) return;
+    Screen.Form_Widget().activateWindow();
+    if (!QTest::qWaitForWindowActive(&Screen.Form_Widget())) {
+      qFatal("the window does not become the active one");
+    }
+  }
 
   Qt_Window Screen;
   int Save_Dialogs = 0;  // that have come up
 
  private:
-  void Answer_Dialog();
-  void Answer(QMessageBox& box);
-  void Answer(QFileDialog& dialog);
+  static int Style_Of(const QMessageBox& box) {
+    const int icon = box.icon() == QMessageBox::Critical   ? Style_Critical
+                     : box.icon() == QMessageBox::Question ? Style_Question
+                                                           : 0;
+    const bool can_cancel = box.standardButtons() == (QMessageBox::Ok | QMessageBox::Cancel);
+    return icon + (can_cancel ? Style_Ok_Cancel : 0);
+  }
+
+  void Answer_Dialog() {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (auto* box = qobject_cast<QMessageBox*>(dialog)) return Answer(*box);
+    if (auto* save = qobject_cast<QFileDialog*>(dialog)) return Answer(*save);
+  }
+  void Answer(QMessageBox& box) {
+    Seen_Boxes.push_back({From_Qt(box.text()), From_Qt(box.windowTitle()), Style_Of(box)});
+    const bool cancels = Cancels > 0;
+    if (cancels) --Cancels;
+    QTest::keyClick(&box, cancels ? Qt::Key_Escape : Qt::Key_Return);
+  }
+  void Answer(QFileDialog& dialog) {
+    ++Save_Dialogs;
+    Text path;
+    if (!Save_Paths.empty()) {
+      path = Save_Paths.front();
+      Save_Paths.pop_front();
+    }
+    if (path.empty()) {
+      QTest::keyClick(&dialog, Qt::Key_Escape);
+      return;
+    }
+    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    name->setText(To_Qt(path));
+    QTest::keyClick(name, Qt::Key_Return);
+  }
 
   QTimer Look_For_Dialogs;
   int Cancels = 0;

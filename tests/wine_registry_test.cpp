@@ -1,14 +1,11 @@
 #include "platform/linux/wine_registry.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <optional>
 #include <sstream>
 
 #include "linux_files_fixture.h"
-#include "platform/machine.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -47,7 +44,6 @@ TEST(Registry_Text, A_Value_In_Each_Accepted_Form_Is_Read) {
       {R"("Path"=hex:00,ff,1)", 3, "\0\xFF\1"s},
       {R"("Path"=hex(2b):01)", 0x2B, "\1"s},
       {"\"Path\"=hex(1):41,00,\\\r\n  e4,00,\\\n\t00,00\n", 1, "A\u00E4\0"s},
-      {R"("Path"=hex(1):41,00,42)", 1, "A\0"s},
       {R"("Path"=hex(1):)", 1, ""},
       {R"("Path"=dword:0000012c)", 4, "\x2C\1\0\0"s},
       {"\"Path\"=\"old\"\n\"Path\"=\"new\"", 1, "new\0"s},
@@ -107,23 +103,16 @@ class Wine_Registry_Test : public testing::Test {
 
 TEST_F(Wine_Registry_Test, The_Key_As_Named_Counts_Before_That_Of_32_Bit_Programs) {
   EXPECT_EQ(Query(Prefix, "Software\\A"), "6 0 ");
-  ASSERT_EQ(mkfifo(Machine.Native("system.reg").c_str(), 0600), 0);
-  EXPECT_EQ(Query(Prefix, "Software\\A"), "6 0 ");
-  ASSERT_EQ(unlink(Machine.Native("system.reg").c_str()), 0);
   Machine.Plant(u"system.reg",
                 "[Software\\\\A]\n\"Path\"=\"a\"\n"
                 "[Software\\\\Wow6432Node\\\\A]\n\"Path\"=\"a32\"\n"
                 "[Software\\\\B]\n\"Other\"=\"b\"\n"
                 "[Software\\\\Wow6432Node\\\\B]\n\"Path\"=\"b32\"\n"
-                "[Software\\\\Wow6432Node\\\\C]\n\"PATH\"=\"\\x00e432\"\n"
                 "[Software\\\\D]\n\"Other\"=\"d\"\n"
                 "[Software\\\\Empty]\n\"Path\"=hex(1):\n"
                 "[System\\\\E]\n\"Path\"=\"e\"\n");
   EXPECT_EQ(Query(Prefix, "SOFTWARE\\A"), "0 2 a\0"s);
   EXPECT_EQ(Query(Prefix, "software\\b"), "0 4 b32\0"s);
-  EXPECT_EQ(Query(Prefix, "SOFTWARE\\C"),
-            "0 5 \u00E4"
-            "32\0"s);
   EXPECT_EQ(Query(Prefix, "SOFTWARE\\D"), "2 0 ");
   EXPECT_EQ(Query(Prefix, "SOFTWARE\\Empty"), "0 0 ");
   EXPECT_EQ(Query(Prefix, "SYSTEM\\E"), "0 2 e\0"s);
@@ -139,15 +128,7 @@ TEST_F(Wine_Registry_Test, The_Status_Tells_Why_There_Is_No_Value) {
   EXPECT_EQ(key, 77u);
   EXPECT_EQ(Query(Prefix, "SOFTWARE\\A", 3), "234 4 ");
   EXPECT_EQ(Query(Prefix, "SOFTWARE\\A", 4), "0 4 abc\0"s);
-  EXPECT_EQ(Prefix.RegOpenKeyExA(Local_Machine, "SOFTWARE\\A", 0, 1, key), 0);
-  EXPECT_EQ(Prefix.RegCloseKey(key), 0);
-  EXPECT_EQ(Prefix.RegCloseKey(key), 6);
-}
-
-TEST_F(Wine_Registry_Test, Fixed_Registry_Gives_Its_Folder_For_Any_Key) {
-  const auto fixed = Fixed_Registry("/games/\u00E4");
-  EXPECT_EQ(Query(*fixed, "SOFTWARE\\A"), "0 10 /games/\u00E4\0"s);
-  EXPECT_EQ(Query(*fixed, "SOFTWARE\\A", 9), "234 10 ");
+  EXPECT_EQ(Prefix.RegCloseKey(key), 6) << "none was opened";
 }
 
 }  // namespace
