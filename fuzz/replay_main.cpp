@@ -14,7 +14,7 @@ int main(int count, char** arguments) {
     for (const auto& entry : std::filesystem::directory_iterator(arguments[i])) {
       std::ifstream file(entry.path(), std::ios::binary);
       const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
-      std::fprintf(stderr, "%s\n", entry.path().filename().c_str());
+      std::fprintf(stderr, "%s\n", entry.path().filename().string().c_str());
       LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
       ++runs;
     }

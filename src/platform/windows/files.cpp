@@ -152,6 +152,17 @@ class Windows_Folder : public Folder {
   std::wstring Path;
 };
 
+// Nothing can stand under a text that is no path.
+Path_State State_Of_Any(Text_View path) {
+  std::wstring full;
+  try {
+    full = Full_Path(path);
+  } catch (const Failure&) {
+    return {};
+  }
+  return State_Of(full);
+}
+
 // Nothing is said about what cannot be opened for writing: a file that is read-only, or that its
 // holder writes to, and on many file systems the folder.
 void Flush_If_Possible(const std::wstring& path) {
@@ -182,11 +193,7 @@ class Windows_File_System : public File_System_Object {
     return std::make_unique<Windows_Folder>(std::move(full));
   }
 
-  bool FolderExists(Text_View path) override try {
-    return State_Of(Full_Path(path)).Is_Folder;
-  } catch (const Failure&) {
-    return false;
-  }
+  bool FolderExists(Text_View path) override { return State_Of_Any(path).Is_Folder; }
 
   void CreateFolder(Text_View path) override {
     Require(CreateDirectoryW(Full_Path(path).c_str(), nullptr));
@@ -202,11 +209,9 @@ class Windows_File_System : public File_System_Object {
 
   void DeleteFile(Text_View path, bool force) override { Delete_File(Full_Path(path), force); }
 
-  bool FileExists(Text_View path) override try {
-    const Path_State state = State_Of(Full_Path(path));
+  bool FileExists(Text_View path) override {
+    const Path_State state = State_Of_Any(path);
     return state.Exists && !state.Is_Folder;
-  } catch (const Failure&) {
-    return false;
   }
 
   void MoveFolder(Text_View path, Text_View target_path) override {

@@ -21,6 +21,27 @@ std::wstring Absolute(const std::wstring& path) {
   }
 }
 
+// Nothing stands under the path; other errors say that it cannot be told.
+bool Says_That_Nothing_Is_There(DWORD error) {
+  switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_DIRECTORY:
+    case ERROR_INVALID_DRIVE:
+      return true;
+    default:
+      return false;
+  }
+}
+
+Path_State Nothing_There() {
+  Require(Says_That_Nothing_Is_There(GetLastError()));
+  return {};
+}
+
 }  // namespace
 
 std::wstring Full_Path(Text_View path) {
@@ -44,19 +65,17 @@ Text Last_Name(const std::wstring& full_path) {
 
 Path_State State_Of(const std::wstring& full_path) {
   DWORD attributes = GetFileAttributesW(full_path.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return {};
+  if (attributes == INVALID_FILE_ATTRIBUTES) return Nothing_There();
   if (attributes & FILE_ATTRIBUTE_REPARSE_POINT) {
     // The attributes are those of the link. Opening the path without asking for any access goes
     // through to what it leads to.
     const HANDLE handle = CreateFileW(full_path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) return {};
+    if (handle == INVALID_HANDLE_VALUE) return Nothing_There();
     const Owned_Handle target(handle);
     FILE_BASIC_INFO information{};
-    if (!GetFileInformationByHandleEx(target.get(), FileBasicInfo, &information,
-                                      sizeof information)) {
-      return {};
-    }
+    Require(GetFileInformationByHandleEx(target.get(), FileBasicInfo, &information,
+                                         sizeof information));
     attributes = information.FileAttributes;
   }
   return {true, (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0};

@@ -19,7 +19,8 @@ std::wstring Path_In(const std::wstring& folder, const std::wstring& name);
 // What stands behind the last separator.
 Text Last_Name(const std::wstring& full_path);
 
-// Whether something stands under the path, and is a folder. Links are followed.
+// Whether something stands under the path, and is a folder. Links are followed. Failure: it cannot
+// be told.
 struct Path_State {
   bool Exists = false;
   bool Is_Folder = false;

@@ -5,13 +5,14 @@
 #include <utility>
 #include <vector>
 
+#include "app/file_service.h"
 #include "platform/windows/paths.h"
 
 namespace rivelt {
 namespace {
 
 std::wstring Temporary_Name(int attempt) {
-  return L".rivelt-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+  return To_Wide(Temporary_Prefix) + std::to_wstring(GetCurrentProcessId()) + L"-" +
          std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(attempt) + L".tmp";
 }
 
