@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "catalogue/catalogue_text.h"
+#include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
 #include "programs/sample/global_catalogue.h"
@@ -26,7 +27,7 @@ void Read_Global(benchmark::State& state) {
   Memory_Disk disk;
   disk.Put_Folder(u"D:\\routes");
   disk.Put_File(u"D:\\global\\tsection.dat", catalogue);
-  Memory_Registry registry("D:");
+  Fixed_Registry registry("D:");
   Time_Checked(state, catalogue, [&] {
     Memory_Window window;
     window.Start(registry, [&] { return std::make_unique<Memory_Files>(disk); });

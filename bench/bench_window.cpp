@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_application.h"
@@ -41,7 +42,7 @@ class Installation {
   Memory_Disk Disk;
 
  private:
-  Memory_Registry System_Registry{"\\train"};
+  Fixed_Registry System_Registry{"\\train"};
 };
 
 QComboBox& First_List(Qt_Window& window) {

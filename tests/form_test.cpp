@@ -23,7 +23,7 @@ class Form : public testing::Test {
   Lines Log() const { return Lines_Of(Window.Log()); }
 
   Installation Train;
-  Memory_Registry Registry_Value{"\\train"};
+  Fixed_Registry Registry_Value{"\\train"};
   Memory_Window Window;
 };
 
@@ -89,9 +89,9 @@ TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
 }
 
 // A registry whose answers a test sets.
-struct Odd_Registry : Memory_Registry {
+struct Odd_Registry : Fixed_Registry {
   Odd_Registry(Long open_status, Long query_status, std::string bytes)
-      : Memory_Registry(""),
+      : Fixed_Registry(""),
         Open_Status(open_status),
         Query_Status(query_status),
         Bytes(std::move(bytes)) {}

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
 #include "text/primitives.h"

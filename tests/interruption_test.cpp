@@ -80,7 +80,7 @@ class Session {
 
   Installation& Train;
   Fault_At Injected;
-  Memory_Registry Root{"\\train"};
+  Fixed_Registry Root{"\\train"};
   Memory_Window Window;
   bool Ended_Early = false;
 };

@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 #include <functional>
 
+#include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "qt_window_user.h"
 #include "text/primitives.h"
@@ -68,7 +69,7 @@ class Qt_Window_Test : public testing::Test {
   }
 
   Memory_Disk Disk;
-  Memory_Registry System_Registry{"\\train"};
+  Fixed_Registry System_Registry{"\\train"};
   Qt_Window_User User;
 };
 

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
@@ -94,7 +95,7 @@ class Window_Contract : public testing::TestWithParam<Window_Back_End> {
   }
 
   Memory_Disk Disk;
-  Memory_Registry System_Registry{"\\train"};
+  Fixed_Registry System_Registry{"\\train"};
   std::unique_ptr<Window_User> User = GetParam().Make_User();
 
   const std::string Rows =

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "windows_window_user.h"
 
@@ -52,7 +53,7 @@ class Windows_Window_Test : public testing::Test {
   }
 
   Memory_Disk Disk;
-  Memory_Registry System_Registry{"\\train"};
+  Fixed_Registry System_Registry{"\\train"};
   Windows_Window_User User;
   Windows_Window& Screen = User.Seam();
 };

@@ -16,9 +16,6 @@ namespace rivelt {
 // The source of the installation's path.
 std::unique_ptr<Registry> Machine_Registry();
 
-// A registry whose one value is the path of this folder, given in UTF-8.
-std::unique_ptr<Registry> Fixed_Registry(const std::string& root);
-
 // The files of this machine. As Create_File_System_Object.
 std::unique_ptr<File_System_Object> Machine_Files();
 

@@ -46,33 +46,6 @@ Long Hand_Over(const Registry_Value& value, Long& type, char* data, Long& size) 
   return Registry_Success;
 }
 
-// Has the same value under every name in every key.
-class One_Value_Registry : public Registry {
- public:
-  explicit One_Value_Registry(const std::string& text) : Value{Registry_String, text + '\0'} {}
-
-  Long RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, Registry_Key& key) override {
-    key = The_Key;
-    return Registry_Success;
-  }
-
-  Long RegQueryValueExA(Registry_Key key, std::string_view, Long, Long& type, char* data,
-                        Long& size) override {
-    return key == The_Key ? Hand_Over(Value, type, data, size) : Status_Invalid_Handle;
-  }
-
-  Long RegCloseKey(Registry_Key key) override {
-    return key == The_Key ? Registry_Success : Status_Invalid_Handle;
-  }
-
-  Text Wide(std::string_view narrow) const override { return From_Utf8(narrow); }
-
- private:
-  static constexpr Registry_Key The_Key = 1;
-
-  Registry_Value Value;
-};
-
 }  // namespace
 
 Long Wine_Registry::RegOpenKeyExA(Registry_Key root, std::string_view subkey, Long, Long,
@@ -111,10 +84,6 @@ std::string Wine_Prefix_Of_Account() {
   std::vector<char> buffer(std::size_t{1} << 16);
   const int error = getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found);
   return std::string(error == 0 && found != nullptr ? found->pw_dir : "") + "/.wine";
-}
-
-std::unique_ptr<Registry> Fixed_Registry(const std::string& root) {
-  return std::make_unique<One_Value_Registry>(root);
 }
 
 }  // namespace rivelt

@@ -1,23 +1,19 @@
-// A disk in memory behind the file classes, and a registry of one value: for tests and benchmarks.
+// A disk in memory behind the file classes: for tests and benchmarks.
 
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "app/file_service.h"
-#include "app/registry.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
-#include "text/utf8.h"
 
 namespace rivelt {
 
@@ -239,33 +235,6 @@ class Memory_Files : public File_System_Object {
   };
 
   Memory_Disk& Disk;
-};
-
-// Gives its value for any key and any name.
-class Memory_Registry : public Registry {
- public:
-  explicit Memory_Registry(std::string value) : Value(std::move(value)) {}
-
-  Long RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, Registry_Key& key) override {
-    key = 1;
-    return Registry_Success;
-  }
-  Long RegQueryValueExA(Registry_Key, std::string_view, Long, Long& type, char* data,
-                        Long& size) override {
-    const Long needed = static_cast<Long>(Value.size()) + 1;
-    const bool fits = size >= needed;
-    type = 1;
-    size = needed;
-    if (data == nullptr) return Registry_Success;
-    if (!fits) return 234;
-    std::memcpy(data, Value.c_str(), Value.size() + 1);
-    return Registry_Success;
-  }
-  Long RegCloseKey(Registry_Key) override { return Registry_Success; }
-  Text Wide(std::string_view narrow) const override { return From_Utf8(narrow); }
-
- private:
-  std::string Value;
 };
 
 }  // namespace rivelt

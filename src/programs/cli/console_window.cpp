@@ -5,13 +5,18 @@
 
 #include "app/watched_files.h"
 #include "platform/machine.h"
+#include "platform/memory/fixed_registry.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 
 namespace rivelt {
 
 void Console_Window::Start_On(const std::optional<std::string>& root) {
-  Source = root ? Fixed_Registry(*root) : Machine_Registry();
+  if (root) {
+    Source = std::make_unique<Fixed_Registry>(*root);
+  } else {
+    Source = Machine_Registry();
+  }
   Start(*Source, [this] { return Watched_Files(Machine_Files(), File_Progress); });
 }
 

@@ -1,0 +1,40 @@
+#include "platform/memory/fixed_registry.h"
+
+#include <cstring>
+#include <utility>
+
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+constexpr Long Type_Of_Text = 1;
+constexpr Long Status_Invalid_Handle = 6;
+constexpr Long Status_More_Data = 234;
+constexpr Registry_Key The_Key = 1;
+
+}  // namespace
+
+Long Fixed_Registry::RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, Registry_Key& key) {
+  key = The_Key;
+  return Registry_Success;
+}
+
+Long Fixed_Registry::RegQueryValueExA(Registry_Key key, std::string_view, Long, Long& type,
+                                      char* data, Long& size) {
+  if (key != The_Key) return Status_Invalid_Handle;
+  type = Type_Of_Text;
+  const Long room = std::exchange(size, static_cast<Long>(Value.size()));
+  if (data == nullptr) return Registry_Success;
+  if (room < size) return Status_More_Data;
+  std::memcpy(data, Value.data(), Value.size());
+  return Registry_Success;
+}
+
+Long Fixed_Registry::RegCloseKey(Registry_Key key) {
+  return key == The_Key ? Registry_Success : Status_Invalid_Handle;
+}
+
+Text Fixed_Registry::Wide(std::string_view narrow) const { return From_Utf8(narrow); }
+
+}  // namespace rivelt
