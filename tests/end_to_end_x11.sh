@@ -4,7 +4,7 @@
 
 set -euo pipefail
 build=$(realpath "$1")
-. "$(dirname "$0")/x11_user.sh"
+. "$(dirname "$0")/../tools/x11_user.sh"
 
 fail() {
   echo "FAILED: $*" >&2
