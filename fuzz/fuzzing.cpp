@@ -28,24 +28,25 @@ Input Read_Input(const std::uint8_t* data, std::size_t size) {
 }
 
 Long Offset(unsigned choice) {
-  constexpr Long offsets[] = {0,
-                              1,
-                              -1,
-                              960,
-                              -40000,
-                              1000000000,
-                              std::numeric_limits<Long>::max(),
-                              std::numeric_limits<Long>::min()};
+  using Limits = std::numeric_limits<Long>;
+  constexpr Long offsets[] = {0, 1, -1, 960, -40000, 1000000000, Limits::max(), Limits::min()};
   return offsets[choice % 8];
 }
 
-Outcome Outcome_Of(const std::function<void(Outcome&, const Log_Line&)>& pass) {
+Outcome Outcome_Of(const Pass& pass, Text_View text) {
   Outcome outcome;
   try {
-    pass(outcome, [&](Text_View line) { outcome.Lines.emplace_back(line); });
+    pass(text, outcome, [&](Text_View line) { outcome.Lines.emplace_back(line); });
   } catch (const Failure&) {
     outcome.Failed = true;
   }
+  return outcome;
+}
+
+Outcome Require_Twins(const Input& input, const Pass& pass, const Pass& naive) {
+  const Outcome outcome = Outcome_Of(pass, input.Units);
+  Require(outcome == Outcome_Of(naive, input.Units), "it is as the naive pass");
+  Require_Speed(input, [&](Text_View text) { Outcome_Of(pass, text); });
   return outcome;
 }
 

@@ -40,8 +40,14 @@ struct Outcome {
   bool operator==(const Outcome&) const = default;
 };
 
-// Runs a pass, which puts its results into the outcome and hands its lines to the log.
-Outcome Outcome_Of(const std::function<void(Outcome&, const Log_Line&)>& pass);
+// A pass over a text, which puts its results into the outcome and hands its lines to the log.
+using Pass = std::function<void(Text_View, Outcome&, const Log_Line&)>;
+
+Outcome Outcome_Of(const Pass& pass, Text_View text);
+
+// Requires that the pass and its naive twin agree on the input, and that the pass keeps to its
+// time.
+Outcome Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
 
 // For a long input: half a million units, which repeat what stands in it up to the first "|" and
 // end in what stands behind that, must not take the pass more than two seconds.

@@ -122,6 +122,17 @@ void Read_Catalogue(Text rest, const Log_Line& take) {
   }
 }
 
+Text Route_Display_Name(Text_View text) {
+  const Position name = Find_Text(1, text, u"Name");
+  if (name == 0) throw Failure();
+  Text rest(Mid_Text(text, Find_Text(name, text, u"(") + 1));
+  const Position close = Find_Text(1, rest, u")");
+  if (close == 0) throw Failure();
+  rest = Left_Text(rest, close - 1);
+  std::erase(rest, u'"');
+  return Text(Trim_Text(rest));
+}
+
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
                                  const Log_Line& log, bool& reads_back) {
   Rebased_Tsection result;

@@ -18,6 +18,8 @@ Text Strip_Blocks(Text rest, Text_View tag);
 // The version, if there is one, then the two counts and each shape's id and name, to take.
 void Read_Catalogue(Text rest, const Log_Line& take);
 
+Text Route_Display_Name(Text_View text);
+
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
                                  const Log_Line& log, bool& reads_back);
 Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log,
