@@ -12,30 +12,28 @@ same() {
   diff -r "$1" "$2" || fail "not the same as on Linux: $1"
 }
 
+# linux_script COMMANDS: for the route, with its first row filled in.
+linux_script() {
+  "$linux_programs/rivelt-cli" --root "$scratch/linux" script >/dev/null <<END
+route $route
+option all
+old 0 $old
+new 0  -delete-
+$1
+END
+}
+
 run_on_linux() {
   "$linux_programs/rivelt-sample" "$scratch/linux" >/dev/null
   cp -r "$scratch/linux" "$scratch/windows"
-  "$linux_programs/rivelt-cli" --root "$scratch/linux" script >/dev/null <<END
-route $route
-option all
-old 0 $old
-new 0  -delete-
-check
-save $scratch/linux-check.txt
-END
+  linux_script "check
+save $scratch/linux-check.txt"
   grep -q ' updated files are in' "$scratch/linux-check.txt" || fail 'the sample needs no update'
-  cp -r "$scratch/linux/Quenby" "$scratch/linux-staged"
-  rm -r "$scratch/linux/Quenby"
-  "$linux_programs/rivelt-cli" --root "$scratch/linux" script >/dev/null <<END
-route $route
-option all
-old 0 $old
-new 0  -delete-
-check
+  mv "$scratch/linux/Quenby" "$scratch/linux-staged"
+  linux_script "check
 answer ok
 update
-save $scratch/linux-update.txt
-END
+save $scratch/linux-update.txt"
 }
 
 # Without a window manager Wine draws the frame, in which the client area has its place.
@@ -45,7 +43,6 @@ click_client() { click $(($1 + 45)) $(($2 + 330)); }
 save_log() {
   click_client 3487 5947
   sleep 1
-  [ ! "${2:-}" ] || screenshot "$output/$2" 800 600
   type_text "S:\\$1"
   keys Return
   wait_until test -s "$scratch/$1"
@@ -60,19 +57,17 @@ run_on_windows() {
   sleep 2
   screenshot "$output/start.png"
   click_client 3300 275                          # the list of routes
-  screenshot "$output/routes.png" 600
   type_text Bre
   keys Return
   click_client 3150 600                          # all track sections
   click_client 1200 1237                         # the first row
   type_text "$old"
   keys Tab Down                           # the first entry removes
-  screenshot "$output/row.png" 600
   keys alt+c
   wait_until test -d "$scratch/windows/Quenby/tmp"
   sleep 3
   screenshot "$output/check.png"
-  save_log windows-check.txt save.png
+  save_log windows-check.txt
   cp -r "$scratch/windows/Quenby" "$scratch/windows-staged"
   keys alt+u
   sleep 1
@@ -94,7 +89,5 @@ same "$scratch/linux-staged" "$scratch/windows-staged"
 for system in linux windows; do
   mv "$scratch/$system/Quenby/backup/Brenn_Valley "* "$scratch/$system/Quenby/backup/Brenn_Valley"
 done
-same "$scratch/linux" "$scratch/windows"
-same "$scratch/linux-check.txt" "$scratch/windows-check.txt"
-same "$scratch/linux-update.txt" "$scratch/windows-update.txt"
+for result in '' -check.txt -update.txt; do same "$scratch/linux$result" "$scratch/windows$result"; done
 echo "The run under Wine gives the same files and the same log as the one on Linux"

@@ -1,40 +1,42 @@
 #include "windows_files_fixture.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
 #include "platform/windows/files.h"
 #include "platform/windows/win32.h"
 
 namespace rivelt {
 namespace {
 
-// In the order in which the folders can be emptied and removed.
-void Remove_All(const std::wstring& folder) {
-  WIN32_FIND_DATAW entry{};
-  const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return;
-  do {
+std::vector<WIN32_FIND_DATAW> Entries_Of(const std::wstring& folder) {
+  std::vector<WIN32_FIND_DATAW> entries(1);
+  const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entries.back());
+  EXPECT_NE(search, INVALID_HANDLE_VALUE);
+  do entries.push_back(entries.back());
+  while (FindNextFileW(search, &entries.back()));
+  entries.pop_back();
+  FindClose(search);
+  std::erase_if(entries, [](const auto& entry) {
     const std::wstring name = entry.cFileName;
-    const std::wstring path = folder + L'\\' + name;
-    if (name == L"." || name == L"..") continue;
+    return name == L"." || name == L"..";
+  });
+  return entries;
+}
+
+void Remove_All(const std::wstring& folder) {
+  for (const WIN32_FIND_DATAW& entry : Entries_Of(folder)) {
+    const std::wstring path = folder + L'\\' + entry.cFileName;
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
       Remove_All(path);
     } else {
       DeleteFileW(path.c_str());
     }
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
-  RemoveDirectoryW(folder.c_str());
-}
-
-Owned_Handle Open(const std::wstring& path, DWORD access, DWORD disposition) {
-  const HANDLE handle =
-      CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) {
-    ADD_FAILURE() << "cannot open a file, error " << GetLastError();
-    return {};
   }
-  return Owned_Handle(handle);
+  RemoveDirectoryW(folder.c_str());
 }
 
 std::unique_ptr<Machine_Under_Test> Make_Windows_Machine() {
@@ -64,18 +66,14 @@ Text Windows_Machine::Root() const {
 }
 
 std::wstring Windows_Machine::Native(Text_View name) const {
-  std::wstring path = Native_Root + L'\\' + To_Wide(name);
-  for (wchar_t& unit : path) {
-    if (unit == L'/') unit = L'\\';
-  }
+  std::wstring path = Native_Root + (name.empty() ? L"" : L"\\") + To_Wide(name);
+  std::replace(path.begin(), path.end(), L'/', L'\\');
   return path;
 }
 
 void Windows_Machine::Plant(Text_View name, std::string_view bytes) {
-  const Owned_Handle file = Open(Native(name), GENERIC_WRITE, CREATE_ALWAYS);
-  DWORD written = 0;
-  WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-  EXPECT_EQ(written, bytes.size());
+  std::ofstream file(std::filesystem::path(Native(name)), std::ios::binary);
+  EXPECT_TRUE(file << bytes << std::flush);
 }
 
 void Windows_Machine::Plant_Folder(Text_View name) {
@@ -87,24 +85,14 @@ void Windows_Machine::Make_Read_Only(Text_View name) {
 }
 
 std::string Windows_Machine::Bytes(Text_View name) const {
-  const Owned_Handle file = Open(Native(name), GENERIC_READ, OPEN_EXISTING);
-  std::string bytes(GetFileSize(file.get(), nullptr), '\0');
-  DWORD read = 0;
-  EXPECT_TRUE(ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr));
-  return bytes;
+  std::ifstream file(std::filesystem::path(Native(name)), std::ios::binary);
+  EXPECT_TRUE(file);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 std::vector<Text> Windows_Machine::Names(Text_View folder) const {
   std::vector<Text> names;
-  WIN32_FIND_DATAW entry{};
-  const std::wstring path = folder.empty() ? Native_Root : Native(folder);
-  const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &entry);
-  EXPECT_NE(search, INVALID_HANDLE_VALUE);
-  do {
-    const Text name = From_Wide(entry.cFileName);
-    if (name != u"." && name != u"..") names.push_back(name);
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
+  for (const auto& entry : Entries_Of(Native(folder))) names.push_back(From_Wide(entry.cFileName));
   std::sort(names.begin(), names.end());
   return names;
 }

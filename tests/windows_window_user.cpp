@@ -28,27 +28,16 @@ std::wstring Class_Of(HWND window) {
   return name;
 }
 
-template <class Visit>
-void For_Each_Child(HWND window, Visit visit) {
-  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
-       child = GetWindow(child, GW_HWNDNEXT)) {
-    visit(child);
-  }
-}
-
-Text Entry_Of(HWND list, int row) {
-  const auto index = static_cast<WPARAM>(row);
-  std::wstring entry(static_cast<std::size_t>(SendMessageW(list, CB_GETLBTEXTLEN, index, 0)) + 1,
-                     L'\0');
-  entry.resize(static_cast<std::size_t>(
-      SendMessageW(list, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(entry.data()))));
-  return From_Wide(entry);
-}
-
 std::vector<Text> Entries_Of(HWND list) {
   std::vector<Text> entries;
-  const auto count = static_cast<int>(SendMessageW(list, CB_GETCOUNT, 0, 0));
-  for (int row = 0; row < count; ++row) entries.push_back(Entry_Of(list, row));
+  const auto count = static_cast<WPARAM>(SendMessageW(list, CB_GETCOUNT, 0, 0));
+  for (WPARAM row = 0; row < count; ++row) {
+    std::wstring entry(static_cast<std::size_t>(SendMessageW(list, CB_GETLBTEXTLEN, row, 0)) + 1,
+                       L'\0');
+    SendMessageW(list, CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(entry.data()));
+    entry.pop_back();
+    entries.push_back(From_Wide(entry));
+  }
   return entries;
 }
 
@@ -175,43 +164,36 @@ void Windows_Window_User::Look_For_Dialogs(HWND, UINT, UINT_PTR, DWORD) {
 
 void Windows_Window_User::Answer(HWND dialog) {
   if (!Answered.insert(dialog).second) return;
-  const bool is_save_dialog = GetDlgItem(dialog, edt1) != nullptr || GetDlgItem(dialog, cmb13);
-  if (is_save_dialog) {
-    Answer_Save_Dialog(dialog);
-  } else {
-    Answer_Box(dialog);
-  }
-}
-
-void Windows_Window_User::Answer_Box(HWND box) {
-  Seen_Box seen{{}, Text_Of(box), 0};
-  For_Each_Child(box, [&](HWND child) {
-    const bool is_icon = (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
-    if (GetDlgCtrlID(child) == IDCANCEL && IsWindowVisible(child) && GetDlgItem(box, IDOK)) {
-      seen.Style += Style_Ok_Cancel;
-    }
-    if (Class_Of(child) == L"Button") return;
-    if (is_icon && Class_Of(child) == L"Static") {
-      seen.Style += Style_Of_Icon(child);
-    } else if (seen.Message.empty()) {
-      seen.Message = Text_Of(child);
-    }
-  });
-  Seen_Boxes.push_back(seen);
-  const bool cancels = Cancels > 0;
-  if (cancels) --Cancels;
-  PostMessageW(GetFocus(), WM_KEYDOWN, cancels ? VK_ESCAPE : VK_RETURN, 1);
-}
-
-void Windows_Window_User::Answer_Save_Dialog(HWND dialog) {
+  HWND name = GetDlgItem(dialog, edt1);
+  if (name == nullptr) name = GetDlgItem(dialog, cmb13);
+  if (name == nullptr) return Answer_Box(dialog);
   Text path;
   if (!Save_Paths.empty()) {
     path = Save_Paths.front();
     Save_Paths.pop_front();
   }
-  const HWND name = GetDlgItem(dialog, edt1) ? GetDlgItem(dialog, edt1) : GetDlgItem(dialog, cmb13);
   SetWindowTextW(name, To_Wide(path).c_str());
   PostMessageW(dialog, WM_COMMAND, path.empty() ? IDCANCEL : IDOK, 0);
+}
+
+void Windows_Window_User::Answer_Box(HWND box) {
+  Seen_Box seen{{}, Text_Of(box), 0};
+  for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (GetDlgCtrlID(child) == IDCANCEL && IsWindowVisible(child) && GetDlgItem(box, IDOK)) {
+      seen.Style += Style_Ok_Cancel;
+    }
+    if (Class_Of(child) == L"Button") continue;
+    const bool is_icon = (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
+    if (is_icon && Class_Of(child) == L"Static") {
+      seen.Style += Style_Of_Icon(child);
+    } else if (seen.Message.empty()) {
+      seen.Message = Text_Of(child);
+    }
+  }
+  Seen_Boxes.push_back(seen);
+  const bool cancels = Cancels > 0;
+  if (cancels) --Cancels;
+  PostMessageW(GetFocus(), WM_KEYDOWN, cancels ? VK_ESCAPE : VK_RETURN, 1);
 }
 
 std::vector<Window_Back_End> Window_Back_Ends() {

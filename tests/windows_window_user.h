@@ -48,7 +48,6 @@ class Windows_Window_User : public Window_User {
   void Let_It_Happen();
   void Answer(HWND dialog);
   void Answer_Box(HWND box);
-  void Answer_Save_Dialog(HWND dialog);
 
   Windows_Window Screen;
   bool In_The_Middle = false;
