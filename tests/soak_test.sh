@@ -45,7 +45,7 @@ for ((round = 0; round < rounds && failures == 0; ++round)); do
   [[ $log == *"updated files are in"* ]] || fail "round $round has nothing to convert"
   press update
   [[ $log == *"Finished updating"* ]] || fail "round $round does not update"
-  ((round % 100 != 99)) || rm -r msts/Quenby/backup/*
+  ((round % 100 < 99)) || rm -r msts/Quenby/backup/*
   # By then all that one round keeps for the next has been made.
   ((round % (rounds / 10) == rounds / 10 - 1)) || continue
   echo "round $((round + 1)): $(memory) KB, $(open_files) open files"
