@@ -35,6 +35,8 @@ Long Fixed_Registry::RegCloseKey(Registry_Key key) {
   return key == The_Key ? Registry_Success : Status_Invalid_Handle;
 }
 
-Text Fixed_Registry::Wide(std::string_view narrow) const { return From_Utf8(narrow); }
+Text Fixed_Registry::Wide(std::string_view narrow) const {
+  return From_Utf8(narrow);
+}
 
 }  // namespace rivelt

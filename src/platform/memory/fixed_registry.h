@@ -1,5 +1,5 @@
-// A registry with the same text under every name in every key: the installation that a user names, or
-// that a test has made.
+// A registry with the same text under every name in every key: the installation that a user names,
+// or that a test has made.
 
 #pragma once
 
