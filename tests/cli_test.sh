@@ -112,7 +112,7 @@ Update_Asks_On_A_Terminal_And_Is_Cancelled_Without_One() {
   expect_untouched
   command script -qec "$update" /dev/null <<<"ok" >out
   expect_part out "Finished updating"
-  expect_part out "12 of 14 files"
+  expect_part out "11 of 14 files"
 }
 
 Ctrl_C_At_The_Question_Ends_The_Program() {
