@@ -87,46 +87,6 @@ TEST_F(Windows_Files_Test, Devices_Are_No_Files) {
   }
 }
 
-TEST_F(Windows_Files_Test, A_Kept_File_Outlives_Its_Other_Name_And_A_Copy_Is_A_File_Of_Its_Own) {
-  Machine->Plant(u"a.w", "first");
-  const auto file = Files().GetFile(Path(u"a.w"));
-  file->Keep(Path(u"kept"));
-  file->Copy(Path(u"copy"));
-  for (const Text_View taken : {u"kept", u"copy"}) {
-    EXPECT_THROW(file->Keep(Path(taken)), Failure);
-    EXPECT_THROW(file->Copy(Path(taken)), Failure);
-  }
-  EXPECT_EQ(file->Size(), 5u);
-  Write(Path(u"a.w"), u"other");
-  Files().DeleteFile(Path(u"a.w"), true);
-  EXPECT_EQ(Machine->Names(u""), Names({u"copy", u"kept"}));
-  EXPECT_EQ(Machine->Bytes(u"kept"), "first");
-  EXPECT_EQ(Machine->Bytes(u"copy"), "first");
-}
-
-TEST_F(Windows_Files_Test, Folders_Are_Renamed_Locked_And_Removed) {
-  Machine->Plant_Folder(u"one");
-  Machine->Plant_Folder(u"taken");
-  Machine->Plant(u"one/a.w", "x");
-  EXPECT_THROW(Files().MoveFolder(Path(u"one"), Path(u"taken")), Failure);
-  EXPECT_THROW(Files().DeleteFolder(Path(u"one")), Failure) << "not empty";
-  EXPECT_NO_THROW(Files().Flush(Path(u"one")));
-  EXPECT_THROW(Files().Flush(Path(u"none")), Failure);
-  {
-    const auto lock = Files().Lock(Path(u"one"));
-    EXPECT_THROW(Files().Lock(Path(u"taken\\..\\ONE")), Failure);
-    EXPECT_NO_THROW(Files().Lock(Path(u"taken")));
-    EXPECT_TRUE(lock->In_Force());
-    Files().MoveFolder(Path(u"one"), Path(u"two"));
-    EXPECT_FALSE(lock->In_Force());
-    Files().CreateFolder(Path(u"one"));
-    EXPECT_FALSE(lock->In_Force());
-  }
-  EXPECT_NO_THROW(Files().Lock(Path(u"two")));
-  Files().DeleteFolder(Path(u"one"));
-  EXPECT_EQ(Machine->Names(u""), Names({u"taken", u"two"}));
-}
-
 // A second volume, if the machine names one in the environment.
 TEST_F(Windows_Files_Test, Move_To_Another_Volume_Moves_Or_Leaves_All_As_It_Was) {
   const wchar_t* volume = _wgetenv(L"RIVELT_TEST_VOLUME");
