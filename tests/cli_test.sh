@@ -290,6 +290,18 @@ Script_Stops_At_A_Line_That_Cannot_Be_Carried_Out() {
   expect_untouched
 }
 
+Taking_Back_Spares_A_File_That_Differs_In_Letter_Case() {
+  sample
+  local world=msts/Routes/AMBREWICK/World
+  echo twin >$world/twin.w
+  cp -r msts/Routes expected
+  mkdir -p msts/Quenby/backup/AMBREWICK.unfinished
+  echo TWIN | tee msts/Quenby/backup/AMBREWICK.unfinished/TWIN.W >expected/AMBREWICK/World/TWIN.W
+  cli routes
+  expect_status 0
+  expect_same expected msts/Routes
+}
+
 Manual_Page_Has_Every_Option_And_No_Fault() {
   expect_empty <(groff -man -Tutf8 -ww -z "$manual" 2>&1)
   sed 's/\\//g' "$manual" >plain
