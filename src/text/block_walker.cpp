@@ -8,11 +8,14 @@
 namespace rivelt {
 
 Position Block_Walk::Over(Text_View stretch) {
+  Position depth = Depth;
   for (std::size_t i = 0; i < stretch.size(); ++i) {
-    if (stretch[i] == u'(') ++Depth;
-    if (stretch[i] == u')') --Depth;
-    if (Depth == 0) return static_cast<Position>(i + 1);
+    // One test for both brackets, whose codes differ in the last bit alone.
+    if ((stretch[i] | 1) != u')') continue;
+    depth += stretch[i] == u'(' ? 1 : -1;
+    if (depth == 0) return static_cast<Position>(i + 1);
   }
+  Depth = depth;
   return 0;
 }
 
