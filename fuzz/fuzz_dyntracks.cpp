@@ -12,16 +12,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Long section_delta = Offset(input.Choice);
   Long shape_delta = Offset(input.Choice / 8);
   bool reads_back = true;
-  const auto put = [](const Passed_World& passed, Outcome& outcome) {
-    outcome.Output = passed.Output;
-    outcome.Numbers = {passed.Count};
-  };
   const Pass pass = [&](Text_View text, Outcome& outcome, const Log_Line& log) {
-    put(Rebase_Dyntracks(text, section_delta, shape_delta, log), outcome);
+    Put(Rebase_Dyntracks(text, section_delta, shape_delta, log), outcome);
   };
   const Outcome outcome =
       Require_Twins(input, pass, [&](Text_View text, Outcome& twin, const Log_Line& log) {
-        put(naive::Rebase_Dyntracks(Text(text), section_delta, shape_delta, log, reads_back), twin);
+        Put(naive::Rebase_Dyntracks(Text(text), section_delta, shape_delta, log, reads_back), twin);
       });
   if (outcome.Failed || !reads_back) return 0;
   section_delta = shape_delta = 0;

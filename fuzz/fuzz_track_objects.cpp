@@ -16,11 +16,6 @@ const std::map<Text, Text> Transforms{{u"o", u"n"}, {u"g", u" -delete-"}, {u"g("
                                       {u"c", u"K"}, {u"u(", u"nowhere"},  {u"s", u"k(2"}};
 const std::map<Text, Long> Ids{{u"k", 31}, {u"n", 77}, {u"k(2", 31}, {u"z", 0}};
 
-void Put(const Passed_World& passed, Outcome& outcome) {
-  outcome.Output = passed.Output;
-  outcome.Numbers = {passed.Count};
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

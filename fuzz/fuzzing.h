@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "convert/log_line.h"
+#include "convert/world_passes.h"
 #include "text/text.h"
 
 namespace rivelt::fuzzing {
@@ -40,13 +40,17 @@ struct Outcome {
   bool operator==(const Outcome&) const = default;
 };
 
+void Put(const Passed_World& passed, Outcome& outcome);
+
 // A pass over a text, which puts its results into the outcome and hands its lines to the log.
 using Pass = std::function<void(Text_View, Outcome&, const Log_Line&)>;
 
 Outcome Outcome_Of(const Pass& pass, Text_View text);
 
-// Requires that the pass and its naive twin agree on the input, and that the pass keeps to its
-// time.
+// What the pass makes of the input. Requires that it keeps to its time.
+Outcome Timed_Outcome(const Input& input, const Pass& pass);
+
+// The same; requires as well that the pass and its naive twin agree.
 Outcome Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
 
 // For a long input: half a million units, which repeat what stands in it up to the first "|" and

@@ -17,14 +17,6 @@ constexpr Text_View Blanks = u" \t\r\n";
 // digits.
 constexpr Double Nearly_Infinite = 1.797e308;
 
-Text Lower(Text_View text) {
-  Text lower(text);
-  for (char16_t& unit : lower) {
-    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + 32);
-  }
-  return lower;
-}
-
 // The ")" that balances the "(" at open, or 0.
 Position Walk(const Text& text, Position open) {
   int depth = 1;
@@ -41,7 +33,8 @@ Double Only_Number(Text_View field) {
   number.erase(0, number.find_first_not_of(Blanks));
   number.erase(number.find_last_not_of(Blanks) + 1);
   const bool is_one = number.find_first_of(Blanks) == Text::npos;
-  if (number.empty() || !is_one || Read_Number(number + u"!").End != Position(number.size())) {
+  const bool has_digit = number.find_first_of(u"0123456789") != Text::npos;
+  if (!is_one || !has_digit || Read_Number(number + u"!").End != Position(number.size())) {
     throw Failure();
   }
   return Text_Value(number);
@@ -78,60 +71,6 @@ Long First_Delta(Text_View what, Double id, Long reserved, const Log_Line& log) 
 }
 
 }  // namespace
-
-Position Find_Text(Position start, Text_View text, Text_View target) {
-  if (start < 1) throw Failure();
-  const std::size_t hit = Lower(text).find(Lower(target), static_cast<std::size_t>(start) - 1);
-  return hit == Text::npos ? 0 : static_cast<Position>(hit + 1);
-}
-
-Text Strip_Blocks(Text rest, Text_View tag) {
-  const std::size_t most = 2 * rest.size();
-  Text output;
-  while (const Position p = Find_Text(1, rest, tag)) {
-    output += Left_Text(rest, p - 1);
-    const Position close = Walk(rest, Find_Text(p, rest, u"("));
-    if (close == 0 || output.size() > most) throw Failure();
-    rest = Mid_Text(rest, close + 1);
-  }
-  return output + rest;
-}
-
-void Read_Catalogue(Text rest, const Log_Line& take) {
-  rest = Trim_Text(rest);
-  if (const Position p = Find_Text(1, rest, u"Build")) {
-    take(Mid_Text(rest, p + 6, Find_Text(p, rest, u")") - p - 6));
-  }
-  rest = Strip_Blocks(Strip_Blocks(rest, u"_SKIP"), u"_INFO");
-  for (const Text_View keyword : {u"TrackSections", u"TrackShapes"}) {
-    rest = Mid_Text(rest, Find_Text(Find_Text(1, rest, keyword), rest, u"(") + 1);
-    take(Number_Text(Round_Long(Text_Value(rest))));
-  }
-  while (Position p = Find_Text(1, rest, u"TrackShape")) {
-    p = Find_Text(p, rest, u"(");
-    if (p == 0) return;
-    rest = Mid_Text(rest, p + 1);
-    const Double id = Text_Value(rest);
-    p = Find_Text(1, rest, u"FileName");
-    if (p == 0 || p >= Find_Text(1, rest, u")")) continue;
-    rest = Mid_Text(rest, Find_Text(p, rest, u"(") + 1);
-    Text name(Left_Text(rest, Find_Text(1, rest, u")") - 1));
-    std::erase(name, Double_Quote);
-    take(Number_Text(Round_Long(id)));
-    take(Trim_Text(name));
-  }
-}
-
-Text Route_Display_Name(Text_View text) {
-  const Position name = Find_Text(1, text, u"Name");
-  if (name == 0) throw Failure();
-  Text rest(Mid_Text(text, Find_Text(name, text, u"(") + 1));
-  const Position close = Find_Text(1, rest, u")");
-  if (close == 0) throw Failure();
-  rest = Left_Text(rest, close - 1);
-  std::erase(rest, u'"');
-  return Text(Trim_Text(rest));
-}
 
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
                                  const Log_Line& log, bool& reads_back) {

@@ -1,5 +1,6 @@
-// The passes once more, as plainly as they can be said: the rest and the output are texts of their
-// own, and every search walks the rest from its front. Slow, and therefore easy to trust.
+// The passes that write a route once more, as plainly as they can be said: the rest and the output
+// are texts of their own, and every search walks the rest from its front. Slow, and therefore easy
+// to trust.
 //
 // reads_back becomes false where a pass over the output need not give the output again.
 
@@ -11,14 +12,6 @@
 #include "convert/world_passes.h"
 
 namespace rivelt::naive {
-
-Position Find_Text(Position start, Text_View text, Text_View target);
-Text Strip_Blocks(Text rest, Text_View tag);
-
-// The version, if there is one, then the two counts and each shape's id and name, to take.
-void Read_Catalogue(Text rest, const Log_Line& take);
-
-Text Route_Display_Name(Text_View text);
 
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
                                  const Log_Line& log, bool& reads_back);
