@@ -14,7 +14,13 @@ namespace rivelt {
 using Registry_Key = std::uint32_t;
 
 inline constexpr Registry_Key Local_Machine = 0x80000002;
+
+// The statuses and the type that the system has for them, on every machine.
 inline constexpr Long Registry_Success = 0;
+inline constexpr Long Status_File_Not_Found = 2;
+inline constexpr Long Status_Invalid_Handle = 6;
+inline constexpr Long Status_More_Data = 234;
+inline constexpr Long Registry_String = 1;
 
 class Registry {
  public:

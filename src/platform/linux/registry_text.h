@@ -12,11 +12,9 @@
 #include <string>
 #include <string_view>
 
-#include "text/text.h"
+#include "app/registry.h"
 
 namespace rivelt {
-
-inline constexpr Long Registry_String = 1;
 
 struct Registry_Value {
   Long Type;

@@ -10,10 +10,6 @@
 
 namespace rivelt {
 
-inline constexpr Long Status_File_Not_Found = 2;
-inline constexpr Long Status_Invalid_Handle = 6;
-inline constexpr Long Status_More_Data = 234;
-
 // The local machine's keys as a Wine prefix keeps them. A key that stands both under its name and
 // under "Wow6432Node", where 32-bit installers leave it, has the values of both; the first counts
 // where both have one of the same name. The prefix is read anew each time a key is opened.

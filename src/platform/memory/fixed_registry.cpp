@@ -8,9 +8,6 @@
 namespace rivelt {
 namespace {
 
-constexpr Long Type_Of_Text = 1;
-constexpr Long Status_Invalid_Handle = 6;
-constexpr Long Status_More_Data = 234;
 constexpr Registry_Key The_Key = 1;
 
 }  // namespace
@@ -23,7 +20,7 @@ Long Fixed_Registry::RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, R
 Long Fixed_Registry::RegQueryValueExA(Registry_Key key, std::string_view, Long, Long& type,
                                       char* data, Long& size) {
   if (key != The_Key) return Status_Invalid_Handle;
-  type = Type_Of_Text;
+  type = Registry_String;
   const Long room = std::exchange(size, static_cast<Long>(Value.size()));
   if (data == nullptr) return Registry_Success;
   if (room < size) return Status_More_Data;
