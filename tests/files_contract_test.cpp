@@ -1,7 +1,8 @@
-#include "files_contract.h"
+// What the files of every machine do.
 
 #include <functional>
 
+#include "files_fixture.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -9,7 +10,9 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST_P(Files_Contract, ReadAll_Every_Kind_Of_Start_And_End_Gives_The_Units) {
+using Files_Contract = Files_Test;
+
+TEST_F(Files_Contract, ReadAll_Every_Kind_Of_Start_And_End_Gives_The_Units) {
   const struct {
     const char* Situation;
     std::string Bytes;
@@ -29,91 +32,90 @@ TEST_P(Files_Contract, ReadAll_Every_Kind_Of_Start_And_End_Gives_The_Units) {
       {"zeros and half a pair", "\xFF\xFE\0\0\0\xD8"s, Text{0, 0xD800}},
   };
   for (const auto& item : cases) {
-    Machine->Plant(u"read.dat", item.Bytes);
+    Machine.Plant(u"read.dat", item.Bytes);
     EXPECT_EQ(Read(Path(u"read.dat")), item.Units) << item.Situation;
   }
 }
 
-TEST_P(Files_Contract, Write_In_Parts_Gives_One_Mark_And_Narrow_Text_None_And_Every_Unit_Survives) {
+TEST_F(Files_Contract, Write_In_Parts_Gives_One_Mark_And_Narrow_Text_None_And_Every_Unit_Survives) {
   Text every_unit(0x10000, u'\0');
   for (std::size_t i = 0; i < every_unit.size(); ++i) every_unit[i] = static_cast<char16_t>(i);
   const auto wide = Files().CreateTextFile(Path(u"wide"), true, true);
   for (const Text_View part : {Text_View(u"A"), Text_View(every_unit)}) wide->Write(part);
   wide->Close();
-  EXPECT_EQ(Machine->Bytes(u"wide").substr(0, 8), "\xFF\xFE"s + "A\0\0\0\1\0"s);
+  EXPECT_EQ(Machine.Bytes(u"wide").substr(0, 8), "\xFF\xFE"s + "A\0\0\0\1\0"s);
   EXPECT_EQ(Read(Path(u"wide")), u"A" + every_unit);
   Write(Path(u"narrow"), u"A\r\n");
-  EXPECT_EQ(Machine->Bytes(u"narrow"), "A\r\n");
+  EXPECT_EQ(Machine.Bytes(u"narrow"), "A\r\n");
 }
 
-TEST_P(Files_Contract, Write_Before_Close_Or_Without_Leaves_The_Folder_As_It_Was) {
-  Machine->Plant_Folder(u"new");
-  Machine->Plant_Folder(u"old");
-  Machine->Plant(u"old/a.w", "before");
+TEST_F(Files_Contract, Write_Before_Close_Or_Without_Leaves_The_Folder_As_It_Was) {
+  Machine.Plant_Folder(u"new");
+  Machine.Plant_Folder(u"old");
+  Machine.Plant(u"old/a.w", "before");
   for (const Text folder : {u"new", u"old"}) {
     const auto stream = Files().CreateTextFile(Path(folder + u"\\a.w"), true, true);
     stream->Write(Text(100000, u'x'));
     EXPECT_THROW(Files().GetFile(Path(u"new\\a.w")), Failure);
-    EXPECT_EQ(Machine->Bytes(u"old/a.w"), "before");
+    EXPECT_EQ(Machine.Bytes(u"old/a.w"), "before");
   }
-  EXPECT_EQ(Machine->Names(u"new"), Names());
-  EXPECT_EQ(Machine->Names(u"old"), Names({u"a.w"}));
-  EXPECT_EQ(Machine->Bytes(u"old/a.w"), "before");
+  EXPECT_EQ(Machine.Names_In(u"new"), Names());
+  EXPECT_EQ(Machine.Names_In(u"old"), Names({u"a.w"}));
+  EXPECT_EQ(Machine.Bytes(u"old/a.w"), "before");
 }
 
-TEST_P(Files_Contract, CreateTextFile_Over_An_Existing_File_Needs_Overwrite) {
-  Machine->Plant(u"a.w", "a longer text that was here before");
+TEST_F(Files_Contract, CreateTextFile_Over_An_Existing_File_Needs_Overwrite) {
+  Machine.Plant(u"a.w", "a longer text that was here before");
   EXPECT_THROW(Write(Path(u"a.w"), u"new", false), Failure);
-  EXPECT_EQ(Machine->Bytes(u"a.w"), "a longer text that was here before");
+  EXPECT_EQ(Machine.Bytes(u"a.w"), "a longer text that was here before");
   Write(Path(u"a.w"), u"new");
-  EXPECT_EQ(Machine->Bytes(u"a.w"), "new");
+  EXPECT_EQ(Machine.Bytes(u"a.w"), "new");
   Write(Path(u"b.w"), u"new", false);
-  EXPECT_EQ(Machine->Names(u""), Names({u"a.w", u"b.w"}));
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"a.w", u"b.w"}));
 }
 
-TEST_P(Files_Contract, Close_When_A_File_Of_That_Name_Came_In_Between_Keeps_That_One) {
+TEST_F(Files_Contract, Close_When_A_File_Of_That_Name_Came_In_Between_Keeps_That_One) {
   const auto stream = Files().CreateTextFile(Path(u"a.w"), false, true);
   stream->Write(u"mine");
-  Machine->Plant(u"a.w", "theirs");
+  Machine.Plant(u"a.w", "theirs");
   EXPECT_THROW(stream->Close(), Failure);
-  EXPECT_EQ(Machine->Bytes(u"a.w"), "theirs");
+  EXPECT_EQ(Machine.Bytes(u"a.w"), "theirs");
 }
 
-TEST_P(Files_Contract, What_Is_Missing_Or_Of_The_Wrong_Kind_Is_A_Failure_And_Changes_Nothing) {
-  Machine->Plant(u"file", "bytes");
-  Machine->Plant_Folder(u"folder");
-  const Text bad_names[] = {Text(300, u'n'), u"a\0b"s};
+TEST_F(Files_Contract, What_Is_Missing_Or_Of_The_Wrong_Kind_Is_A_Failure_And_Changes_Nothing) {
+  Machine.Plant(u"file", "bytes");
+  Machine.Plant_Folder(u"folder");
+  const Text long_name(300, u'n');
+  const Text with_zero = u"file\0"s;
   const struct {
-    const char* Situation;
-    std::function<void()> Attempt;
+    const char* Operation;
+    std::function<void(const Text&)> Do;
+    Names Given;
   } cases[] = {
-      {"GetFile, missing", [&] { Files().GetFile(Path(u"none")); }},
-      {"GetFile, missing folder", [&] { Files().GetFile(Path(u"none\\file")); }},
-      {"GetFile, a folder", [&] { Files().GetFile(Path(u"folder")); }},
-      {"GetFile, below a file", [&] { Files().GetFile(Path(u"file\\file")); }},
-      {"GetFile, no name", [&] { Files().GetFile(u""); }},
-      {"GetFile, long name", [&] { Files().GetFile(Path(bad_names[0])); }},
-      {"GetFile, zero in the name", [&] { Files().GetFile(Path(u"file\0"s)); }},
-      {"GetFolder, missing", [&] { Files().GetFolder(Path(u"none")); }},
-      {"GetFolder, a file", [&] { Files().GetFolder(Path(u"file")); }},
-      {"CreateFolder, a folder", [&] { Files().CreateFolder(Path(u"folder")); }},
-      {"CreateFolder, a file", [&] { Files().CreateFolder(Path(u"file")); }},
-      {"CreateFolder, no parent", [&] { Files().CreateFolder(Path(u"none\\folder")); }},
-      {"CreateFolder, zero in the name", [&] { Files().CreateFolder(Path(bad_names[1])); }},
-      {"CreateTextFile, no folder", [&] { Write(Path(u"none\\file"), u"x"); }},
-      {"CreateTextFile, a folder", [&] { Write(Path(u"folder"), u"x"); }},
-      {"DeleteFile, missing", [&] { Files().DeleteFile(Path(u"none"), true); }},
-      {"DeleteFile, a folder", [&] { Files().DeleteFile(Path(u"folder"), true); }},
+      {"GetFile",
+       [&](const Text& path) { Files().GetFile(path); },
+       {u"none", u"none\\file", u"folder", u"file\\file", long_name, with_zero}},
+      {"GetFolder", [&](const Text& path) { Files().GetFolder(path); }, {u"none", u"file"}},
+      {"CreateFolder",
+       [&](const Text& path) { Files().CreateFolder(path); },
+       {u"folder", u"file", u"none\\folder", with_zero}},
+      {"CreateTextFile", [&](const Text& path) { Write(path, u"x"); }, {u"none\\file", u"folder"}},
+      {"DeleteFile",
+       [&](const Text& path) { Files().DeleteFile(path, true); },
+       {u"none", u"folder"}},
   };
-  for (const auto& item : cases) EXPECT_THROW(item.Attempt(), Failure) << item.Situation;
-  for (const Text& path : {Path(u"none"), Path(u"file"), Path(bad_names[0]), Path(u"folder\0"s)})
+  for (const auto& [operation, attempt, names] : cases) {
+    for (const Text& name : names) EXPECT_THROW(attempt(Path(name)), Failure) << operation;
+  }
+  EXPECT_THROW(Files().GetFile(u""), Failure);
+  for (const Text& path : {Path(u"none"), Path(u"file"), Path(long_name), Path(u"folder\0"s)})
     EXPECT_FALSE(Files().FolderExists(path));
   EXPECT_TRUE(Files().FolderExists(Path(u"folder")));
-  EXPECT_EQ(Machine->Names(u""), Names({u"file", u"folder"}));
-  EXPECT_EQ(Machine->Bytes(u"file"), "bytes");
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"file", u"folder"}));
+  EXPECT_EQ(Machine.Bytes(u"file"), "bytes");
 }
 
-TEST_P(Files_Contract, Names_Outside_Any_Code_Page_Come_Back_As_They_Were_Given) {
+TEST_F(Files_Contract, Names_Outside_Any_Code_Page_Come_Back_As_They_Were_Given) {
   for (const Text name : {u"Жёлтый", u"線路", u"Äpfel", u"\U0001F682", u"a b"}) {
     Files().CreateFolder(Path(name));
     Write(Path(Concatenate({name, u"\\", name})), u"x");
@@ -124,10 +126,10 @@ TEST_P(Files_Contract, Names_Outside_Any_Code_Page_Come_Back_As_They_Were_Given)
   }
 }
 
-TEST_P(Files_Contract, Paths_In_Other_Letter_Case_And_With_Either_Separator_Lead_There) {
-  Machine->Plant_Folder(u"ROUTES");
-  Machine->Plant_Folder(u"ROUTES/Äst");
-  Machine->Plant(u"ROUTES/Äst/Tsection.DAT", "A\0"s);
+TEST_F(Files_Contract, Paths_In_Other_Letter_Case_And_With_Either_Separator_Lead_There) {
+  Machine.Plant_Folder(u"ROUTES");
+  Machine.Plant_Folder(u"ROUTES/Äst");
+  Machine.Plant(u"ROUTES/Äst/Tsection.DAT", "A\0"s);
   for (const Text path :
        {u"Routes\\Äst\\Tsection.DAT", u"routes/ÄST/tsection.dat", u"\\routes\\\\äst//TSECTION.dat",
         u"ROUTES\\.\\..\\routes\\äST/tsection.dat"})
@@ -140,16 +142,16 @@ TEST_P(Files_Contract, Paths_In_Other_Letter_Case_And_With_Either_Separator_Lead
   Write(Path(u"routes\\äST\\W-1.w"), u"x");
   Files().GetFile(Path(u"Routes\\äst\\w-1.W"))->Move(Path(u"routes\\new\\Moved.W"));
   Files().DeleteFile(Path(u"routes\\ÄST\\tSECTION.dat"), true);
-  EXPECT_EQ(Machine->Names(u"ROUTES"), Names({u"New", u"Äst"}));
-  EXPECT_EQ(Machine->Names(u"ROUTES/New"), Names({u"Moved.W"}));
-  EXPECT_EQ(Machine->Names(u"ROUTES/Äst"), Names());
+  EXPECT_EQ(Machine.Names_In(u"ROUTES"), Names({u"New", u"Äst"}));
+  EXPECT_EQ(Machine.Names_In(u"ROUTES/New"), Names({u"Moved.W"}));
+  EXPECT_EQ(Machine.Names_In(u"ROUTES/Äst"), Names());
 }
 
-TEST_P(Files_Contract, A_Walk_Holds_What_Was_There_By_Name_And_By_Kind) {
+TEST_F(Files_Contract, A_Walk_Holds_What_Was_There_By_Name_And_By_Kind) {
   for (const Text name : {u"b.w", u"C.w", u"a.w", u"Ö.w", u"ö1.w", u"_.w", u"Z.w"})
-    Machine->Plant(name, "");
-  for (const Text name : {u"y", u"X", u"z.w.d"}) Machine->Plant_Folder(name);
-  const auto folder = Files().GetFolder(Machine->Root());
+    Machine.Plant(name, "");
+  for (const Text name : {u"y", u"X", u"z.w.d"}) Machine.Plant_Folder(name);
+  const auto folder = Files().GetFolder(Path(u""));
   const auto files = folder->Files();
   const auto folders = folder->SubFolders();
   for (const auto& file : files) {
@@ -164,46 +166,46 @@ TEST_P(Files_Contract, A_Walk_Holds_What_Was_There_By_Name_And_By_Kind) {
   EXPECT_EQ((*folders.begin())->Files().Count(), 0);
 }
 
-TEST_P(Files_Contract, Delete_A_Read_Only_File_Needs_Force) {
+TEST_F(Files_Contract, Delete_A_Read_Only_File_Needs_Force) {
   for (const Text name : {u"by_file", u"by_path"}) {
-    Machine->Plant(name, "x");
-    Machine->Make_Read_Only(name);
+    Machine.Plant(name, "x");
+    Machine.Make_Read_Only(name);
   }
   const auto file = Files().GetFile(Path(u"by_file"));
   EXPECT_THROW(file->Delete(false), Failure);
   EXPECT_THROW(Files().DeleteFile(Path(u"by_path"), false), Failure);
-  EXPECT_EQ(Machine->Names(u""), Names({u"by_file", u"by_path"}));
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"by_file", u"by_path"}));
   file->Delete(true);
   Files().DeleteFile(Path(u"by_path"), true);
-  EXPECT_EQ(Machine->Names(u""), Names());
+  EXPECT_EQ(Machine.Names_In(u""), Names());
   EXPECT_THROW(file->Delete(true), Failure);
 }
 
-TEST_P(Files_Contract, Move_Onto_Something_Or_Into_Nowhere_Leaves_Both_And_Else_Moves) {
-  Machine->Plant_Folder(u"to");
-  Machine->Plant(u"to/taken", "old");
-  Machine->Plant(u"from", "new");
-  Machine->Make_Read_Only(u"from");
+TEST_F(Files_Contract, Move_Onto_Something_Or_Into_Nowhere_Leaves_Both_And_Else_Moves) {
+  Machine.Plant_Folder(u"to");
+  Machine.Plant(u"to/taken", "old");
+  Machine.Plant(u"from", "new");
+  Machine.Make_Read_Only(u"from");
   const auto file = Files().GetFile(Path(u"from"));
   for (const Text& target : Names({u"to\\taken", u"to", u"none\\free", Text(300, u'n'), u"a\0b"s}))
     EXPECT_THROW(file->Move(Path(target)), Failure);
-  EXPECT_EQ(Machine->Bytes(u"from"), "new");
-  EXPECT_EQ(Machine->Bytes(u"to/taken"), "old");
-  EXPECT_EQ(Machine->Names(u"to"), Names({u"taken"}));
+  EXPECT_EQ(Machine.Bytes(u"from"), "new");
+  EXPECT_EQ(Machine.Bytes(u"to/taken"), "old");
+  EXPECT_EQ(Machine.Names_In(u"to"), Names({u"taken"}));
 
   file->Move(Path(u"to\\free"));
-  EXPECT_EQ(Machine->Bytes(u"to/free"), "new");
-  EXPECT_EQ(Machine->Names(u""), Names({u"to"}));
+  EXPECT_EQ(Machine.Bytes(u"to/free"), "new");
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"to"}));
 
-  Machine->Plant(u"gone", "x");
+  Machine.Plant(u"gone", "x");
   const auto gone = Files().GetFile(Path(u"gone"));
   Files().DeleteFile(Path(u"gone"), true);
   EXPECT_THROW(gone->Move(Path(u"to\\gone")), Failure);
   EXPECT_THROW(gone->OpenAsTextStream(For_Reading, Format_Unicode), Failure);
 }
 
-TEST_P(Files_Contract, A_Kept_File_Outlives_Its_Other_Name_And_A_Copy_Is_A_File_Of_Its_Own) {
-  Machine->Plant(u"a.w", "first");
+TEST_F(Files_Contract, A_Kept_File_Outlives_Its_Other_Name_And_A_Copy_Is_A_File_Of_Its_Own) {
+  Machine.Plant(u"a.w", "first");
   const auto file = Files().GetFile(Path(u"a.w"));
   file->Keep(Path(u"kept"));
   file->Copy(Path(u"copy"));
@@ -214,15 +216,15 @@ TEST_P(Files_Contract, A_Kept_File_Outlives_Its_Other_Name_And_A_Copy_Is_A_File_
   EXPECT_EQ(file->Size(), 5u);
   Write(Path(u"a.w"), u"other");
   Files().DeleteFile(Path(u"a.w"), true);
-  EXPECT_EQ(Machine->Names(u""), Names({u"copy", u"kept"}));
-  EXPECT_EQ(Machine->Bytes(u"kept"), "first");
-  EXPECT_EQ(Machine->Bytes(u"copy"), "first");
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"copy", u"kept"}));
+  EXPECT_EQ(Machine.Bytes(u"kept"), "first");
+  EXPECT_EQ(Machine.Bytes(u"copy"), "first");
 }
 
-TEST_P(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {
-  Machine->Plant_Folder(u"one");
-  Machine->Plant_Folder(u"taken");
-  Machine->Plant(u"one/a.w", "x");
+TEST_F(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {
+  Machine.Plant_Folder(u"one");
+  Machine.Plant_Folder(u"taken");
+  Machine.Plant(u"one/a.w", "x");
   EXPECT_THROW(Files().MoveFolder(Path(u"one"), Path(u"taken")), Failure);
   EXPECT_THROW(Files().DeleteFolder(Path(u"one")), Failure) << "not empty";
   EXPECT_NO_THROW(Files().Flush(Path(u"one")));
@@ -239,7 +241,7 @@ TEST_P(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {
   }
   EXPECT_NO_THROW(Files().Lock(Path(u"two")));
   Files().DeleteFolder(Path(u"one"));
-  EXPECT_EQ(Machine->Names(u""), Names({u"taken", u"two"}));
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"taken", u"two"}));
 }
 
 }  // namespace

@@ -108,21 +108,6 @@ TEST_F(Windows_Registry_Test, The_Value_Comes_From_The_View_That_Has_It_With_Its
   }
 }
 
-TEST_F(Windows_Registry_Test, Too_Little_Room_Is_A_Status_And_Leaves_The_Buffer) {
-  Put(KEY_WOW64_32KEY, L"C:\\train");
-  const auto registry = Windows_Registry();
-  Registry_Key key = 0;
-  Long type = 0;
-  Long size = 8;
-  char buffer[] = "unchanged";
-  registry->RegOpenKeyExA(Local_Machine, Asked_Key, 0, 1, key);
-  EXPECT_EQ(registry->RegQueryValueExA(key, "Path", 0, type, buffer, size), ERROR_MORE_DATA);
-  EXPECT_EQ(size, 9);
-  EXPECT_STREQ(buffer, "unchanged");
-  EXPECT_EQ(registry->RegCloseKey(key), Registry_Success);
-  EXPECT_EQ(registry->RegCloseKey(key), ERROR_INVALID_HANDLE);
-}
-
 TEST_F(Windows_Registry_Test, The_Form_Reports_A_Value_Without_Bytes_And_Goes_On_Without_A_Key) {
   const auto log_of_start = [] {
     Memory_Window window;

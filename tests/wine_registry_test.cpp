@@ -5,7 +5,7 @@
 #include <optional>
 #include <sstream>
 
-#include "linux_files_fixture.h"
+#include "files_fixture.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -70,16 +70,6 @@ TEST(Registry_Text, A_Line_That_Is_No_Value_Is_Passed_Over) {
     EXPECT_FALSE(Value_Of_Line(std::string(key) + "\n\"Path\"=\"x\"")) << key;
 }
 
-TEST(Registry_Text, A_File_Cut_Anywhere_Has_The_Value_Once_Its_Text_Is_Complete) {
-  const std::string start = std::string(Head) + "[Software\\\\Games\\\\1.0] 1017\n\"Path\"=\"\\x41";
-  const std::string file =
-      start + "\"\n\"Other\"=hex(2):41,00,\\\n  00,00\n[Next\\\\Key]\n@=dword:1\n";
-  for (std::size_t size = 0; size <= file.size(); ++size) {
-    const auto values = Read_Registry_Key({file.data(), size}, Games);
-    EXPECT_EQ(values && Find_Value(*values, "Path") != nullptr, size > start.size()) << size;
-  }
-}
-
 class Wine_Registry_Test : public testing::Test {
  protected:
   // "status size data" as the program's two queries tell them; the size is the first one's.
@@ -97,8 +87,8 @@ class Wine_Registry_Test : public testing::Test {
     return std::to_string(status) + " " + std::to_string(size) + " " + data;
   }
 
-  Linux_Machine Machine;
-  Wine_Registry Prefix{Machine.Native("")};
+  Machine_Folder Machine;
+  Wine_Registry Prefix{Machine.Native("").native()};
 };
 
 TEST_F(Wine_Registry_Test, The_Key_As_Named_Counts_Before_That_Of_32_Bit_Programs) {
