@@ -99,6 +99,21 @@ end_script() {
   wait $scripted || status=$?
 }
 
+check_in_script() {
+  start_script
+  tell 'route Ambrewick' 'option all'
+  tell check
+}
+# Presses Update, which is to fail, and ends the program; until then nobody takes back.
+expect_failed_update_in_script() {
+  tell update
+  expect_not_taken_back_at_start
+  end_script
+  cp complained err
+  expect_failed_update
+  expect_taken_back_at_start
+}
+
 # An Update with so many kilobytes for our own folders, and another with enough.
 update_on_a_small_and_a_large_disk() {
   own_disk msts/Quenby "$1"
@@ -125,19 +140,25 @@ A_Disk_Full_While_Moving_Is_Taken_Back_Though_It_Is_Still_Full() {
   sample --objects 100
   own_disk $world 8000
   mkdir msts/Quenby
-  start_script
-  tell 'route Ambrewick' 'option all'
-  tell check
+  check_in_script
   # The route's files shrink with what was to take their place, so the copies must grow.
   for file in msts/Quenby/tmp/w*; do head -c 9000 /dev/zero >>"$file"; done
   head -c 9M /dev/zero >$world/filler 2>/dev/null || true
-  tell update
-  expect_not_taken_back_at_start # for the other program holds it
-  end_script
-  cp complained err
-  expect_failed_update
-  expect_taken_back_at_start
+  expect_failed_update_in_script
   rm $world/filler
+  expect_route_untouched
+}
+
+A_Folder_In_The_Place_Of_A_File_Is_Left_And_The_Others_Are_Taken_Back() {
+  sample
+  check_in_script
+  local file
+  file=$(find staged -name 'w*' -printf '%f\n' | sort | tail -n 1)
+  for root in before msts; do
+    rm $root/${world#*/}/"$file"
+    mkdir $root/${world#*/}/"$file"
+  done
+  expect_failed_update_in_script
   expect_route_untouched
 }
 
@@ -154,20 +175,27 @@ A_World_Folder_That_Cannot_Be_Written_Is_Taken_Back_When_It_Can() {
   expect_update_works
 }
 
-A_Second_Program_Is_Held_Off_And_Touches_Nothing() {
+A_Staging_Folder_That_Cannot_Be_Written_Leaves_The_Route() {
   sample
-  start_script
-  tell 'route Ambrewick' 'option all'
-  tell check
-  cp -r msts held
+  mkdir -p msts/Quenby/tmp
+  mount_or_skip --bind msts/Quenby/tmp msts/Quenby/tmp
+  mount -o remount,bind,ro msts/Quenby/tmp
   update
-  expect_status 1
-  expect_line out "Had problems in Do_Check!"
-  expect_same held msts
-  tell update
-  end_script
-  expect_status 0
-  expect_same updated msts/Routes
+  expect_line out "Had problems reading route w-files!"
+  expect_failed_update
+  expect_route_untouched
+}
+
+A_World_Folder_On_Another_Disk_Is_Updated_And_Restored() {
+  sample
+  mkdir disk
+  mount_or_skip -t tmpfs tmpfs disk
+  mv $world disk/
+  ln -s "$work/disk/World" $world
+  expect_update_works
+  expect_nothing_stray
+  cli restore Ambrewick --yes
+  expect_route_untouched
 }
 
 "$2"
