@@ -39,10 +39,16 @@ save $scratch/linux-update.txt"
 # Without a window manager Wine draws the frame, in which the client area has its place.
 click_client() { click $(($1 + 45)) $(($2 + 330)); }
 
+# press_until_shown WINDOW COMMAND...: as long as the program works, what is pressed is dropped.
+press_until_shown() {
+  "${@:2}"
+  sleep 1
+  shows_window "$1"
+}
+
 # save_log NAME: by the dialog of the system.
 save_log() {
-  click_client 3487 5947
-  sleep 1
+  wait_until press_until_shown 'Save As' click_client 3487 5947
   type_text "S:\\$1"
   keys Return
   wait_until test -s "$scratch/$1"
@@ -64,18 +70,16 @@ run_on_windows() {
   type_text "$old"
   keys Tab Down                           # the first entry removes
   keys alt+c
-  wait_until test -d "$scratch/windows/Quenby/tmp"
-  sleep 3
-  screenshot "$output/check.png"
   save_log windows-check.txt
-  cp -r "$scratch/windows/Quenby" "$scratch/windows-staged"
-  keys alt+u
   sleep 1
+  screenshot "$output/check.png"
+  cp -r "$scratch/windows/Quenby" "$scratch/windows-staged"
+  wait_until press_until_shown Update keys alt+u
   screenshot "$output/question.png" 600
   keys Return
-  sleep 3
-  screenshot "$output/update.png"
   save_log windows-update.txt
+  sleep 1
+  screenshot "$output/update.png"
   click_client 4687 5947                         # Quit
   wait "$program" || fail "Rivelt.exe ended with $?"
   program=

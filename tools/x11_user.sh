@@ -23,7 +23,8 @@ start_screen() {
 }
 
 wait_until() {
-  for _ in $(seq 200); do
+  local end=$((SECONDS + 60))
+  while [ $SECONDS -lt $end ]; do
     "$@" && return 0
     sleep 0.05
   done
