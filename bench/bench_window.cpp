@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <memory>
-#include <utility>
 
 #include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
@@ -97,8 +96,7 @@ void Append_Log_Lines(benchmark::State& state) {
     routes.setCurrentIndex(0);
     emit routes.activated(0);
     auto& log = static_cast<Log_View&>(window.Widget(Control::txtMessages));
-    installation.Disk.On_Read = [&] {
-      const auto once = std::exchange(installation.Disk.On_Read, nullptr);
+    installation.Disk.On_Next_Read = [&] {
       state.ResumeTiming();
       for (std::size_t i = 0; i < count; ++i) {
         window.Append_Log(line);

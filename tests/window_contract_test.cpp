@@ -75,12 +75,7 @@ class Window_Contract : public testing::TestWithParam<Window_Back_End> {
   }
 
   // Runs the action once, while the next command (or the start) reads a file.
-  void In_The_Middle(std::function<void()> action) {
-    Disk.On_Read = [this, act = std::move(action)] {
-      const auto once = std::exchange(Disk.On_Read, nullptr);
-      act();
-    };
-  }
+  void In_The_Middle(std::function<void()> action) { Disk.On_Next_Read = std::move(action); }
 
   Text Log() { return User->Shown_Text(txtMessages); }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <ostream>
@@ -39,8 +40,8 @@ class Window_User {
 
   // How the person will answer what comes up: the boxes with OK unless told here, the save dialog
   // with a cancel unless told here (an empty path is a cancel). Each is used once.
-  virtual void Answer_With_Cancel() = 0;
-  virtual void Save_As(Text_View path) = 0;
+  virtual void Answer_With_Cancel() { ++Cancels; }
+  virtual void Save_As(Text_View path) { Save_Paths.emplace_back(path); }
 
   // A folder for Save_As in the way the machine writes paths; it need not exist on the machine.
   virtual Text Folder_To_Save_In() const = 0;
@@ -52,10 +53,28 @@ class Window_User {
   virtual std::vector<Text> Entries(Control list) const = 0;
   virtual bool Selected(Control option) const = 0;
   virtual bool Hourglass() const = 0;
-  virtual std::vector<Seen_Box> Boxes() const = 0;  // all so far
+  virtual std::vector<Seen_Box> Boxes() const { return Seen_Boxes; }  // all so far
 
   // The back end itself.
   virtual Window& Seam() = 0;
+
+ protected:
+  // What the person does with a box or a save dialog that has come up.
+  bool Cancels_Box(const Seen_Box& box) {
+    Seen_Boxes.push_back(box);
+    return Cancels > 0 && Cancels-- > 0;
+  }
+  Text Path_To_Save_As() {
+    if (Save_Paths.empty()) return {};
+    const Text path = Save_Paths.front();
+    Save_Paths.pop_front();
+    return path;
+  }
+
+ private:
+  int Cancels = 0;
+  std::deque<Text> Save_Paths;
+  std::vector<Seen_Box> Seen_Boxes;
 };
 
 struct Window_Back_End {

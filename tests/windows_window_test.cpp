@@ -143,8 +143,7 @@ TEST_F(Windows_Window_Test, Two_Hundred_Thousand_Lines_Of_Log_All_Show) {
   Start();
   Screen.Write_Log(u"");
   // In the middle of a command, where a line does not reach the screen at once.
-  Disk.On_Read = [&] {
-    Disk.On_Read = nullptr;
+  Disk.On_Next_Read = [&] {
     for (int i = 0; i < 200'000; ++i) {
       Screen.Append_Log(u" 1 track sections has been changed\r\n");
       Screen.Yield();

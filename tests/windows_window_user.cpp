@@ -167,11 +167,7 @@ void Windows_Window_User::Answer(HWND dialog) {
   HWND name = GetDlgItem(dialog, edt1);
   if (name == nullptr) name = GetDlgItem(dialog, cmb13);
   if (name == nullptr) return Answer_Box(dialog);
-  Text path;
-  if (!Save_Paths.empty()) {
-    path = Save_Paths.front();
-    Save_Paths.pop_front();
-  }
+  const Text path = Path_To_Save_As();
   SetWindowTextW(name, To_Wide(path).c_str());
   PostMessageW(dialog, WM_COMMAND, path.empty() ? IDCANCEL : IDOK, 0);
 }
@@ -190,10 +186,7 @@ void Windows_Window_User::Answer_Box(HWND box) {
       seen.Message = Text_Of(child);
     }
   }
-  Seen_Boxes.push_back(seen);
-  const bool cancels = Cancels > 0;
-  if (cancels) --Cancels;
-  PostMessageW(GetFocus(), WM_KEYDOWN, cancels ? VK_ESCAPE : VK_RETURN, 1);
+  PostMessageW(GetFocus(), WM_KEYDOWN, Cancels_Box(seen) ? VK_ESCAPE : VK_RETURN, 1);
 }
 
 std::vector<Window_Back_End> Window_Back_Ends() {

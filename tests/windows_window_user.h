@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <deque>
 #include <set>
 #include <vector>
 
@@ -24,8 +23,6 @@ class Windows_Window_User : public Window_User {
   void Press(Control button) override { Click(button); }
   void Close() override;
 
-  void Answer_With_Cancel() override { ++Cancels; }
-  void Save_As(Text_View path) override { Save_Paths.emplace_back(path); }
   Text Folder_To_Save_In() const override;
 
   bool Visible() const override { return Screen.Handle() != nullptr; }
@@ -34,7 +31,6 @@ class Windows_Window_User : public Window_User {
   std::vector<Text> Entries(Control list) const override;
   bool Selected(Control option) const override;
   bool Hourglass() const override;
-  std::vector<Seen_Box> Boxes() const override { return Seen_Boxes; }
   Windows_Window& Seam() override { return Screen; }
 
   // A key pressed and released in the control.
@@ -53,9 +49,6 @@ class Windows_Window_User : public Window_User {
   bool In_The_Middle = false;
   UINT_PTR Timer = 0;
   std::set<HWND> Answered;
-  int Cancels = 0;
-  std::deque<Text> Save_Paths;
-  std::vector<Seen_Box> Seen_Boxes;
 };
 
 }  // namespace rivelt

@@ -85,8 +85,8 @@ class Memory_Disk {
   // Whether any folder of it is locked. The form of an earlier test may outlive its disk.
   const std::shared_ptr<bool> Is_Locked = std::make_shared<bool>(false);
 
-  // Runs whenever a file is read: the place where a test can act in the middle of a command.
-  std::function<void()> On_Read;
+  // Runs once, when the next file is read: the place to act in the middle of a command.
+  std::function<void()> On_Next_Read;
 
  private:
   static Text With_Backslashes(Text_View path) {
@@ -191,7 +191,7 @@ class Memory_Files : public File_System_Object {
     Text name() const override { return Memory_Disk::Name(Path); }
     std::unique_ptr<Read_Stream> OpenAsTextStream(int, int) override {
       Text content = Existing(Disk, Path, false).Content;
-      if (Disk.On_Read) Disk.On_Read();
+      if (const auto once = std::exchange(Disk.On_Next_Read, nullptr)) once();
       return std::make_unique<Disk_Reader>(std::move(content));
     }
     void Delete(bool) override { Disk.Remove(Existing(Disk, Path, false).Path); }
