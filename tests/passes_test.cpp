@@ -145,6 +145,7 @@ TEST(Rebase_Tsection, A_Whole_File_And_The_Parts_That_One_May_Lack) {
        u"SectionCurve ( 1 ) 2000 0 SectionCurve ( 1 )-50 0 SectionIdx (", 100, 0},
       {u"SectionCurve ( 1 ) 1900.5 0 SectionCurve ( 1 ) 4294967295 0 SectionIdx (",
        u"SectionCurve ( 1 ) 2000.5 0 SectionCurve ( 1 ) 4294967395 0 SectionIdx (", 100, 0},
+      {u"TrackPath ( 800 ) SectionIdx ( 1 )", u"TrackPath ( 800 ) SectionIdx ( 1 )", 0, 0},
       {u"SectionIdx ( 1 TrackPath ( 800 1  3 )", u"SectionIdx ( 1 TrackPath ( 900 1 0 3 )", 0, 100},
   };
   for (const auto& [source, output, section_delta, shape_delta] : cases) {
@@ -304,6 +305,7 @@ TEST_F(Track_Objects, A_Record_That_Cannot_Be_Read_Stays_Character_For_Character
 TEST_F(Track_Objects, Removal_Walks_The_Record_Without_Its_Old_Id_And_Name) {
   Transforms[u"go(ne.s"] = u" -delete-";
   EXPECT_EQ(Check(u"a TrackObj ( SectionIdx ( 1 ) FileName ( go(ne.s ) ( ) ) b").Output, u"a  b");
+  EXPECT_EQ(Check(u"a TrackObj (() SectionIdx ( 1 ) FileName ( gone.s ) ) b").Output, u"a  b");
   EXPECT_EQ(Check(u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s ) ( ( ) ) ) )").Output, u" )");
 }
 
