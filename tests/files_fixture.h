@@ -15,13 +15,6 @@
 #include <vector>
 
 #include "app/file_service.h"
-#ifdef _WIN32
-#include "platform/windows/files.h"
-#include "platform/windows/win32.h"
-#else
-#include "platform/linux/linux_files.h"
-#include "text/utf8.h"
-#endif
 
 namespace rivelt {
 
@@ -34,21 +27,10 @@ Names Names_Of_Items(const Collection<Item>& items) {
   return names;
 }
 
-inline std::filesystem::path To_Native(Text_View path) {
-#ifdef _WIN32
-  return To_Wide(path);
-#else
-  return To_Utf8(path);
-#endif
-}
-
-inline Text From_Native(const std::filesystem::path& path) {
-#ifdef _WIN32
-  return From_Wide(path.native());
-#else
-  return From_Utf8(path.native());
-#endif
-}
+// What differs from machine to machine; defined beside the tests of each.
+std::filesystem::path To_Native(Text_View path);
+Text From_Native(const std::filesystem::path& path);
+std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path& wine_prefix);
 
 // Every name is a path below the folder, with "/" between folders; a thing that does not work fails
 // the test.
@@ -118,13 +100,8 @@ class Files_Test : public testing::Test {
   }
 
   Machine_Folder Machine;
-#ifdef _WIN32
-  std::unique_ptr<File_System_Object> System = Windows_Files();
-#else
-  // The folder is the Wine prefix as well.
-  std::unique_ptr<File_System_Object> System =
-      std::make_unique<Linux_File_System>(Machine.Native("").native());
-#endif
+  // The folder is the Wine prefix as well, where there is one.
+  std::unique_ptr<File_System_Object> System = Files_Of_Machine(Machine.Native(""));
 };
 
 }  // namespace rivelt

@@ -13,8 +13,21 @@
 #include <thread>
 
 #include "files_fixture.h"
+#include "platform/linux/linux_files.h"
+#include "text/utf8.h"
 
 namespace rivelt {
+
+std::filesystem::path To_Native(Text_View path) {
+  return To_Utf8(path);
+}
+Text From_Native(const std::filesystem::path& path) {
+  return From_Utf8(path.native());
+}
+std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path& wine_prefix) {
+  return std::make_unique<Linux_File_System>(wine_prefix.native());
+}
+
 namespace {
 
 namespace fs = std::filesystem;

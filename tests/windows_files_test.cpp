@@ -8,8 +8,20 @@
 #include <tuple>
 
 #include "files_fixture.h"
+#include "platform/windows/files.h"
 
 namespace rivelt {
+
+std::filesystem::path To_Native(Text_View path) {
+  return To_Wide(path);
+}
+Text From_Native(const std::filesystem::path& path) {
+  return From_Wide(path.native());
+}
+std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path&) {
+  return Windows_Files();
+}
+
 namespace {
 
 class Windows_Files_Test : public Files_Test {
