@@ -75,7 +75,7 @@ run_on_windows() {
   screenshot "$output/check.png"
   cp -r "$scratch/windows/Quenby" "$scratch/windows-staged"
   wait_until press_until_shown Update keys alt+u
-  screenshot "$output/question.png" 600
+  screenshot "$output/question.png" 1600 1200
   keys Return
   save_log windows-update.txt
   sleep 1
