@@ -252,6 +252,9 @@ TEST_F(Interruption, A_Failed_Update_Keeps_The_Rest_Staged_And_A_Full_Check_Take
       EXPECT_EQ(train.Staged(), Lines{u"w-2.w"});
       EXPECT_TRUE(Is_Unfinished(train));
     }
+    train.Disk.Remove(u"\\train\\Quenby\\tmp\\w-2.w");  // which does not make it a whole one
+    running.Window.Press(cmdUpdate);
+    EXPECT_TRUE(Is_Unfinished(train));
     running.Window.Select(optDynamic_1);
     running.Window.Press(cmdCheck);
     EXPECT_EQ(Lines_Of(running.Window.Log())[1], u"Took back an update that had not finished: A");

@@ -117,7 +117,8 @@ class frmMain {
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
 
-  bool Stopped = false;  // Fatal_Error was called; nothing leads out of this state
+  bool Stopped = false;    // Fatal_Error was called; nothing leads out of this state
+  bool All_Moved = false;  // the last Update with staged files has moved every one of them
   std::unique_ptr<Folder_Lock> Installation_Lock;  // from the first full check on
 };
 

@@ -1,7 +1,7 @@
 // The originals that an Update replaces, kept so that it can be taken back.
 //
-// Quenby\backup\FOLDER.unfinished             an Update of the route in FOLDER that has not come to
-// its end Quenby\backup\FOLDER 2026-11-22 20.15.07    the originals of one that has, by local time
+//   Quenby\backup\FOLDER.unfinished           of an Update of the route in FOLDER that goes on
+//   Quenby\backup\FOLDER 2026-11-22 20.15.07  of one that has come to its end, by local time
 //
 // Each holds files under the names that they have in the route, flat. From the moment in which the
 // first file of a route is deleted to the moment in which the last new one stands, every original

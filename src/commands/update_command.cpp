@@ -30,19 +30,25 @@ void frmMain::Move_Staged_Files() {
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
   const Text route_folder = Current_Route_Folder();
   if (staged_files.Count() == 0) {
-    // An earlier Update can have moved everything and failed behind that.
-    if (Route_Backups().Is_Unfinished(route_folder)) Route_Backups().Complete(route_folder);
+    // An earlier Update can have moved everything and failed behind that. If it has not, somebody
+    // has removed what it had still to move, and it can only be taken back.
+    if (Route_Backups().Is_Unfinished(route_folder)) {
+      if (!All_Moved) throw Failure();
+      Route_Backups().Complete(route_folder);
+    }
     Add_Line(NL + u"No update needed");
     return;
   }
   // Another program can have staged these since somebody removed the folder.
   if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
+  All_Moved = false;
   Route_Backups().Keep_Originals(route_folder, staged_files, Staging_Folder());
   for (const auto& file : staged_files) {
     const Text destination = Destination(file->name());
     FSO->DeleteFile(destination, true);
     file->Move(destination);
   }
+  All_Moved = true;
   Route_Backups().Complete(route_folder);
   Add_Line(NL + u"Finished updating ");
 }
