@@ -120,13 +120,16 @@ void Windows_Window::Take_Notification(Control control, UINT code) {
     case Control_Type::Text_Box:
       if (code == EN_CHANGE) Raise(control);
       return;
-    case Control_Type::Drop_Down_List:
-      if (code == CBN_DROPDOWN) List_Of(control)->Fill();
+    case Control_Type::Drop_Down_List: {
+      Drop_List& list = *List_Of(control);
+      if (code == CBN_DROPDOWN) list.Fill();
+      // To pick the entry that is picked already is an event as well.
+      const bool is_pick = code == CBN_SELENDOK && !list.Picked().empty();
       // A list that was opened can go back to its former entry when it closes.
-      if ((code == CBN_SELCHANGE || code == CBN_CLOSEUP) && List_Of(control)->Take_Pick()) {
-        Raise(control);
-      }
+      const bool may_differ = code == CBN_SELCHANGE || code == CBN_CLOSEUP;
+      if (is_pick || (may_differ && list.Take_Pick())) Raise(control);
       return;
+    }
     default:
       return;
   }

@@ -14,8 +14,10 @@ namespace {
 
 constexpr wchar_t Class_Name[] = L"Rivelt";
 constexpr DWORD Form_Style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
-constexpr ULONGLONG Frame_Time = 16;  // milliseconds: about 60 repaints a second
-constexpr WORD Icon_Number = 1;       // in the resources of the program
+// In milliseconds.
+constexpr ULONGLONG Frame_Time = 16;  // about 60 repaints a second
+constexpr ULONGLONG Longest_Pause = 1000;
+constexpr WORD Icon_Number = 1;  // in the resources of the program
 
 bool Is_List(Control control) {
   return Row_Of(control).Type == Control_Type::Drop_Down_List;
@@ -218,7 +220,9 @@ void Windows_Window::Show_Save_Dialog() {
   dialog.nMaxFile = longest_path;
   // The installation can lie at a path that starts at the working directory.
   dialog.Flags = OFN_EXPLORER | OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST;
-  Chosen_File_Name = GetSaveFileNameW(&dialog) ? From_Wide(path.data()) : Text();
+  const bool is_chosen = GetSaveFileNameW(&dialog) != FALSE;
+  if (!is_chosen && CommDlgExtendedError() != 0) throw Failure();
+  Chosen_File_Name = is_chosen ? From_Wide(path.data()) : Text();
 }
 
 void Windows_Window::Beep() {
@@ -231,8 +235,9 @@ void Windows_Window::Yield() {
   Log.Show();
   Handle_Pending();
   const ULONGLONG end = GetTickCount64();
-  // A long log takes longer to show: most of the time is for the work.
-  Next_Yield = end + std::max(Frame_Time, 4 * (end - now));
+  // A long log takes longer to show: most of the time is for the work. The user who drags the
+  // window meanwhile shall not wait for it.
+  Next_Yield = end + std::clamp(4 * (end - now), Frame_Time, Longest_Pause);
 }
 
 Drop_List* Windows_Window::List_Of(Control control) {
