@@ -11,8 +11,6 @@
 namespace rivelt {
 namespace {
 
-constexpr Text_View Local_File = u"tsection.dat";
-
 std::set<Text> Names_Of(const Collection<File>& files) {
   std::set<Text> names;
   for (const auto& file : files) names.insert(file->name());

@@ -1,4 +1,6 @@
 #include "app/frm_main.h"
+#include "backup/backups.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -41,6 +43,10 @@ void frmMain::Move_Staged_Files() {
   }
   // Another program can have staged these since somebody removed the folder.
   if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
+  for (const auto& file : staged_files) {
+    // As a world file it would pass for the route's own among the originals.
+    if (file->name() != Local_File && Fold_Case(file->name()) == Local_File) throw Failure();
+  }
   All_Moved = false;
   Route_Backups().Keep_Originals(route_folder, staged_files, Staging_Folder());
   for (const auto& file : staged_files) {
@@ -54,7 +60,7 @@ void frmMain::Move_Staged_Files() {
 }
 
 Text frmMain::Destination(Text_View name) const {
-  return Route_File_Path(MSTS_Path, Current_Route_Folder(), name == u"tsection.dat", name);
+  return Route_File_Path(MSTS_Path, Current_Route_Folder(), name == Local_File, name);
 }
 
 }  // namespace rivelt
