@@ -248,6 +248,10 @@ TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothin
                     u"world\\w-1.w", u" 0 track sections has been changed", u"", u"world\\w-2.W",
                     u"Unknown shape old.s, id  5", u" 0 track sections has been changed"},
                    No_Update));
+
+  Train.Put(u"routes\\A\\world\\TSECTION.DAT", u"theirs").Put(u"Quenby\\tmp\\TSECTION.DAT", u"");
+  Window.Press(cmdUpdate);  // would replace it without keeping it
+  EXPECT_EQ(Train.Content(u"routes\\A\\world\\TSECTION.DAT"), u"theirs");
 }
 
 TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {

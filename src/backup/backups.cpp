@@ -17,16 +17,15 @@ std::set<Text> Names_Of(const Collection<File>& files) {
   return names;
 }
 
-// The route's own tsection.dat is kept in its own letter case.
-bool Is_Local_File(Text_View name) {
-  return Fold_Case(name) == Local_File;
-}
-
 bool Is_Temporary(const File& file) {
   return file.name().starts_with(Temporary_Prefix);
 }
 
 }  // namespace
+
+bool Is_Local_File(Text_View name) {
+  return Fold_Case(name) == Local_File;
+}
 
 Text Route_File_Path(Text_View root, Text_View route_folder, bool is_tsection, Text_View name) {
   return Concatenate({root, u"\\Routes\\", route_folder, is_tsection ? u"\\" : u"\\World\\", name});
@@ -173,6 +172,7 @@ Text Backups::Completed_Folder(Text_View route_folder, Text_View time) const {
   return Concatenate({Parent_Folder(), u"\\", route_folder, u" ", time});
 }
 
+// The route's own tsection.dat is kept in its own letter case.
 Text Backups::Original_Path(Text_View route_folder, Text_View name) const {
   return Route_File_Path(Root, route_folder, Is_Local_File(name), name);
 }

@@ -20,6 +20,9 @@ namespace rivelt {
 // The file of a route's own that is staged and kept beside its world files.
 inline constexpr Text_View Local_File = u"tsection.dat";
 
+// Whether the name is that of the local file in any letter case.
+bool Is_Local_File(Text_View name);
+
 // Where the file of a route's own goes by its name: the local tsection.dat into the route's folder,
 // any other into its World folder.
 Text Route_File_Path(Text_View root, Text_View route_folder, bool is_tsection, Text_View name);

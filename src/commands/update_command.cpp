@@ -1,6 +1,5 @@
 #include "app/frm_main.h"
 #include "backup/backups.h"
-#include "text/letter_case.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -45,7 +44,7 @@ void frmMain::Move_Staged_Files() {
   if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
   for (const auto& file : staged_files) {
     // As a world file it would pass for the route's own among the originals.
-    if (file->name() != Local_File && Fold_Case(file->name()) == Local_File) throw Failure();
+    if (file->name() != Local_File && Is_Local_File(file->name())) throw Failure();
   }
   All_Moved = false;
   Route_Backups().Keep_Originals(route_folder, staged_files, Staging_Folder());
