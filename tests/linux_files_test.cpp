@@ -12,7 +12,7 @@
 #include <functional>
 #include <thread>
 
-#include "files_fixture.h"
+#include "machine_folder.h"
 #include "platform/linux/linux_files.h"
 #include "text/utf8.h"
 
@@ -27,12 +27,15 @@ Text From_Native(const std::filesystem::path& path) {
 std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path& wine_prefix) {
   return std::make_unique<Linux_File_System>(wine_prefix.native());
 }
+std::unique_ptr<Test_Folder> Make_Test_Folder() {
+  return std::make_unique<Machine_Folder>();
+}
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class Linux_Files : public Files_Test {
+class Linux_Files : public Machine_Files_Test {
  protected:
   unsigned Permissions(const fs::path& path) const {
     return static_cast<unsigned>(fs::status(path).permissions());
