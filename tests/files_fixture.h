@@ -44,6 +44,12 @@ std::unique_ptr<Test_Folder> Make_Test_Folder();
 
 class Files_Test : public testing::Test {
  protected:
+  Files_Test() {
+    Text root = Path(u"");
+    root.pop_back();
+    Files().Set_Root(root);
+  }
+
   Text Path(Text_View name) const { return Machine.Path(name); }
   File_System_Object& Files() { return *System; }
   Text Read(Text_View path) {

@@ -97,6 +97,29 @@ TEST_F(Linux_Files, Names_That_Differ_In_Case_Only_As_Spelled_Wins_Else_The_Firs
   EXPECT_EQ(found(u"c.dat"), u"c.DAT");
 }
 
+TEST_F(Linux_Files, Folders_That_Differ_In_Case_Only_Are_One_Below_The_Root_And_As_Spelled_Above) {
+  for (const Text name : {u"in", u"IN", u"In", u"in/world", u"in/World", u"in/World/a.w"})
+    Machine.Plant_Folder(name);
+  Machine.Plant(u"in/WORLD", "a file");
+  Files().Set_Root(Path(u"in"));
+  for (const Text folder : {u"world", u"World", u"wORLD"}) {
+    Write(Path(u"in\\" + folder + u"\\" + folder + u".w"), u"x");
+    EXPECT_EQ(Files().GetFolder(Path(u"in\\" + folder))->Files().Count(),
+              static_cast<Long>(Machine.Names_In(u"in/World").size()) - 1);
+    EXPECT_THROW(Files().CreateFolder(Path(u"in\\" + folder)), Failure);
+  }
+  EXPECT_EQ(Machine.Names_In(u"in/world"), Names());
+  EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(u"in"))->SubFolders()), Names({u"World"}));
+
+  fs::rename(Native("in/World"), Native("in/other"));  // what has been found before is gone
+  Write(Path(u"in\\World\\b.w"), u"x");
+  EXPECT_EQ(Machine.Names_In(u"in/world"), Names({u"b.w"}));
+  for (const Text folder : {u"IN", u"In"}) {
+    Write(Path(folder + u"\\c.w"), u"x");
+    EXPECT_EQ(Machine.Names_In(folder), Names({u"c.w"}));
+  }
+}
+
 TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
   for (const Text name : {u"dosdevices", u"drive_c", u"drive_c/Games"}) Machine.Plant_Folder(name);
   fs::create_symlink("../drive_c", Native("dosdevices/c:"));
