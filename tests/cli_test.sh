@@ -43,6 +43,20 @@ Sample_Is_The_Same_For_A_Seed_And_Spares_A_Folder_In_Use() {
   expect_same again msts
 }
 
+A_Name_Of_Odd_Bytes_Shows_As_Valid_Text_And_Is_Staged_Under_Its_Bytes() {
+  sample
+  local world
+  world=$(find msts/Routes/AMBREWICK -iname '*.w' | sort | head -n 1)
+  cp "$world" "${world%/*}/odd"$'\xff'.w
+  printf 'route Ambrewick\ncheck\nsave log.txt\nlog\n' >script.txt
+  cli script script.txt
+  for text in out log.txt; do
+    expect_part "$text" $'odd\xef\xbf\xbd.w'
+    iconv -f UTF-8 -t UTF-16 "$text" >/dev/null || fail "$text is not UTF-8"
+  done
+  [ -f "msts/Quenby/tmp/odd"$'\xff'.w ] || fail "not staged"
+}
+
 Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
   sample
   cli check ambrewick

@@ -71,7 +71,7 @@ void Native_Paths::Set_Root(Text_View path) {
 
 Native_Paths::Spelled_Path Native_Paths::Spell(Text_View path) const {
   if (!Can_Be_Spelled(path)) throw Failure();
-  std::string bytes = To_Utf8(path);
+  std::string bytes = To_Original_Bytes(path);
   std::replace(bytes.begin(), bytes.end(), '\\', '/');
   Spelled_Path spelled;
   if (bytes.size() > 1 && bytes[1] == ':' && Is_Drive_Letter(bytes[0])) {
