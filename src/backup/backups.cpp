@@ -40,19 +40,22 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
       Make_Folder(folder);
     // Read once: to ask for a name that is not there yet may mean to read the whole folder.
     const std::set<Text> kept_before = Names_Of(Files.GetFolder(unfinished)->Files());
+    const auto keep = [&](File& original) {
+      if (kept_before.contains(original.name())) return;
+      const Text kept_path = Concatenate({unfinished, u"\\", original.name()});
+      original.Keep(kept_path);
+      kept.push_back(kept_path);
+    };
+    std::set<Text> replaced;
     for (const auto& new_file : new_files) {
       const Text path = Original_Path(route_folder, new_file->name());
       if (!Files.FileExists(path)) continue;
       const auto original = Files.GetFile(path);
-      // A world file that differs in letter case alone is another one.
-      const bool is_other =
-          original->name() != new_file->name() && !Is_Local_File(new_file->name());
-      if (is_other) throw Failure();
-      if (kept_before.contains(original->name())) continue;
-      const Text kept_path = Concatenate({unfinished, u"\\", original->name()});
-      original->Keep(kept_path);
-      kept.push_back(kept_path);
+      // The second of two new files would replace the first.
+      if (!replaced.insert(original->name()).second) throw Failure();
+      keep(*original);
     }
+    for (const auto& bystander : Bystanders(route_folder, replaced)) keep(*bystander);
     for (const Text& folder : {unfinished, Parent_Folder(), Text(new_files_folder)}) {
       Files.Flush(folder);
     }
@@ -62,6 +65,23 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
     Ignoring_Failures([&] { Files.DeleteFolder(unfinished); });
     throw;
   }
+}
+
+// The world files that differ from a replaced one in letter case alone. They are kept so that
+// Take_Back can tell them from what the Update has put there.
+std::vector<std::unique_ptr<File>> Backups::Bystanders(Text_View route_folder,
+                                                       const std::set<Text>& replaced) const {
+  std::vector<std::unique_ptr<File>> bystanders;
+  const Text world = Concatenate({Root, u"\\Routes\\", route_folder, u"\\World"});
+  if (!Files.FolderExists(world)) return bystanders;
+  std::set<Text> folded;
+  for (const Text& name : replaced) folded.insert(Fold_Case(name));
+  for (auto& file : Files.GetFolder(world)->Files().Take()) {
+    const Text name = file->name();
+    const bool fits = !Is_Local_File(name) && folded.contains(Fold_Case(name));
+    if (fits && !replaced.contains(name)) bystanders.push_back(std::move(file));
+  }
+  return bystanders;
 }
 
 void Backups::Complete(Text_View route_folder) {
@@ -90,8 +110,9 @@ std::vector<Text> Backups::Unfinished() const {
 void Backups::Take_Back(Text_View route_folder) {
   const Text unfinished = Unfinished_Folder(route_folder);
   const auto originals = Files.GetFolder(unfinished)->Files();
+  const std::set<Text> names = Names_Of(originals);
   for (const auto& original : originals) {
-    if (!Is_Temporary(*original)) Put_Back(route_folder, *original);
+    if (!Is_Temporary(*original)) Put_Back(route_folder, *original, names);
   }
   Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder}));
   Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder, u"\\World"}));
@@ -101,16 +122,14 @@ void Backups::Take_Back(Text_View route_folder) {
   Files.DeleteFolder(unfinished);
 }
 
-void Backups::Put_Back(Text_View route_folder, File& original) {
-  const Text name = original.name();
-  const Text path = Original_Path(route_folder, name);
+void Backups::Put_Back(Text_View route_folder, File& original, const std::set<Text>& names) {
+  const Text path = Original_Path(route_folder, original.name());
   if (Files.FileExists(path)) {
-    const auto standing = Files.GetFile(path);
-    const Text standing_name = standing->name();
-    // What differs from the original in letter case is another file, unless an Update has put it
-    // there.
-    const bool is_new_one = Is_Local_File(name) && standing_name == Local_File;
-    if (standing_name == name || is_new_one) standing->Delete(true);
+    const auto found = Files.GetFile(path);
+    // Any that differs in letter case was there before, unless an Update has put it there.
+    const bool is_new_one = Is_Local_File(original.name()) ? found->name() == Local_File
+                                                           : !names.contains(found->name());
+    if (found->name() == original.name() || is_new_one) found->Delete(true);
   }
   original.Keep(path);
 }

@@ -10,6 +10,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <set>
 #include <vector>
 
 #include "app/file_service.h"
@@ -41,8 +43,8 @@ class Backups {
 
   // Keeps every file of the route that one of the new files will replace, in the route's
   // .unfinished folder, and forces it and new_files_folder to disk. What is kept there already
-  // stays. Failure: it cannot be done, or a name differs from the route's in letter case; nothing
-  // is kept that was not before.
+  // stays. Failure: it cannot be done, or two new files would replace the same one; nothing is kept
+  // that was not before.
   void Keep_Originals(Text_View route_folder, const Collection<File>& new_files,
                       Text_View new_files_folder);
 
@@ -71,7 +73,9 @@ class Backups {
   Text Completed_Folder(Text_View route_folder, Text_View time) const;
   Text Original_Path(Text_View route_folder, Text_View name) const;
   void Make_Folder(const Text& path);
-  void Put_Back(Text_View route_folder, File& original);
+  std::vector<std::unique_ptr<File>> Bystanders(Text_View route_folder,
+                                                const std::set<Text>& replaced) const;
+  void Put_Back(Text_View route_folder, File& original, const std::set<Text>& names);
   void Delete_Temporaries(const Text& folder);
   void Flush_Route(Text_View route_folder);
 
