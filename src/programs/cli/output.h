@@ -14,8 +14,11 @@ namespace rivelt {
 struct Interrupted {};
 
 // Standard output, in UTF-8 with LF as the line end. Throws Interrupted once it cannot be written.
+// What is written is kept until Flush or until much has come together.
 class Output {
  public:
+  Output();
+
   // CR LF becomes LF.
   void Write(Text_View text);
   void Write(std::string_view bytes);
@@ -25,7 +28,13 @@ class Output {
 
   void Flush();
 
+  // To be called whenever a line is whole: a person at a terminal sees it at once.
+  void Show() {
+    if (Is_Terminal) Flush();
+  }
+
  private:
+  const bool Is_Terminal;
   bool In_Line = false;
 };
 
