@@ -49,8 +49,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto values = Read_Registry_Key(file + ours, "aB\\c");
   Require_Form(values);
   const Registry_Value* value = Find_Value(*values, To_Original_Bytes(text));
-  Require(value != nullptr && value->Data == To_Original_Bytes(text + u'\0'), "a written value is read");
-  Require_Speed(Read_Input(data, size),
-                [](Text_View long_text) { Read_Registry_Key("[a]\n" + To_Original_Bytes(long_text), "a"); });
+  Require(value != nullptr && value->Data == To_Original_Bytes(text + u'\0'),
+          "a written value is read");
+  Require_Speed(Read_Input(data, size), [](Text_View long_text) {
+    Read_Registry_Key("[a]\n" + To_Original_Bytes(long_text), "a");
+  });
   return 0;
 }

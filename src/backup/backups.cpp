@@ -40,12 +40,6 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
       Make_Folder(folder);
     // Read once: to ask for a name that is not there yet may mean to read the whole folder.
     const std::set<Text> kept_before = Names_Of(Files.GetFolder(unfinished)->Files());
-    const auto keep = [&](File& original) {
-      if (kept_before.contains(original.name())) return;
-      const Text kept_path = Concatenate({unfinished, u"\\", original.name()});
-      original.Keep(kept_path);
-      kept.push_back(kept_path);
-    };
     std::set<Text> replaced;
     for (const auto& new_file : new_files) {
       const Text path = Original_Path(route_folder, new_file->name());
@@ -53,9 +47,14 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
       const auto original = Files.GetFile(path);
       // The second of two new files would replace the first.
       if (!replaced.insert(original->name()).second) throw Failure();
-      keep(*original);
+      if (kept_before.contains(original->name())) continue;
+      const Text kept_path = Concatenate({unfinished, u"\\", original->name()});
+      original->Keep(kept_path);
+      kept.push_back(kept_path);
+      if (original->name() == new_file->name() || Is_Local_File(new_file->name())) continue;
+      kept.push_back(Concatenate({unfinished, u"\\", Temporary_Prefix, new_file->name()}));
+      Files.CreateTextFile(kept.back(), true, true)->Close();
     }
-    for (const auto& bystander : Bystanders(route_folder, replaced)) keep(*bystander);
     for (const Text& folder : {unfinished, Parent_Folder(), Text(new_files_folder)}) {
       Files.Flush(folder);
     }
@@ -67,25 +66,9 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
   }
 }
 
-// The world files that differ from a replaced one in letter case alone. They are kept so that
-// Take_Back can tell them from what the Update has put there.
-std::vector<std::unique_ptr<File>> Backups::Bystanders(Text_View route_folder,
-                                                       const std::set<Text>& replaced) const {
-  std::vector<std::unique_ptr<File>> bystanders;
-  const Text world = Concatenate({Root, u"\\Routes\\", route_folder, u"\\World"});
-  if (!Files.FolderExists(world)) return bystanders;
-  std::set<Text> folded;
-  for (const Text& name : replaced) folded.insert(Fold_Case(name));
-  for (auto& file : Files.GetFolder(world)->Files().Take()) {
-    const Text name = file->name();
-    const bool fits = !Is_Local_File(name) && folded.contains(Fold_Case(name));
-    if (fits && !replaced.contains(name)) bystanders.push_back(std::move(file));
-  }
-  return bystanders;
-}
-
 void Backups::Complete(Text_View route_folder) {
   Flush_Route(route_folder);
+  Delete_Temporaries(Unfinished_Folder(route_folder));
   Text target;
   int second = 0;
   do {
@@ -110,9 +93,12 @@ std::vector<Text> Backups::Unfinished() const {
 void Backups::Take_Back(Text_View route_folder) {
   const Text unfinished = Unfinished_Folder(route_folder);
   const auto originals = Files.GetFolder(unfinished)->Files();
-  const std::set<Text> names = Names_Of(originals);
   for (const auto& original : originals) {
-    if (!Is_Temporary(*original)) Put_Back(route_folder, *original, names);
+    if (Is_Temporary(*original)) {
+      Remove_New_One(route_folder, original->name().substr(Temporary_Prefix.size()));
+    } else {
+      Put_Back(route_folder, *original);
+    }
   }
   Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder}));
   Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder, u"\\World"}));
@@ -122,14 +108,23 @@ void Backups::Take_Back(Text_View route_folder) {
   Files.DeleteFolder(unfinished);
 }
 
-void Backups::Put_Back(Text_View route_folder, File& original, const std::set<Text>& names) {
-  const Text path = Original_Path(route_folder, original.name());
+// What an Update has put in the place of a world file that differs in letter case alone.
+void Backups::Remove_New_One(Text_View route_folder, Text_View name) {
+  const Text path = Route_File_Path(Root, route_folder, false, name);
+  if (!Files.FileExists(path)) return;
+  const auto found = Files.GetFile(path);
+  if (found->name() == name) found->Delete(true);
+}
+
+void Backups::Put_Back(Text_View route_folder, File& original) {
+  const Text name = original.name();
+  const Text path = Original_Path(route_folder, name);
   if (Files.FileExists(path)) {
     const auto found = Files.GetFile(path);
-    // Any that differs in letter case was there before, unless an Update has put it there.
-    const bool is_new_one = Is_Local_File(original.name()) ? found->name() == Local_File
-                                                           : !names.contains(found->name());
-    if (found->name() == original.name() || is_new_one) found->Delete(true);
+    // What differs from the original in letter case is another file, unless an Update has put it
+    // there.
+    const bool is_new_one = Is_Local_File(name) && found->name() == Local_File;
+    if (found->name() == name || is_new_one) found->Delete(true);
   }
   original.Keep(path);
 }

@@ -5,13 +5,12 @@
 //
 // Each holds files under the names that they have in the route, flat. From the moment in which the
 // first file of a route is deleted to the moment in which the last new one stands, every original
-// is in the route or in its .unfinished folder, so that the route can be made what it was.
+// is in the route or in its .unfinished folder, so that the route can be made what it was. An empty
+// .rivelt-NAME in there is for a new file whose original has that name in other letter case.
 
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <set>
 #include <vector>
 
 #include "app/file_service.h"
@@ -73,9 +72,8 @@ class Backups {
   Text Completed_Folder(Text_View route_folder, Text_View time) const;
   Text Original_Path(Text_View route_folder, Text_View name) const;
   void Make_Folder(const Text& path);
-  std::vector<std::unique_ptr<File>> Bystanders(Text_View route_folder,
-                                                const std::set<Text>& replaced) const;
-  void Put_Back(Text_View route_folder, File& original, const std::set<Text>& names);
+  void Remove_New_One(Text_View route_folder, Text_View name);
+  void Put_Back(Text_View route_folder, File& original);
   void Delete_Temporaries(const Text& folder);
   void Flush_Route(Text_View route_folder);
 

@@ -1,9 +1,7 @@
 #include "programs/cli/output.h"
 
-#include <array>
 #include <cstdio>
 
-#include "platform/machine.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 
@@ -15,11 +13,6 @@ std::string With_Plain_Line_Ends(Text_View text) {
 }
 
 }  // namespace
-
-Output::Output() : Is_Terminal(Output_Is_Terminal()) {
-  static std::array<char, 1 << 16> large_piece;  // in use until the process has ended
-  std::setvbuf(stdout, large_piece.data(), _IOFBF, large_piece.size());
-}
 
 void Output::Write(Text_View text) {
   const std::string bytes = With_Plain_Line_Ends(text);

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/machine.h"
 #include "text/text.h"
 
 namespace rivelt {
@@ -14,11 +15,9 @@ namespace rivelt {
 struct Interrupted {};
 
 // Standard output, in UTF-8 with LF as the line end. Throws Interrupted once it cannot be written.
-// What is written is kept until Flush or until much has come together.
+// What is written is kept until Flush or until a block has come together.
 class Output {
  public:
-  Output();
-
   // CR LF becomes LF.
   void Write(Text_View text);
   void Write(std::string_view bytes);
@@ -34,7 +33,7 @@ class Output {
   }
 
  private:
-  const bool Is_Terminal;
+  const bool Is_Terminal = Output_Is_Terminal();
   bool In_Line = false;
 };
 
