@@ -48,9 +48,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string ours = "\n\n[AB\\\\C] 1\n@=str(2):\"@\"\n" + written + "=" + written + "\n";
   const auto values = Read_Registry_Key(file + ours, "aB\\c");
   Require_Form(values);
-  const Registry_Value* value = Find_Value(*values, To_Utf8(text));
-  Require(value != nullptr && value->Data == To_Utf8(text + u'\0'), "a written value is read");
-  Require_Speed(Read_Input(data, size),
-                [](Text_View long_text) { Read_Registry_Key("[a]\n" + To_Utf8(long_text), "a"); });
+  const Registry_Value* value = Find_Value(*values, To_Original_Bytes(text));
+  Require(value != nullptr && value->Data == To_Original_Bytes(text + u'\0'),
+          "a written value is read");
+  Require_Speed(Read_Input(data, size), [](Text_View long_text) {
+    Read_Registry_Key("[a]\n" + To_Original_Bytes(long_text), "a");
+  });
   return 0;
 }

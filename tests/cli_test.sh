@@ -43,6 +43,31 @@ Sample_Is_The_Same_For_A_Seed_And_Spares_A_Folder_In_Use() {
   expect_same again msts
 }
 
+A_Name_Of_Odd_Bytes_Shows_As_Valid_Text_And_Is_Staged_Under_Its_Bytes() {
+  sample
+  local world
+  world=$(find msts/Routes/AMBREWICK -iname '*.w' | sort | head -n 1)
+  cp "$world" "${world%/*}/odd"$'\xff'.w
+  printf 'route Ambrewick\ncheck\nsave log.txt\nlog\n' >script.txt
+  cli script script.txt
+  for text in out log.txt; do
+    expect_part "$text" $'odd\xef\xbf\xbd.w'
+    iconv -f UTF-8 -t UTF-16 "$text" >/dev/null || fail "$text is not UTF-8"
+  done
+  [ -f "msts/Quenby/tmp/odd"$'\xff'.w ] || fail "not staged"
+}
+
+A_Script_Driven_Through_Pipes_Answers_Each_Line_And_Errors_Come_In_Their_Place() {
+  sample
+  local answer
+  coproc "$programs/rivelt-cli" --root msts script 2>&1
+  echo "echo one" >&"${COPROC[1]}"
+  read -r -t 60 answer <&"${COPROC[0]}"
+  [ "$answer" = one ] || fail "no answer while the script goes on"
+  printf 'echo two\nnonsense\n' >&"${COPROC[1]}"
+  [ "$(cat <&"${COPROC[0]}")" = $'two\nline 3: unknown command "nonsense"' ] || fail "other order"
+}
+
 Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
   sample
   cli check ambrewick

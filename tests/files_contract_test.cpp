@@ -166,7 +166,7 @@ TEST_F(Files_Contract, A_Walk_Holds_What_Was_There_By_Name_And_By_Kind) {
   EXPECT_EQ((*folders.begin())->Files().Count(), 0);
 }
 
-TEST_F(Files_Contract, Delete_A_Read_Only_File_Needs_Force) {
+TEST_F(Files_Contract, A_Read_Only_File_Is_Not_Replaced_And_Deleted_By_Force_Only) {
   for (const Text name : {u"by_file", u"by_path"}) {
     Machine.Plant(name, "x");
     Machine.Make_Read_Only(name);
@@ -174,6 +174,8 @@ TEST_F(Files_Contract, Delete_A_Read_Only_File_Needs_Force) {
   const auto file = Files().GetFile(Path(u"by_file"));
   EXPECT_THROW(file->Delete(false), Failure);
   EXPECT_THROW(Files().DeleteFile(Path(u"by_path"), false), Failure);
+  EXPECT_THROW(Write(Path(u"by_path"), u"new"), Failure);
+  EXPECT_EQ(Machine.Bytes(u"by_path"), "x");
   EXPECT_EQ(Machine.Names_In(u""), Names({u"by_file", u"by_path"}));
   file->Delete(true);
   Files().DeleteFile(Path(u"by_path"), true);
@@ -224,8 +226,10 @@ TEST_F(Files_Contract, A_Kept_File_Outlives_Its_Other_Name_And_A_Copy_Is_A_File_
 TEST_F(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {
   Machine.Plant_Folder(u"one");
   Machine.Plant_Folder(u"taken");
-  Machine.Plant(u"one/a.w", "x");
-  EXPECT_THROW(Files().MoveFolder(Path(u"one"), Path(u"taken")), Failure);
+  Machine.Plant_Folder(u"one/inner");
+  Machine.Plant(u"one/inner/a.w", "x");
+  for (const Text_View target : {u"taken", u"none\\free", u"one\\inner\\free"})
+    EXPECT_THROW(Files().MoveFolder(Path(u"one"), Path(target)), Failure);
   EXPECT_THROW(Files().DeleteFolder(Path(u"one")), Failure) << "not empty";
   EXPECT_NO_THROW(Files().Flush(Path(u"one")));
   EXPECT_THROW(Files().Flush(Path(u"none")), Failure);
@@ -235,6 +239,7 @@ TEST_F(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {
     EXPECT_NO_THROW(Files().Lock(Path(u"taken")));
     EXPECT_TRUE(lock->In_Force());
     Files().MoveFolder(Path(u"one"), Path(u"two"));
+    EXPECT_EQ(Read(Path(u"two\\inner\\a.w")), u"x");
     EXPECT_FALSE(lock->In_Force());
     Files().CreateFolder(Path(u"one"));
     EXPECT_FALSE(lock->In_Force());

@@ -1,14 +1,9 @@
-// The machine's files for the tests: a folder that was empty at first and goes with the test,
-// reached by the back end and, so that this is not tested by itself, by the standard library.
+// An empty folder and the back end that reaches it, for the tests that every back end passes.
 
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,68 +22,35 @@ Names Names_Of_Items(const Collection<Item>& items) {
   return names;
 }
 
-// What differs from machine to machine; defined beside the tests of each.
-std::filesystem::path To_Native(Text_View path);
-Text From_Native(const std::filesystem::path& path);
-std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path& wine_prefix);
-
-// Every name is a path below the folder, with "/" between folders; a thing that does not work fails
-// the test.
-class Machine_Folder {
+// Every name is a path below the folder, with "/" between folders. What a test does here does not
+// go through the back end; a thing that does not work fails the test.
+class Test_Folder {
  public:
-  explicit Machine_Folder(const std::filesystem::path& parent = testing::TempDir()) {
-    for (int i = 0; Root.empty() || !std::filesystem::create_directory(Root); ++i) {
-      Root = parent / ("rivelt-test-" + std::to_string(i));
-    }
-  }
-  ~Machine_Folder() {
-    std::error_code none;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(Root, none)) {
-      if (!entry.is_symlink()) permissions(entry.path(), std::filesystem::perms::owner_all, none);
-    }
-    std::filesystem::remove_all(Root, none);
-  }
-  Machine_Folder(const Machine_Folder&) = delete;
-  Machine_Folder& operator=(const Machine_Folder&) = delete;
+  virtual ~Test_Folder() = default;
 
-  std::filesystem::path Native(const std::filesystem::path& name) const { return Root / name; }
-  Text Path(Text_View name) const { return From_Native(Root) + u"\\" + Text(name); }
+  virtual std::unique_ptr<File_System_Object> Files() = 0;
+  virtual Text Path(Text_View name) const = 0;
+  virtual void Plant(Text_View name, std::string_view bytes) = 0;
+  virtual void Plant_Folder(Text_View name) = 0;
+  virtual void Make_Read_Only(Text_View name) = 0;
+  virtual std::string Bytes(Text_View name) const = 0;
 
-  void Plant(Text_View name, std::string_view bytes) const {
-    EXPECT_TRUE(std::ofstream(Native(To_Native(name)), std::ios::binary) << bytes << std::flush);
-  }
-  void Plant_Folder(Text_View name) const {
-    EXPECT_TRUE(std::filesystem::create_directory(Native(To_Native(name))));
-  }
-  void Make_Read_Only(Text_View name) const {
-    permissions(Native(To_Native(name)), std::filesystem::perms::owner_read);
-  }
-  std::string Bytes(Text_View name) const {
-    std::ifstream file(Native(To_Native(name)), std::ios::binary);
-    EXPECT_TRUE(file);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  // The names of all that stands in a folder, hidden things too, by code unit. "" is the folder.
-  Names Names_In(Text_View folder) const {
-    Names names;
-    for (const auto& entry : std::filesystem::directory_iterator(Native(To_Native(folder)))) {
-      names.push_back(From_Native(entry.path().filename()));
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-
- private:
-  std::filesystem::path Root;
+  // The names of all that is in a folder, hidden things too, by code unit. "" is the folder.
+  virtual Names Names_In(Text_View folder) const = 0;
 };
+
+// Defined beside the tests of each back end. It goes with the test.
+std::unique_ptr<Test_Folder> Make_Test_Folder();
 
 class Files_Test : public testing::Test {
  protected:
-  Text Path(Text_View name) const { return Machine.Path(name); }
-  std::filesystem::path Native(const std::filesystem::path& name) const {
-    return Machine.Native(name);
+  Files_Test() {
+    Text root = Path(u"");
+    root.pop_back();
+    Files().Set_Root(root);
   }
+
+  Text Path(Text_View name) const { return Machine.Path(name); }
   File_System_Object& Files() { return *System; }
   Text Read(Text_View path) {
     return Files().GetFile(path)->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
@@ -99,9 +61,9 @@ class Files_Test : public testing::Test {
     stream->Close();
   }
 
-  Machine_Folder Machine;
-  // The folder is the Wine prefix as well, where there is one.
-  std::unique_ptr<File_System_Object> System = Files_Of_Machine(Machine.Native(""));
+  const std::unique_ptr<Test_Folder> Folder_Of_Test = Make_Test_Folder();
+  Test_Folder& Machine = *Folder_Of_Test;
+  const std::unique_ptr<File_System_Object> System = Machine.Files();
 };
 
 }  // namespace rivelt

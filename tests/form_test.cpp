@@ -229,6 +229,38 @@ TEST_F(Small_Installation, Two_Rows_For_One_Shape_Stop_The_Program_And_Touch_Not
   EXPECT_FALSE(Window.Press(cmdUpdate));
 }
 
+TEST_F(Small_Installation,
+       A_Command_That_Stops_The_Program_Leaves_Quit_And_The_Texts_Alone_Enabled) {
+  const struct {
+    const char* Message;
+    std::function<void(Installation&)> Break;
+  } cases[] = {
+      {"Had problems in Do_Check!", [](Installation& train) { *train.Disk.Is_Locked = true; }},
+      {"Had problems reading route w-files!",
+       [](Installation& train) { train.World(u"w-1.w", u"Tr_Worldfile ( Dyntrack ( "); }},
+  };
+  for (const auto& [message, break_it] : cases) {
+    for (const Control command : {cmdCheck, cmdUpdate}) {
+      Installation train;
+      Memory_Window window;
+      Put_Small_Route(train.Global(Small_Catalogue), u"A");
+      break_it(train);
+      Start(window, Registry_Value, train);
+      window.Pick(cmbRoutes, u"A");
+      window.Select(optDynamic_1);  // so that everything is enabled
+      window.Press(command);
+      EXPECT_TRUE(
+          window.Log().starts_with(Concatenate({From_Utf8(message), u"\r\n", Standard_Line})))
+          << To_Utf8(window.Log());
+      for (const Control_Row& row : Control_Table) {
+        const bool stays =
+            row.Type == Control_Type::Label || row.Id == cmdQuit || row.Id == txtMessages;
+        EXPECT_EQ(window.Enabled(row.Id), stays) << message << " " << To_Utf8(row.Name);
+      }
+    }
+  }
+}
+
 TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothing) {
   Window.Press(cmdUpdate);
   EXPECT_EQ(Log(), Joined({Updating}, Passes, {u"", u"Finished updating "}));

@@ -107,7 +107,7 @@ class Interruption : public testing::Test {
   static Route_State Files_Below(const Installation& train, const Text& folder) {
     Route_State files;
     for (const Memory_Disk::Item* file : train.Disk.In_Folder(folder, false)) {
-      files[Memory_Disk::Name(file->Path)] = file->Content;
+      files[Memory_Disk::Name(file->Path)] = file->Content();
     }
     for (const Memory_Disk::Item* inner : train.Disk.In_Folder(folder, true)) {
       const Text name = Memory_Disk::Name(inner->Path);

@@ -12,14 +12,15 @@
 #include <functional>
 #include <thread>
 
-#include "files_fixture.h"
+#include "backup/backups.h"
+#include "machine_folder.h"
 #include "platform/linux/linux_files.h"
 #include "text/utf8.h"
 
 namespace rivelt {
 
 std::filesystem::path To_Native(Text_View path) {
-  return To_Utf8(path);
+  return To_Original_Bytes(path);
 }
 Text From_Native(const std::filesystem::path& path) {
   return From_Utf8(path.native());
@@ -27,12 +28,15 @@ Text From_Native(const std::filesystem::path& path) {
 std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path& wine_prefix) {
   return std::make_unique<Linux_File_System>(wine_prefix.native());
 }
+std::unique_ptr<Test_Folder> Make_Test_Folder() {
+  return std::make_unique<Machine_Folder>();
+}
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class Linux_Files : public Files_Test {
+class Linux_Files : public Machine_Files_Test {
  protected:
   unsigned Permissions(const fs::path& path) const {
     return static_cast<unsigned>(fs::status(path).permissions());
@@ -92,6 +96,53 @@ TEST_F(Linux_Files, Names_That_Differ_In_Case_Only_As_Spelled_Wins_Else_The_Firs
   EXPECT_EQ(found(u"b.DAT"), u"b.DAT");
   EXPECT_EQ(found(u"B.DAT"), u"B.dat");
   EXPECT_EQ(found(u"c.dat"), u"c.DAT");
+}
+
+TEST_F(Linux_Files, Folders_That_Differ_In_Case_Only_Are_One_Below_The_Root_And_As_Spelled_Above) {
+  for (const Text name : {u"in", u"IN", u"In", u"in/world", u"in/World", u"in/World/a.w"})
+    Machine.Plant_Folder(name);
+  Machine.Plant(u"in/WORLD", "a file");
+  Files().Set_Root(Path(u"in"));
+  for (const Text folder : {u"world", u"World", u"wORLD"}) {
+    Write(Path(u"in\\" + folder + u"\\" + folder + u".w"), u"x");
+    EXPECT_EQ(Files().GetFolder(Path(u"in\\" + folder))->Files().Count(),
+              static_cast<Long>(Machine.Names_In(u"in/World").size()) - 1);
+    EXPECT_THROW(Files().CreateFolder(Path(u"in\\" + folder)), Failure);
+  }
+  EXPECT_EQ(Machine.Names_In(u"in/world"), Names());
+  EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(u"in"))->SubFolders()), Names({u"World"}));
+
+  fs::rename(Native("in/World"), Native("in/other"));  // what has been found before is gone
+  Write(Path(u"in\\World\\b.w"), u"x");
+  EXPECT_EQ(Machine.Names_In(u"in/world"), Names({u"b.w"}));
+  for (const Text folder : {u"IN", u"In"}) {
+    Write(Path(folder + u"\\c.w"), u"x");
+    EXPECT_EQ(Machine.Names_In(folder), Names({u"c.w"}));
+  }
+}
+
+TEST_F(Linux_Files, A_World_File_Renamed_In_Case_Is_Replaced_And_Comes_Back_Under_Its_Own_Name) {
+  const Text world = u"Routes/A/World";
+  for (const Text& name : {Text(u"Routes"), Text(u"Routes/A"), world, Text(u"tmp")})
+    Machine.Plant_Folder(name);
+  for (const Text name : {u"/W-1.W", u"/b.w", u"/B.w"}) Machine.Plant(world + name, "old");
+  for (const Text name : {u"tmp/w-1.w", u"tmp/b.w"}) Machine.Plant(name, "new");
+  Backups backups(Files(), Path(u""));
+  const auto staged = Files().GetFolder(Path(u"tmp"))->Files();
+  for (const bool is_whole : {false, true}) {
+    backups.Keep_Originals(u"A", staged, Path(u"tmp"));
+    for (const auto& file : staged) {
+      const Text place = Route_File_Path(Path(u""), u"A", false, file->name());
+      Files().DeleteFile(place, true);
+      if (is_whole) file->Move(place);
+    }
+    EXPECT_EQ(Machine.Names_In(world),
+              is_whole ? Names({u"B.w", u"b.w", u"w-1.w"}) : Names({u"B.w"}));
+    backups.Take_Back(u"A");
+    EXPECT_EQ(Machine.Names_In(world), Names({u"B.w", u"W-1.W", u"b.w"}));
+    for (const Text& name : Machine.Names_In(world))
+      EXPECT_EQ(Machine.Bytes(world + u"/" + name), "old");
+  }
 }
 
 TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {

@@ -211,9 +211,11 @@ TEST(Utf8, Every_Byte_Returns_And_Odd_Ones_Become_Lone_Surrogates) {
   std::string bytes;
   for (int byte = 1; byte < 256; ++byte) bytes += static_cast<char>(byte);
   bytes += "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x9A\x82\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xE2\x82";
-  EXPECT_EQ(To_Utf8(From_Utf8(bytes)), bytes);
+  EXPECT_EQ(To_Original_Bytes(From_Utf8(bytes)), bytes);
   EXPECT_EQ(From_Utf8("\xC3\xA4\xFF\xF0\x9F\x9A\x82"), u"\xE4\xDCFF\U0001F682");
-  EXPECT_EQ(To_Utf8(u"a\xD800z"), "a\xEF\xBF\xBDz");
+  EXPECT_EQ(To_Original_Bytes(u"a\xD800z"), "a\xEF\xBF\xBDz");
+  for (const Text text : {u"a\xD800z", u"a\xDC80z", u"a\xDCFFz", u"a\xDFFFz"})
+    EXPECT_EQ(To_Utf8(text), "a\xEF\xBF\xBDz");
 }
 
 }  // namespace

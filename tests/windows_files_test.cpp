@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <tuple>
 
-#include "files_fixture.h"
+#include "machine_folder.h"
 #include "platform/windows/files.h"
 
 namespace rivelt {
@@ -21,10 +21,13 @@ Text From_Native(const std::filesystem::path& path) {
 std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path&) {
   return Windows_Files();
 }
+std::unique_ptr<Test_Folder> Make_Test_Folder() {
+  return std::make_unique<Machine_Folder>();
+}
 
 namespace {
 
-class Windows_Files_Test : public Files_Test {
+class Windows_Files_Test : public Machine_Files_Test {
  protected:
   Owned_Handle Hold_Open(Text_View name, DWORD access) const {
     return Owned_Handle(CreateFileW(Native(To_Native(name)).c_str(), access, FILE_SHARE_READ,

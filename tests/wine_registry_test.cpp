@@ -5,7 +5,7 @@
 #include <optional>
 #include <sstream>
 
-#include "files_fixture.h"
+#include "machine_folder.h"
 #include "text/utf8.h"
 
 namespace rivelt {

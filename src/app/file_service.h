@@ -1,9 +1,11 @@
 // What the program asks of files. A back end stands behind these classes for each system.
 //
-// Paths are texts with "\" or "/" between their components and are used as they come: nothing
-// normalises them. Letter case of a component does not count: it is taken as spelled where that
-// exists, else as the one entry that differs in letter case (the first in the order of a walk if
-// there are several). A file or folder that is made gets its own name as given.
+// Paths are texts with "\" or "/" between their components, several in a row like one. Letter case
+// of a component does not count. Where a folder can hold several entries that differ in letter case
+// alone, every spelling of a folder below the installation's root leads to the same one, the first
+// in the order of a walk, and the others are in no walk. The root itself and a file at the end of a
+// path are taken as spelled where that exists, else as the first entry that fits. A file or folder
+// that is made gets its own name as given.
 //
 // A file in the making has a name that begins with Temporary_Prefix, where it needs one before its
 // own. It outlives its maker only where the system cannot make a file without a name.
@@ -123,6 +125,10 @@ class Folder_Lock {
 class File_System_Object {
  public:
   virtual ~File_System_Object() = default;
+
+  // Where the installation is, whether or not it exists. Nothing to know for a system on which no
+  // two entries of a folder differ in letter case alone.
+  virtual void Set_Root(Text_View) {}
 
   // Failure: there is no such file.
   virtual std::unique_ptr<File> GetFile(Text_View path) = 0;

@@ -13,6 +13,7 @@ void frmMain::Form_Init() try {
   Transforms_Changed = false;
   Set_Log(u"");
   if (!Find_MSTS()) return;
+  FSO->Set_Root(MSTS_Path);
   if (!Read_Routes()) return;
   if (!Read_Global()) return;
   Take_Back_At_Start();

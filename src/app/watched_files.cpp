@@ -81,6 +81,7 @@ class Watched_File_System : public File_System_Object, Watched<File_System_Objec
  public:
   Watched_File_System(std::unique_ptr<File_System_Object> inner, File_Watcher& watcher)
       : Watched(std::move(inner), watcher) {}
+  void Set_Root(Text_View path) override { Held->Set_Root(path); }
   std::unique_ptr<File> GetFile(Text_View path) override {
     return std::make_unique<Watched_File>(Inner().GetFile(path), Watcher);
   }

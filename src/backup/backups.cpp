@@ -40,18 +40,20 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
       Make_Folder(folder);
     // Read once: to ask for a name that is not there yet may mean to read the whole folder.
     const std::set<Text> kept_before = Names_Of(Files.GetFolder(unfinished)->Files());
+    std::set<Text> replaced;
     for (const auto& new_file : new_files) {
       const Text path = Original_Path(route_folder, new_file->name());
       if (!Files.FileExists(path)) continue;
       const auto original = Files.GetFile(path);
-      // A world file that differs in letter case alone is another one.
-      const bool is_other =
-          original->name() != new_file->name() && !Is_Local_File(new_file->name());
-      if (is_other) throw Failure();
+      // The second of two new files would replace the first.
+      if (!replaced.insert(original->name()).second) throw Failure();
       if (kept_before.contains(original->name())) continue;
       const Text kept_path = Concatenate({unfinished, u"\\", original->name()});
       original->Keep(kept_path);
       kept.push_back(kept_path);
+      if (original->name() == new_file->name() || Is_Local_File(new_file->name())) continue;
+      kept.push_back(Concatenate({unfinished, u"\\", Temporary_Prefix, new_file->name()}));
+      Files.CreateTextFile(kept.back(), true, true)->Close();
     }
     for (const Text& folder : {unfinished, Parent_Folder(), Text(new_files_folder)}) {
       Files.Flush(folder);
@@ -66,6 +68,7 @@ void Backups::Keep_Originals(Text_View route_folder, const Collection<File>& new
 
 void Backups::Complete(Text_View route_folder) {
   Flush_Route(route_folder);
+  Delete_Temporaries(Unfinished_Folder(route_folder));
   Text target;
   int second = 0;
   do {
@@ -91,7 +94,11 @@ void Backups::Take_Back(Text_View route_folder) {
   const Text unfinished = Unfinished_Folder(route_folder);
   const auto originals = Files.GetFolder(unfinished)->Files();
   for (const auto& original : originals) {
-    if (!Is_Temporary(*original)) Put_Back(route_folder, *original);
+    if (Is_Temporary(*original)) {
+      Remove_New_One(route_folder, original->name().substr(Temporary_Prefix.size()));
+    } else {
+      Put_Back(route_folder, *original);
+    }
   }
   Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder}));
   Delete_Temporaries(Concatenate({Root, u"\\Routes\\", route_folder, u"\\World"}));
@@ -101,16 +108,23 @@ void Backups::Take_Back(Text_View route_folder) {
   Files.DeleteFolder(unfinished);
 }
 
+// What an Update has put in the place of a world file that differs in letter case alone.
+void Backups::Remove_New_One(Text_View route_folder, Text_View name) {
+  const Text path = Route_File_Path(Root, route_folder, false, name);
+  if (!Files.FileExists(path)) return;
+  const auto found = Files.GetFile(path);
+  if (found->name() == name) found->Delete(true);
+}
+
 void Backups::Put_Back(Text_View route_folder, File& original) {
   const Text name = original.name();
   const Text path = Original_Path(route_folder, name);
   if (Files.FileExists(path)) {
-    const auto standing = Files.GetFile(path);
-    const Text standing_name = standing->name();
+    const auto found = Files.GetFile(path);
     // What differs from the original in letter case is another file, unless an Update has put it
     // there.
-    const bool is_new_one = Is_Local_File(name) && standing_name == Local_File;
-    if (standing_name == name || is_new_one) standing->Delete(true);
+    const bool is_new_one = Is_Local_File(name) && found->name() == Local_File;
+    if (found->name() == name || is_new_one) found->Delete(true);
   }
   original.Keep(path);
 }

@@ -5,7 +5,8 @@
 //
 // Each holds files under the names that they have in the route, flat. From the moment in which the
 // first file of a route is deleted to the moment in which the last new one stands, every original
-// is in the route or in its .unfinished folder, so that the route can be made what it was.
+// is in the route or in its .unfinished folder, so that the route can be made what it was. An empty
+// .rivelt-NAME in there is for a new file whose original has that name in other letter case.
 
 #pragma once
 
@@ -41,8 +42,8 @@ class Backups {
 
   // Keeps every file of the route that one of the new files will replace, in the route's
   // .unfinished folder, and forces it and new_files_folder to disk. What is kept there already
-  // stays. Failure: it cannot be done, or a name differs from the route's in letter case; nothing
-  // is kept that was not before.
+  // stays. Failure: it cannot be done, or two new files would replace the same one; nothing is kept
+  // that was not before.
   void Keep_Originals(Text_View route_folder, const Collection<File>& new_files,
                       Text_View new_files_folder);
 
@@ -71,6 +72,7 @@ class Backups {
   Text Completed_Folder(Text_View route_folder, Text_View time) const;
   Text Original_Path(Text_View route_folder, Text_View name) const;
   void Make_Folder(const Text& path);
+  void Remove_New_One(Text_View route_folder, Text_View name);
   void Put_Back(Text_View route_folder, File& original);
   void Delete_Temporaries(const Text& folder);
   void Flush_Route(Text_View route_folder);

@@ -62,6 +62,26 @@ void Append_Utf8(std::string& bytes, char32_t code) {
   }
 }
 
+// append_lone is given each surrogate without its partner.
+template <class Append_Lone>
+std::string Encode(Text_View text, const Append_Lone& append_lone) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char32_t unit = text[i];
+    const bool pair = unit >= 0xD800 && unit < 0xDC00 && i + 1 < text.size() &&
+                      text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000;
+    if (pair) {
+      Append_Utf8(bytes, 0x10000 + ((unit - 0xD800) << 10) + (text[++i] - 0xDC00u));
+    } else if (Is_Surrogate(unit)) {
+      append_lone(bytes, unit);
+    } else {
+      Append_Utf8(bytes, unit);
+    }
+  }
+  return bytes;
+}
+
 }  // namespace
 
 Text From_Utf8(std::string_view bytes) {
@@ -81,21 +101,18 @@ Text From_Utf8(std::string_view bytes) {
 }
 
 std::string To_Utf8(Text_View text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char32_t unit = text[i];
-    const bool pair = unit >= 0xD800 && unit < 0xDC00 && i + 1 < text.size() &&
-                      text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000;
-    if (pair) {
-      Append_Utf8(bytes, 0x10000 + ((unit - 0xD800) << 10) + (text[++i] - 0xDC00u));
-    } else if (unit >= 0xDC80 && unit <= 0xDCFF) {
-      bytes += static_cast<char>(unit - 0xDC00);
+  return Encode(text,
+                [](std::string& bytes, char32_t) { Append_Utf8(bytes, Replacement_Character); });
+}
+
+std::string To_Original_Bytes(Text_View text) {
+  return Encode(text, [](std::string& bytes, char32_t surrogate) {
+    if (surrogate >= 0xDC80 && surrogate <= 0xDCFF) {
+      bytes += static_cast<char>(surrogate - 0xDC00);
     } else {
-      Append_Utf8(bytes, Is_Surrogate(unit) ? Replacement_Character : unit);
+      Append_Utf8(bytes, Replacement_Character);
     }
-  }
-  return bytes;
+  });
 }
 
 }  // namespace rivelt

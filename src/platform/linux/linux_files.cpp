@@ -17,7 +17,7 @@
 namespace rivelt {
 namespace {
 
-using Shared_Paths = std::shared_ptr<const Native_Paths>;
+using Shared_Paths = std::shared_ptr<Native_Paths>;
 
 void Delete_File(const std::string& path, bool force) {
   struct stat state {};
@@ -84,30 +84,28 @@ class Linux_Folder : public Folder {
 
 }  // namespace
 
+void Linux_File_System::Set_Root(Text_View path) {
+  Paths->Set_Root(path);
+}
+
 std::unique_ptr<File> Linux_File_System::GetFile(Text_View path) {
-  Native_Paths::Found found = Paths->Existing(path);
-  if (!found.Is_File()) throw Failure();
-  return std::make_unique<Linux_File>(Paths, std::move(found.Path));
+  return std::make_unique<Linux_File>(Paths, Paths->Existing_File(path));
 }
 
 std::unique_ptr<Folder> Linux_File_System::GetFolder(Text_View path) {
-  Native_Paths::Found found = Paths->Existing(path);
-  if (!found.Is_Folder()) throw Failure();
-  return std::make_unique<Linux_Folder>(Paths, std::move(found.Path));
+  return std::make_unique<Linux_Folder>(Paths, Paths->Existing_Folder(path));
 }
 
 bool Linux_File_System::FolderExists(Text_View path) {
-  const auto found = Paths->Look_For(path);
-  return found && found->Is_Folder();
+  return Paths->Look_For_Folder(path).has_value();
 }
 
 bool Linux_File_System::FileExists(Text_View path) {
-  const auto found = Paths->Look_For(path);
-  return found && found->Is_File();
+  return Paths->Look_For_File(path).has_value();
 }
 
 void Linux_File_System::CreateFolder(Text_View path) {
-  if (mkdir(Paths->To_Be_Made(path).c_str(), 0777) != 0) throw Failure();
+  if (mkdir(Paths->Folder_To_Be_Made(path).c_str(), 0777) != 0) throw Failure();
 }
 
 std::unique_ptr<Write_Stream> Linux_File_System::CreateTextFile(Text_View path, bool overwrite,
@@ -116,28 +114,25 @@ std::unique_ptr<Write_Stream> Linux_File_System::CreateTextFile(Text_View path, 
 }
 
 void Linux_File_System::DeleteFile(Text_View path, bool force) {
-  const Native_Paths::Found found = Paths->Existing(path);
-  if (!found.Is_File()) throw Failure();
-  Delete_File(found.Path, force);
+  Delete_File(Paths->Existing_File(path), force);
 }
 
 void Linux_File_System::MoveFolder(Text_View path, Text_View target_path) {
-  const Native_Paths::Found found = Paths->Existing(path);
-  if (!found.Is_Folder()) throw Failure();
-  if (!Rename_To_Free_Name(found.Path, Paths->To_Be_Made(target_path))) throw Failure();
+  const std::string source = Paths->Existing_Folder(path);
+  if (!Rename_To_Free_Name(source, Paths->Folder_To_Be_Made(target_path))) throw Failure();
 }
 
 void Linux_File_System::DeleteFolder(Text_View path) {
-  if (rmdir(Paths->Existing(path).Path.c_str()) != 0) throw Failure();
+  if (rmdir(Paths->Existing_Folder(path).c_str()) != 0) throw Failure();
 }
 
 void Linux_File_System::Flush(Text_View folder_path) {
-  const Descriptor folder = Open(Paths->Existing(folder_path).Path, O_RDONLY | O_DIRECTORY);
+  const Descriptor folder = Open(Paths->Existing_Folder(folder_path), O_RDONLY | O_DIRECTORY);
   if (!folder.Is_Open() || syncfs(folder.Number()) != 0) throw Failure();
 }
 
 std::unique_ptr<Folder_Lock> Linux_File_System::Lock(Text_View folder_path) {
-  return Lock_Folder(Paths->Existing(folder_path).Path);
+  return Lock_Folder(Paths->Existing_Folder(folder_path));
 }
 
 }  // namespace rivelt

@@ -12,8 +12,9 @@ namespace rivelt {
 class Linux_File_System : public File_System_Object {
  public:
   explicit Linux_File_System(const std::string& wine_prefix)
-      : Paths(std::make_shared<const Native_Paths>(wine_prefix)) {}
+      : Paths(std::make_shared<Native_Paths>(wine_prefix)) {}
 
+  void Set_Root(Text_View path) override;
   std::unique_ptr<File> GetFile(Text_View path) override;
   std::unique_ptr<Folder> GetFolder(Text_View path) override;
   bool FolderExists(Text_View path) override;
@@ -28,7 +29,7 @@ class Linux_File_System : public File_System_Object {
   std::unique_ptr<Folder_Lock> Lock(Text_View folder_path) override;
 
  private:
-  std::shared_ptr<const Native_Paths> Paths;  // files and folders may outlive this object
+  std::shared_ptr<Native_Paths> Paths;  // files and folders may outlive this object
 };
 
 }  // namespace rivelt

@@ -107,7 +107,7 @@ bool Is_String(Long type) {
 
 Registry_Value String_Value(Long type, Text text) {
   if (!text.empty() && text.back() != 0) text += u'\0';
-  return {type, To_Utf8(text)};
+  return {type, To_Original_Bytes(text)};
 }
 
 Registry_Value Value_Of_Bytes(Long type, std::string bytes) {

@@ -29,6 +29,10 @@ struct Sorted_Name {
   }
 };
 
+bool Differ_In_Case_Alone(const Sorted_Name& first, const Sorted_Name& second) {
+  return first.Folded == second.Folded;
+}
+
 bool Is_Kind(const std::string& folder, const char* name, unsigned char entry_kind, mode_t kind) {
   if (entry_kind != DT_LNK && entry_kind != DT_UNKNOWN) return entry_kind == IFTODT(kind);
   struct stat state {};
@@ -68,6 +72,10 @@ std::vector<std::string> Names_In_Order(const std::string& folder, mode_t kind) 
     found.push_back({std::move(folded), std::move(wide), name});
   });
   std::sort(found.begin(), found.end());
+  if (kind == S_IFDIR) {
+    // No path leads to the others, so that they would pass for this one.
+    found.erase(std::unique(found.begin(), found.end(), Differ_In_Case_Alone), found.end());
+  }
   std::vector<std::string> names;
   names.reserve(found.size());
   for (Sorted_Name& item : found) names.push_back(std::move(item.Native));

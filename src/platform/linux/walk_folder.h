@@ -20,7 +20,8 @@ void For_Each_Entry(const std::string& folder,
                     const std::function<void(const char* name, unsigned char kind)>& visit);
 
 // The names of one kind, S_IFREG or S_IFDIR, in the order of a walk. A link is of the kind that it
-// leads to, a link that leads nowhere of none. Failure: as above.
+// leads to, a link that leads nowhere of none. Of folders that differ in letter case alone the
+// first only. Failure: as above.
 std::vector<std::string> Names_In_Order(const std::string& folder, mode_t kind);
 
 }  // namespace rivelt

@@ -203,7 +203,7 @@ class Windows_File_System : public File_System_Object {
                                                bool unicode) override {
     std::wstring full = Full_Path(path);
     const Path_State state = State_Of(full);
-    Require(!state.Exists || (overwrite && !state.Is_Folder));
+    Require(!state.Exists || (overwrite && !state.Is_Folder && !state.Is_Read_Only));
     return std::make_unique<Windows_Write_Stream>(std::move(full), overwrite, unicode);
   }
 

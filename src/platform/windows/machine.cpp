@@ -63,7 +63,7 @@ std::vector<std::string> Command_Line(int /*argc*/, char** /*argv*/) {
       CommandLineToArgvW(GetCommandLineW(), &count));
   std::vector<std::string> line;
   for (int i = 1; arguments && i < count; ++i) {
-    line.push_back(To_Utf8(From_Wide(arguments.get()[i])));
+    line.push_back(To_Original_Bytes(From_Wide(arguments.get()[i])));
   }
   return line;
 }

@@ -78,7 +78,8 @@ Path_State State_Of(const std::wstring& full_path) {
                                          sizeof information));
     attributes = information.FileAttributes;
   }
-  return {true, (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
+  return {true, (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+          (attributes & FILE_ATTRIBUTE_READONLY) != 0};
 }
 
 }  // namespace rivelt

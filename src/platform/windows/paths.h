@@ -24,6 +24,7 @@ Text Last_Name(const std::wstring& full_path);
 struct Path_State {
   bool Exists = false;
   bool Is_Folder = false;
+  bool Is_Read_Only = false;
 };
 Path_State State_Of(const std::wstring& full_path);
 

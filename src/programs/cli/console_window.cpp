@@ -47,7 +47,7 @@ int Console_Window::Message_Box(Text_View text, int style, std::optional<Text_Vi
 
 void Console_Window::Yield() {
   if (End_Requested()) throw Interrupted();
-  if (Shows_Log) Console.Flush();
+  if (Shows_Log) Console.Show();
   if (Shows_Status) Show_Status();
   Memory_Window::Yield();
 }

@@ -39,6 +39,7 @@ void Write_Error(Text_View line) {
 }
 
 void Write_Error(std::string_view line) {
+  std::fflush(stdout);  // the two may go to one place
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fputc('\n', stderr);
 }

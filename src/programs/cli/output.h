@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/machine.h"
 #include "text/text.h"
 
 namespace rivelt {
@@ -14,6 +15,7 @@ namespace rivelt {
 struct Interrupted {};
 
 // Standard output, in UTF-8 with LF as the line end. Throws Interrupted once it cannot be written.
+// What is written is kept until Flush or until a block has come together.
 class Output {
  public:
   // CR LF becomes LF.
@@ -25,7 +27,13 @@ class Output {
 
   void Flush();
 
+  // To be called whenever a line is whole: a person at a terminal sees it at once.
+  void Show() {
+    if (Is_Terminal) Flush();
+  }
+
  private:
+  const bool Is_Terminal = Output_Is_Terminal();
   bool In_Line = false;
 };
 
