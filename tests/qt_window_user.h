@@ -99,8 +99,9 @@ class Qt_Window_User : public Window_User {
   // window manager that does.
   void Activate() {
     if (!Visible()) return;
-    Screen.Form_Widget().activateWindow();
-    if (!QTest::qWaitForWindowActive(&Screen.Form_Widget())) {
+    QWidget& form = Screen.Form_Widget();
+    form.activateWindow();
+    if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &form; })) {
       qFatal("the window does not become the active one");
     }
   }
