@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -57,6 +58,11 @@ class Qt_Window_User : public Window_User {
       QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, QString(QChar(unit)),
                           Qt::NoModifier);
     }
+  }
+  void Paste(Control text_box, Text_View text) override {
+    QApplication::clipboard()->setText(To_Qt(text));
+    QTest::keyClick(&Screen.Widget(text_box), Qt::Key_End);
+    QTest::keyClick(&Screen.Widget(text_box), Qt::Key_V, Qt::ControlModifier);
   }
   void Select(Control option) override {
     QTest::mouseClick(&Screen.Widget(option), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));

@@ -10,10 +10,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOption>
+#include <QValidator>
 
 #include "platform/qt/font_fit.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
+#include "window/first_line.h"
 
 namespace rivelt {
 namespace {
@@ -55,6 +57,29 @@ QWidget* Build_Button(const Control_Row& row, QWidget* parent) {
   return button;
 }
 
+// The line edit would keep the line ends of what is pasted or dropped into it, without showing
+// them.
+class First_Line_Only : public QValidator {
+ public:
+  using QValidator::QValidator;
+
+  // cursor is at the end of what has been put in.
+  State validate(QString& text, int& cursor) const override {
+    const auto line_end = static_cast<int>(First_Line(From_Qt(text)).size());
+    if (line_end < cursor) {
+      text.remove(line_end, cursor - line_end);
+      cursor = line_end;
+    }
+    return Acceptable;
+  }
+};
+
+QWidget* Build_Text_Box(QWidget* parent) {
+  auto* box = new QLineEdit(parent);
+  box->setValidator(new First_Line_Only(box));
+  return box;
+}
+
 QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
   switch (row.Type) {
     case Control_Type::Label:
@@ -66,7 +91,7 @@ QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
     case Control_Type::Frame:
       return new QGroupBox(To_Qt(row.Caption), parent);
     case Control_Type::Text_Box:
-      return new QLineEdit(parent);
+      return Build_Text_Box(parent);
     case Control_Type::Log_Text_Box:
       return new Log_View(parent);
     case Control_Type::Command_Button:

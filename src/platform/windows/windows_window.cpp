@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/windows/control_kinds.h"
+#include "platform/windows/text_box.h"
 
 // Behind the former, on which it rests.
 #include <commdlg.h>
@@ -100,6 +101,7 @@ void Windows_Window::Create_Control(const Control_Row& row) {
   Apply_Enabled(row);
   if (row.Id == Control::optDynamic_0) SendMessageW(handle, BM_SETCHECK, BST_CHECKED, 0);
   if (row.Id == Control::txtMessages) Log.Attach(handle);
+  if (row.Type == Control_Type::Text_Box) Paste_First_Line_Only(handle);
   if (Drop_List* list = List_Of(row.Id)) {
     list->Attach(handle, row.Id == Control::cmbRoutes ? Routes : Tracks);
   }
