@@ -116,6 +116,19 @@ TEST_F(Windows_Window_Test, Esc_Quits_But_Closes_An_Open_List_First) {
   EXPECT_FALSE(User.Visible());
 }
 
+TEST_F(Windows_Window_Test, A_Key_That_Came_Before_A_Message_Box_Does_Not_Answer_It) {
+  Start();
+  User.Pick(cmbRoutes, u"alpha");
+  const Text log = User.Shown_Text(txtMessages);
+  User.Answer_With_Cancel();
+  SetForegroundWindow(Screen.Handle());
+  // It is with the system until it is asked for, after the click.
+  for (const DWORD way : {0, KEYEVENTF_KEYUP}) keybd_event(VK_RETURN, 0, way, 0);
+  User.Press(cmdUpdate);
+  EXPECT_EQ(User.Boxes().size(), 1u);
+  EXPECT_EQ(User.Shown_Text(txtMessages), log);
+}
+
 TEST_F(Windows_Window_Test, The_Log_Takes_No_Typing_And_Stays_Where_The_User_Has_Scrolled) {
   Start();
   const Text log = User.Shown_Text(txtMessages);

@@ -58,10 +58,14 @@ Windows_Window::~Windows_Window() {
 
 void Windows_Window::Start(Registry& registry, Create_File_System_Object create_object) {
   Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Finish_Work();
+}
+
+void Windows_Window::Finish_Work() {
   Log.Show();
-  Drops_Input = true;
+  const bool dropped_before = std::exchange(Drops_Input, true);
   Handle_Pending();
-  Drops_Input = false;
+  Drops_Input = dropped_before;
 }
 
 void Windows_Window::Run() {
@@ -206,13 +210,14 @@ void Windows_Window::Set_Pointer(Pointer pointer) {
 }
 
 int Windows_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
-  Log.Show();
+  Finish_Work();
   // The style values are those of the system.
   return MessageBoxW(Form, To_Wide(text).c_str(), To_Wide(title.value_or(Window_Caption)).c_str(),
                      static_cast<UINT>(style));
 }
 
 void Windows_Window::Show_Save_Dialog() {
+  Finish_Work();
   constexpr DWORD longest_path = 32768;
   std::vector<wchar_t> path(longest_path);
   OPENFILENAMEW dialog{};

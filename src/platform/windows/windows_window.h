@@ -64,6 +64,10 @@ class Windows_Window : public Window {
   LRESULT Take_Message(UINT message, WPARAM wparam, LPARAM lparam);
   void Take_Notification(Control control, UINT code);
 
+  // Shows the whole log, and drops the input that came while a procedure worked and has not been
+  // looked at yet: after the work, or before a dialog, which it would answer.
+  void Finish_Work();
+
   // The user's input before it reaches a control. Input that comes while a procedure works is
   // dropped, but for what reads the log and what asks for the end.
   void Handle_Message(MSG& message);
@@ -88,7 +92,7 @@ class Windows_Window : public Window {
   Log_Box Log;
   HWND Last_Focus = nullptr;
   Pointer Current_Pointer = Pointer::Default;
-  bool Drops_Input = false;  // a command has just ended
+  bool Drops_Input = false;
   ULONGLONG Next_Yield = 0;  // in the time of GetTickCount64
   Text Chosen_File_Name;
 };
