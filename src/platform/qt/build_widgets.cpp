@@ -27,6 +27,13 @@ QRect Pixels(const Control_Row& row) {
           row.Height / Twips_Per_Pixel};
 }
 
+// The part of the control that the user sees, in its own pixels.
+QRect Visible_Pixels(const Control_Row& row) {
+  const Twips_Rect visible = Visible_Part(row);
+  return {0, 0, (visible.Right - visible.Left) / Twips_Per_Pixel,
+          (visible.Bottom - visible.Top) / Twips_Per_Pixel};
+}
+
 QWidget* Build_Label(const Control_Row& row, QWidget* parent) {
   auto* label = new QLabel(To_Qt(row.Caption), parent);
   label->setTextFormat(Qt::PlainText);
@@ -148,22 +155,9 @@ QSize Client_Area() {
   return {Client_Width / Twips_Per_Pixel, Client_Height / Twips_Per_Pixel};
 }
 
-QRect Visible_Part(const Control_Row& row) {
-  const bool in_frame = row.Parent == Control_Parent::Transform;
-  const QSize around = in_frame ? Pixels(Row_Of(Control::Transform)).size() : Client_Area();
-  QRect visible = Pixels(row) & QRect(QPoint(0, 0), around);
-  for (const Control_Row& other : Control_Table) {
-    if (other.Parent != row.Parent || other.Tab <= row.Tab) continue;
-    // The frame lies behind nothing but its own rows.
-    const QRect cover = Pixels(other);
-    if (visible.intersects(cover)) visible.setRight(cover.left() - 1);
-  }
-  return visible.translated(-Pixels(row).topLeft());
-}
-
 QRect Text_Space(const QWidget& widget, const Control_Row& row) {
   const QStyle& style = *widget.style();
-  const QRect visible = Visible_Part(row);
+  const QRect visible = Visible_Pixels(row);
   switch (row.Type) {
     case Control_Type::Option_Button: {
       const auto option = Style_Option<QStyleOptionButton>(widget);
