@@ -1,6 +1,5 @@
 #include "platform/windows/windows_window.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -15,9 +14,6 @@ namespace {
 
 constexpr wchar_t Class_Name[] = L"Rivelt";
 constexpr DWORD Form_Style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
-// In milliseconds.
-constexpr ULONGLONG Frame_Time = 16;  // about 60 repaints a second
-constexpr ULONGLONG Longest_Pause = 1000;
 constexpr WORD Icon_Number = 1;  // in the resources of the program
 
 bool Is_List(Control control) {
@@ -237,14 +233,10 @@ void Windows_Window::Beep() {
 }
 
 void Windows_Window::Yield() {
-  const ULONGLONG now = GetTickCount64();
-  if (now < Next_Yield) return;
-  Log.Show();
-  Handle_Pending();
-  const ULONGLONG end = GetTickCount64();
-  // A long log takes longer to show: most of the time is for the work. The user who drags the
-  // window meanwhile shall not wait for it.
-  Next_Yield = end + std::clamp(4 * (end - now), Frame_Time, Longest_Pause);
+  Pace.Run([this] {
+    Log.Show();
+    Handle_Pending();
+  });
 }
 
 Drop_List* Windows_Window::List_Of(Control control) {

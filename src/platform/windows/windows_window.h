@@ -10,6 +10,7 @@
 #include "platform/windows/measures.h"
 #include "platform/windows/win32.h"
 #include "window/event_gate.h"
+#include "window/repaint_pace.h"
 #include "window/sorted_list.h"
 #include "window/window.h"
 
@@ -93,7 +94,7 @@ class Windows_Window : public Window {
   HWND Last_Focus = nullptr;
   Pointer Current_Pointer = Pointer::Default;
   bool Drops_Input = false;
-  ULONGLONG Next_Yield = 0;  // in the time of GetTickCount64
+  Repaint_Pace Pace;
   Text Chosen_File_Name;
 };
 
