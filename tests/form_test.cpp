@@ -4,6 +4,7 @@
 
 #include "installation.h"
 #include "text/utf8.h"
+#include "window/repaint_pace.h"
 
 namespace rivelt {
 namespace {
@@ -24,6 +25,14 @@ class Form : public testing::Test {
   Fixed_Registry Registry_Value{"\\train"};
   Memory_Window Window;
 };
+
+TEST(Repaint, The_Pause_After_It_Grows_With_Its_Time_Between_Two_Limits) {
+  const std::vector<std::pair<int, int>> milliseconds = {{0, 16}, {1, 16},   {2, 20},
+                                                         {9, 90}, {11, 100}, {60'000, 100}};
+  for (const auto& [repaint, pause] : milliseconds) {
+    EXPECT_EQ(Pause_After_Repaint(std::chrono::milliseconds(repaint)).count(), pause) << repaint;
+  }
+}
 
 TEST_F(Form, Start_Logs_The_Catalogue_And_Its_Duplicates_And_Prompts) {
   Train.Route(u"north").Global(

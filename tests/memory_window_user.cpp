@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "platform/memory/memory_window.h"
+#include "window/first_line.h"
 #include "window_user.h"
 
 namespace rivelt {
@@ -14,6 +15,9 @@ class Memory_Window_User : public Window_User {
 
   void Pick(Control list, Text_View entry) override { Screen.Pick(list, entry); }
   void Type(Control text_box, Text_View text) override { Screen.Type(text_box, text); }
+  void Paste(Control text_box, Text_View text) override {
+    Screen.Type(text_box, Screen.Read_Text(text_box).append(First_Line(text)));
+  }
   void Select(Control option) override { Screen.Select(option); }
   void Press(Control button) override { Screen.Press(button); }
   void Close() override { Screen.Close(); }

@@ -164,8 +164,11 @@ TEST_F(Qt_Window_Test, Enter_Presses_The_Button_With_The_Focus_And_Escape_Presse
   Widget(cmdSave).setFocus();
   Native_Key(Qt::Key_Return);
   EXPECT_TRUE(QTest::qWaitFor([&] { return User.Save_Dialogs == 1; }));
-  List(cmbRoutes).showPopup();
-  QTest::keyClick(List(cmbRoutes).view(), Qt::Key_Escape);
+  Widget(cmbRoutes).setFocus();
+  Native_Key(Qt::Key_Down, Qt::AltModifier);
+  EXPECT_TRUE(List(cmbRoutes).view()->isVisible());
+  Native_Key(Qt::Key_Escape);
+  EXPECT_FALSE(List(cmbRoutes).view()->isVisible());
   EXPECT_TRUE(User.Visible()) << "it only closes the list";
   Native_Key(Qt::Key_Escape);
   EXPECT_FALSE(User.Visible());

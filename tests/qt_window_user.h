@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -58,6 +59,11 @@ class Qt_Window_User : public Window_User {
                           Qt::NoModifier);
     }
   }
+  void Paste(Control text_box, Text_View text) override {
+    QApplication::clipboard()->setText(To_Qt(text));
+    QTest::keyClick(&Screen.Widget(text_box), Qt::Key_End);
+    QTest::keyClick(&Screen.Widget(text_box), Qt::Key_V, Qt::ControlModifier);
+  }
   void Select(Control option) override {
     QTest::mouseClick(&Screen.Widget(option), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
   }
@@ -99,8 +105,9 @@ class Qt_Window_User : public Window_User {
   // window manager that does.
   void Activate() {
     if (!Visible()) return;
-    Screen.Form_Widget().activateWindow();
-    if (!QTest::qWaitForWindowActive(&Screen.Form_Widget())) {
+    QWidget& form = Screen.Form_Widget();
+    form.activateWindow();
+    if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &form; })) {
       qFatal("the window does not become the active one");
     }
   }

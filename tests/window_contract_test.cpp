@@ -153,6 +153,18 @@ TEST_P(Window_Contract, Select_All_Sections_Enables_The_Rows_Which_Keep_Their_Co
   EXPECT_EQ(User->Shown_Text(txtTrack_4), u"\u00e4 long name.s");
 }
 
+TEST_P(Window_Contract, A_Pasted_Text_Ends_At_Its_First_Line_End) {
+  Start();
+  User->Select(optDynamic_1);
+  int row = 0;
+  for (const Text_View pasted : {u"1.s", u"1.s\n", u"1.s\r\n2.s\r\n", u"1.s\r2.s", u"1.s\n\r2.s"}) {
+    User->Type(txtTrack(row), u"a");
+    User->Paste(txtTrack(row), pasted);
+    EXPECT_EQ(User->Seam().Read_Text(txtTrack(row)), u"a1.s") << "row " << row;
+    ++row;
+  }
+}
+
 TEST_P(Window_Contract, Check_Converts_With_The_Rows_Under_The_Hourglass_And_Again_After_An_Edit) {
   Start_And_Pick_First();
   Fill_In_First_Row();

@@ -33,7 +33,8 @@ class Window_User {
   // call returns when all that follows from it has been done, a command included; only in the
   // middle of a command (see In_The_Middle of the tests) it returns at once.
   virtual void Pick(Control list, Text_View entry) = 0;
-  virtual void Type(Control text_box, Text_View text) = 0;  // in the place of the text in it
+  virtual void Type(Control text_box, Text_View text) = 0;   // in the place of the text in it
+  virtual void Paste(Control text_box, Text_View text) = 0;  // at the end of the text in it
   virtual void Select(Control option) = 0;
   virtual void Press(Control button) = 0;
   virtual void Close() = 0;  // by the platform's own means

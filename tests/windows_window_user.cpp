@@ -7,6 +7,7 @@
 #include <dlgs.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace rivelt {
@@ -82,6 +83,21 @@ void Windows_Window_User::Type(Control text_box, Text_View text) {
   if (!Takes_Input(text_box)) return;
   SendMessageW(Screen.Handle(text_box), EM_SETSEL, 0, -1);
   for (const char16_t unit : text) Post(text_box, WM_CHAR, unit, 1);
+  Let_It_Happen();
+}
+
+void Windows_Window_User::Paste(Control text_box, Text_View text) {
+  const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+  const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, bytes);
+  std::memcpy(GlobalLock(data), To_Wide(text).c_str(), bytes);
+  GlobalUnlock(data);
+  if (!OpenClipboard(Screen.Handle())) GTEST_FAIL() << "no clipboard";
+  EmptyClipboard();
+  SetClipboardData(CF_UNICODETEXT, data);
+  CloseClipboard();
+  Key(text_box, VK_END);
+  constexpr WPARAM ctrl_v = 0x16;
+  Post(text_box, WM_CHAR, ctrl_v, 1);
   Let_It_Happen();
 }
 

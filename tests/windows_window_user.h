@@ -19,6 +19,7 @@ class Windows_Window_User : public Window_User {
   void Start(Registry& registry, Create_File_System_Object create_object) override;
   void Pick(Control list, Text_View entry) override;
   void Type(Control text_box, Text_View text) override;
+  void Paste(Control text_box, Text_View text) override;
   void Select(Control option) override { Click(option); }
   void Press(Control button) override { Click(button); }
   void Close() override;

@@ -144,6 +144,36 @@ constexpr Control cmbTracks(int index) {
 }
 static_assert(txtTrack(4) == Control::txtTrack_4 && cmbTracks(4) == Control::cmbTracks_4);
 
+// A rectangle in twips. Its right and bottom edges are not part of it.
+struct Twips_Rect {
+  int Left, Top, Right, Bottom;
+};
+
+constexpr Twips_Rect Place_In_Parent(const Control_Row& row) {
+  return {row.Left, row.Top, row.Left + row.Width, row.Top + row.Height};
+}
+
+constexpr bool Overlap(const Twips_Rect& one, const Twips_Rect& other) {
+  return one.Left < other.Right && other.Left < one.Right && one.Top < other.Bottom &&
+         other.Top < one.Bottom;
+}
+
+// The part of a control that is seen, from the same corner as its place. Some places of the table
+// overlap, and one reaches over the edge: a control ends where a later one or the edge begins.
+constexpr Twips_Rect Visible_Part(const Control_Row& row) {
+  const bool in_frame = row.Parent == Control_Parent::Transform;
+  const Control_Row& frame = Row_Of(Control::Transform);
+  Twips_Rect visible = Place_In_Parent(row);
+  visible.Right = std::min(visible.Right, in_frame ? frame.Width : Client_Width);
+  for (const Control_Row& later : Control_Table) {
+    if (later.Tab <= row.Tab || later.Parent != row.Parent) continue;
+    if (Overlap(visible, Place_In_Parent(later))) visible.Right = later.Left;
+  }
+  return visible;
+}
+static_assert(Visible_Part(Row_Of(Control::optDynamic_0)).Right == 3000);
+static_assert(Visible_Part(Row_Of(Control::optDynamic_1)).Right == Client_Width);
+
 // The name as it is written: "cmbRoutes", "txtTrack(0)".
 std::string Written_Name(const Control_Row& row);
 

@@ -10,10 +10,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOption>
+#include <QValidator>
 
 #include "platform/qt/font_fit.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
+#include "window/first_line.h"
 
 namespace rivelt {
 namespace {
@@ -23,6 +25,13 @@ constexpr int Twips_Per_Pixel = 15;
 QRect Pixels(const Control_Row& row) {
   return {row.Left / Twips_Per_Pixel, row.Top / Twips_Per_Pixel, row.Width / Twips_Per_Pixel,
           row.Height / Twips_Per_Pixel};
+}
+
+// The part of the control that the user sees, in its own pixels.
+QRect Visible_Pixels(const Control_Row& row) {
+  const Twips_Rect visible = Visible_Part(row);
+  return {0, 0, (visible.Right - visible.Left) / Twips_Per_Pixel,
+          (visible.Bottom - visible.Top) / Twips_Per_Pixel};
 }
 
 QWidget* Build_Label(const Control_Row& row, QWidget* parent) {
@@ -55,6 +64,29 @@ QWidget* Build_Button(const Control_Row& row, QWidget* parent) {
   return button;
 }
 
+// The line edit would keep the line ends of what is pasted or dropped into it, without showing
+// them.
+class First_Line_Only : public QValidator {
+ public:
+  using QValidator::QValidator;
+
+  // cursor is at the end of what has been put in.
+  State validate(QString& text, int& cursor) const override {
+    const auto line_end = static_cast<int>(First_Line(From_Qt(text)).size());
+    if (line_end < cursor) {
+      text.remove(line_end, cursor - line_end);
+      cursor = line_end;
+    }
+    return Acceptable;
+  }
+};
+
+QWidget* Build_Text_Box(QWidget* parent) {
+  auto* box = new QLineEdit(parent);
+  box->setValidator(new First_Line_Only(box));
+  return box;
+}
+
 QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
   switch (row.Type) {
     case Control_Type::Label:
@@ -66,7 +98,7 @@ QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
     case Control_Type::Frame:
       return new QGroupBox(To_Qt(row.Caption), parent);
     case Control_Type::Text_Box:
-      return new QLineEdit(parent);
+      return Build_Text_Box(parent);
     case Control_Type::Log_Text_Box:
       return new Log_View(parent);
     case Control_Type::Command_Button:
@@ -123,22 +155,9 @@ QSize Client_Area() {
   return {Client_Width / Twips_Per_Pixel, Client_Height / Twips_Per_Pixel};
 }
 
-QRect Visible_Part(const Control_Row& row) {
-  const bool in_frame = row.Parent == Control_Parent::Transform;
-  const QSize around = in_frame ? Pixels(Row_Of(Control::Transform)).size() : Client_Area();
-  QRect visible = Pixels(row) & QRect(QPoint(0, 0), around);
-  for (const Control_Row& other : Control_Table) {
-    if (other.Parent != row.Parent || other.Tab <= row.Tab) continue;
-    // The frame lies behind nothing but its own rows.
-    const QRect cover = Pixels(other);
-    if (visible.intersects(cover)) visible.setRight(cover.left() - 1);
-  }
-  return visible.translated(-Pixels(row).topLeft());
-}
-
 QRect Text_Space(const QWidget& widget, const Control_Row& row) {
   const QStyle& style = *widget.style();
-  const QRect visible = Visible_Part(row);
+  const QRect visible = Visible_Pixels(row);
   switch (row.Type) {
     case Control_Type::Option_Button: {
       const auto option = Style_Option<QStyleOptionButton>(widget);

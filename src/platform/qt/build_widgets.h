@@ -19,10 +19,6 @@ QSize Client_Area();
 // All controls at their places on the form, in their start state, in their tab order.
 Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks);
 
-// The part of a control that the user sees, in its own pixels: no control in front of it and no
-// edge covers that.
-QRect Visible_Part(const Control_Row& row);
-
 // Where the text of the control stands.
 QRect Text_Space(const QWidget& widget, const Control_Row& row);
 

@@ -41,6 +41,13 @@ bool Is_Key(const QEvent& event) {
   return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
 }
 
+// Esc as it is offered to the widgets before it counts as a shortcut. A list that is open would
+// close at the offer and leave the key itself to the window.
+bool Is_Offer_Of_Escape(const QEvent& event) {
+  return event.type() == QEvent::ShortcutOverride &&
+         static_cast<const QKeyEvent&>(event).matches(QKeySequence::Cancel);
+}
+
 bool Is_Mouse(const QEvent& event) {
   return dynamic_cast<const QSinglePointEvent*>(&event) != nullptr;
 }
@@ -60,6 +67,10 @@ Input_Filter::Input_Filter(const Passing& passing, std::function<bool()> is_drop
 }
 
 bool Input_Filter::eventFilter(QObject* target, QEvent* event) {
+  if (QApplication::activePopupWidget() != nullptr && Is_Offer_Of_Escape(*event)) {
+    event->accept();
+    return true;
+  }
   if (!Is_Input(event->type()) || !Is_Dropping()) return false;
   return QApplication::activeModalWidget() == nullptr && !Passes(target, event);
 }

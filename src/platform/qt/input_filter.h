@@ -1,4 +1,4 @@
-// Keeps the user's input away from the controls while the program works.
+// Keeps the user's input away from what must not get it.
 
 #pragma once
 
@@ -13,7 +13,7 @@ namespace rivelt {
 
 // An event filter for the whole application. While input is to be dropped only what can change
 // nothing passes: reading the log, and the wish to quit. Dialogs that wait for an answer take all
-// input.
+// input. Esc belongs to an open list or menu alone.
 class Input_Filter : public QObject {
  public:
   struct Passing {

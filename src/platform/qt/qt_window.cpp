@@ -26,9 +26,6 @@
 namespace rivelt {
 namespace {
 
-constexpr int Repaint_Milliseconds = 33;
-constexpr int Longest_Pause = 250;
-
 // Wide enough to read its longest entry, as far as the screen goes.
 void Fit_Popup_Width(QComboBox& list, const QString& longest_entry) {
   QAbstractItemView& view = *list.view();
@@ -53,7 +50,6 @@ Qt_Window::Qt_Window() {
   Filter =
       std::make_unique<Input_Filter>(passing, [this] { return Is_Dropping || Gate.Working(); });
   Publish_Entries();
-  Since_Yield.start();
 }
 
 void Qt_Window::Build_Form() {
@@ -118,7 +114,7 @@ void Qt_Window::Show() {
   Form.show();
   const QDeadlineTimer patience(200);
   while (!Form.windowHandle()->isExposed() && !patience.hasExpired()) {
-    QApplication::processEvents(QEventLoop::AllEvents, Repaint_Milliseconds);
+    QApplication::processEvents();
   }
 }
 
@@ -219,13 +215,10 @@ void Qt_Window::Beep() {
 }
 
 void Qt_Window::Yield() {
-  if (Since_Yield.elapsed() < Pause) return;
-  Since_Yield.start();
-  Log().Show_News();
-  QApplication::processEvents();
-  // On a slow screen or a busy machine the repaints would take the time of the work.
-  Pause = std::clamp<qint64>(10 * Since_Yield.elapsed(), Repaint_Milliseconds, Longest_Pause);
-  Since_Yield.start();
+  Pace.Run([this] {
+    Log().Show_News();
+    QApplication::processEvents();
+  });
 }
 
 }  // namespace rivelt

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <QElapsedTimer>
 #include <QWidget>
 #include <array>
 #include <functional>
@@ -15,6 +14,7 @@
 #include "platform/qt/entry_model.h"
 #include "platform/qt/input_filter.h"
 #include "window/event_gate.h"
+#include "window/repaint_pace.h"
 #include "window/window.h"
 
 class QComboBox;
@@ -80,8 +80,7 @@ class Qt_Window : public Window {
   std::unique_ptr<Input_Filter> Filter;
   bool Is_Dropping = false;
   Pointer Current_Pointer = Pointer::Default;
-  QElapsedTimer Since_Yield;
-  qint64 Pause = 0;  // milliseconds until Yield does something again
+  Repaint_Pace Pace;
   Text Chosen_File_Name;
 };
 

@@ -1,6 +1,5 @@
 #include "platform/windows/measures.h"
 
-#include <algorithm>
 #include <cstring>
 #include <type_traits>
 
@@ -30,22 +29,6 @@ UINT System_Dpi() {
   return static_cast<UINT>(dpi);
 }
 
-struct Twips_Rect {
-  int Left, Top, Right, Bottom;
-};
-
-Twips_Rect In_Window(const Control_Row& row) {
-  const bool in_frame = row.Parent == Control_Parent::Transform;
-  const int left = row.Left + (in_frame ? Row_Of(Control::Transform).Left : 0);
-  const int top = row.Top + (in_frame ? Row_Of(Control::Transform).Top : 0);
-  return {left, top, left + row.Width, top + row.Height};
-}
-
-bool Is_Beside(const Control_Row& row, const Control_Row& later) {
-  return later.Tab > row.Tab && later.Parent == row.Parent && later.Top == row.Top &&
-         later.Left > row.Left;
-}
-
 }  // namespace
 
 UINT Dpi_Of(HWND window) {
@@ -72,12 +55,12 @@ SIZE Client_Size(UINT dpi) {
 }
 
 RECT Place_Of(const Control_Row& row, UINT dpi) {
-  Twips_Rect area = In_Window(row);
-  for (const Control_Row& other : Control_Table) {
-    if (Is_Beside(row, other)) area.Right = std::min(area.Right, In_Window(other).Left);
-  }
-  return {Pixels(area.Left, dpi), Pixels(area.Top, dpi), Pixels(area.Right, dpi),
-          Pixels(area.Bottom, dpi)};
+  const bool in_frame = row.Parent == Control_Parent::Transform;
+  const int left = in_frame ? Row_Of(Control::Transform).Left : 0;
+  const int top = in_frame ? Row_Of(Control::Transform).Top : 0;
+  const Twips_Rect area = Visible_Part(row);
+  return {Pixels(left + area.Left, dpi), Pixels(top + area.Top, dpi),
+          Pixels(left + area.Right, dpi), Pixels(top + area.Bottom, dpi)};
 }
 
 }  // namespace rivelt

@@ -23,8 +23,7 @@ Owned_Font Message_Font(UINT dpi);
 // The window's client area, in pixels.
 SIZE Client_Size(UINT dpi);
 
-// The place of a control in the client area, in pixels. Where two controls of the table overlap the
-// earlier one ends at the start of the later one.
+// The place of the visible part of a control in the client area, in pixels.
 RECT Place_Of(const Control_Row& row, UINT dpi);
 
 }  // namespace rivelt

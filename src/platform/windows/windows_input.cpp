@@ -140,12 +140,11 @@ void Windows_Window::Raise(Control control) {
   const bool nested = Gate.Working() || Drops_Input;
   Gate.Raise(control);
   if (Form == nullptr || nested) return;
-  Log.Show();
-  if (!is_command) return;
-  // What was pressed during the command, and has not been looked at yet, counts as pressed then.
-  Drops_Input = true;
-  Handle_Pending();
-  Drops_Input = false;
+  if (is_command) {
+    Finish_Work();
+  } else {
+    Log.Show();
+  }
 }
 
 void Windows_Window::Handle_Message(MSG& message) {

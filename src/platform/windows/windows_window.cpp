@@ -1,10 +1,10 @@
 #include "platform/windows/windows_window.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "platform/windows/control_kinds.h"
+#include "platform/windows/text_box.h"
 
 // Behind the former, on which it rests.
 #include <commdlg.h>
@@ -14,9 +14,6 @@ namespace {
 
 constexpr wchar_t Class_Name[] = L"Rivelt";
 constexpr DWORD Form_Style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
-// In milliseconds.
-constexpr ULONGLONG Frame_Time = 16;  // about 60 repaints a second
-constexpr ULONGLONG Longest_Pause = 1000;
 constexpr WORD Icon_Number = 1;  // in the resources of the program
 
 bool Is_List(Control control) {
@@ -57,10 +54,14 @@ Windows_Window::~Windows_Window() {
 
 void Windows_Window::Start(Registry& registry, Create_File_System_Object create_object) {
   Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Finish_Work();
+}
+
+void Windows_Window::Finish_Work() {
   Log.Show();
-  Drops_Input = true;
+  const bool dropped_before = std::exchange(Drops_Input, true);
   Handle_Pending();
-  Drops_Input = false;
+  Drops_Input = dropped_before;
 }
 
 void Windows_Window::Run() {
@@ -100,6 +101,7 @@ void Windows_Window::Create_Control(const Control_Row& row) {
   Apply_Enabled(row);
   if (row.Id == Control::optDynamic_0) SendMessageW(handle, BM_SETCHECK, BST_CHECKED, 0);
   if (row.Id == Control::txtMessages) Log.Attach(handle);
+  if (row.Type == Control_Type::Text_Box) Paste_First_Line_Only(handle);
   if (Drop_List* list = List_Of(row.Id)) {
     list->Attach(handle, row.Id == Control::cmbRoutes ? Routes : Tracks);
   }
@@ -204,13 +206,14 @@ void Windows_Window::Set_Pointer(Pointer pointer) {
 }
 
 int Windows_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
-  Log.Show();
+  Finish_Work();
   // The style values are those of the system.
   return MessageBoxW(Form, To_Wide(text).c_str(), To_Wide(title.value_or(Window_Caption)).c_str(),
                      static_cast<UINT>(style));
 }
 
 void Windows_Window::Show_Save_Dialog() {
+  Finish_Work();
   constexpr DWORD longest_path = 32768;
   std::vector<wchar_t> path(longest_path);
   OPENFILENAMEW dialog{};
@@ -230,14 +233,10 @@ void Windows_Window::Beep() {
 }
 
 void Windows_Window::Yield() {
-  const ULONGLONG now = GetTickCount64();
-  if (now < Next_Yield) return;
-  Log.Show();
-  Handle_Pending();
-  const ULONGLONG end = GetTickCount64();
-  // A long log takes longer to show: most of the time is for the work. The user who drags the
-  // window meanwhile shall not wait for it.
-  Next_Yield = end + std::clamp(4 * (end - now), Frame_Time, Longest_Pause);
+  Pace.Run([this] {
+    Log.Show();
+    Handle_Pending();
+  });
 }
 
 Drop_List* Windows_Window::List_Of(Control control) {

@@ -10,6 +10,7 @@
 #include "platform/windows/measures.h"
 #include "platform/windows/win32.h"
 #include "window/event_gate.h"
+#include "window/repaint_pace.h"
 #include "window/sorted_list.h"
 #include "window/window.h"
 
@@ -64,6 +65,10 @@ class Windows_Window : public Window {
   LRESULT Take_Message(UINT message, WPARAM wparam, LPARAM lparam);
   void Take_Notification(Control control, UINT code);
 
+  // Shows the whole log, and drops the input that came while a procedure worked and has not been
+  // looked at yet: after the work, or before a dialog, which it would answer.
+  void Finish_Work();
+
   // The user's input before it reaches a control. Input that comes while a procedure works is
   // dropped, but for what reads the log and what asks for the end.
   void Handle_Message(MSG& message);
@@ -88,8 +93,8 @@ class Windows_Window : public Window {
   Log_Box Log;
   HWND Last_Focus = nullptr;
   Pointer Current_Pointer = Pointer::Default;
-  bool Drops_Input = false;  // a command has just ended
-  ULONGLONG Next_Yield = 0;  // in the time of GetTickCount64
+  bool Drops_Input = false;
+  Repaint_Pace Pace;
   Text Chosen_File_Name;
 };
 
