@@ -77,6 +77,16 @@ TEST(Read_Count, Reads_Behind_The_Keyword_And_Leaves_The_Rest) {
   EXPECT_THROW(Read_Count(rest, u"TrackSections"), Failure);
 }
 
+TEST(Without_Comments, Brackets_Without_A_Partner_Repeat_What_Is_Before_A_Comment) {
+  const Text stripped = Without_Comments(u")) TrackSections TrackShapes _SKIP )");
+  EXPECT_EQ(
+      stripped,
+      u")) TrackSections TrackShapes ) TrackSections TrackShapes  TrackSections TrackShapes ");
+  Text_View rest = stripped;
+  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 0);
+  EXPECT_EQ(Read_Count(rest, u"TrackShapes"), 0);
+}
+
 // Records that one bracket closes, so that each has the whole rest for a name.
 Text Nested_Names(int count) {
   Text text;
@@ -109,8 +119,11 @@ TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
       {u"none", {}},
   };
   for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
+  EXPECT_EQ(Shapes_Of(Nested_Names(5)).size(), 5U);
+  EXPECT_EQ(Shapes_Of(Nested_Names(5))[1].second,
+            u"TrackShape ( 1 FileName ( TrackShape ( 1 FileName ( TrackShape ( 1 FileName (");
   for (const Text& source :
-       {Text(u"TrackShape ( 3000000000 FileName ( a.s ) )"), Nested_Names(20)}) {
+       {Text(u"TrackShape ( 3000000000 FileName ( a.s ) )"), Nested_Names(2000)}) {
     EXPECT_THROW(Shapes_Of(source), Failure) << To_Utf8(source.substr(0, 40));
   }
 }

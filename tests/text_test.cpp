@@ -203,7 +203,7 @@ TEST(Strip_Blocks, The_Blocks_Of_The_Tag_Go_And_All_Else_Stays) {
   }
   EXPECT_THROW(Strip_Blocks(u"a _SKIP ( b", u"_SKIP"), Failure);
   EXPECT_THROW(Strip_Blocks(u"( a ) _SKIP b", u"_SKIP"), Failure);
-  EXPECT_THROW(Strip_Blocks(Text(10000, u')') + u"_SKIP", u"_SKIP"), Failure);
+  EXPECT_THROW(Strip_Blocks(Text(10000, u')') + u"_SKIP )", u"_SKIP"), Failure);
 }
 
 TEST(Fold_Case, Letters_With_A_Simple_Counterpart_Are_One) {

@@ -1,5 +1,6 @@
 #include "text/block_walker.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "text/forward_search.h"
@@ -77,17 +78,21 @@ Text Strip_Blocks(Text_View text, Text_View tag) {
   Forward_Search opens(text, u"(");
   Text output;
   output.reserve(text.size());
+  // Where no "(" follows a tag, the walk ends on a ")" before it and the same text is copied once
+  // more. A damaged file could grow without bound that way.
+  const std::size_t longest = std::max(text.size(), Longest_Result);
+  const auto append = [&](Text_View part) {
+    if (part.size() > longest - output.size()) throw Failure();
+    output += part;
+  };
   while (const Position position = Find_Text(1, rest, tag)) {
-    output += Left_Text(rest, position - 1);
+    append(Left_Text(rest, position - 1));
     const Position found = opens.Find(Mid_Text(rest, position));
     const Position open = found == 0 ? 0 : position + found - 1;
     const Position close = Walk_Block(rest, open);
     rest = Mid_Text(rest, close + 1);
-    // Where no "(" follows the tag, the walk ends on a ")" in front of it and the same text is
-    // copied once more. A damaged file could grow without bound that way.
-    if (output.size() > 2 * text.size()) throw Failure();
   }
-  output += rest;
+  append(rest);
   return output;
 }
 

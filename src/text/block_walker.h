@@ -38,7 +38,8 @@ struct Block {
 std::vector<Block> Find_Blocks(Text_View text, Text_View keyword);
 
 // The text without any block whose keyword is tag, in any letter case and also inside a longer
-// word. Blanks and line ends around a block stay. Failure: a block that is never closed.
+// word. Blanks and line ends around a block stay. Failure: a block that is never closed, or a
+// result that is longer than the text and than Longest_Result, which surplus brackets can cause.
 Text Strip_Blocks(Text_View text, Text_View tag);
 
 }  // namespace rivelt
