@@ -28,13 +28,19 @@ Position Walk(const Text& text, Position open) {
   return 0;
 }
 
+bool Has_Digit(const Text& number) {
+  Text digits = Upper_Text(number);
+  if (digits.starts_with(u"&H")) return digits.find_first_of(u"0123456789ABCDEF", 2) == 2;
+  if (digits.starts_with(u"&O")) return digits.find_first_of(u"01234567", 2) == 2;
+  return digits.find_first_of(u"0123456789") != Text::npos;
+}
+
 Double Only_Number(Text_View field) {
   Text number(field);
   number.erase(0, number.find_first_not_of(Blanks));
   number.erase(number.find_last_not_of(Blanks) + 1);
   const bool is_one = number.find_first_of(Blanks) == Text::npos;
-  const bool has_digit = number.find_first_of(u"0123456789") != Text::npos;
-  if (!is_one || !has_digit || Read_Number(number + u"!").End != Position(number.size())) {
+  if (!is_one || !Has_Digit(number) || Read_Number(number + u"!").End != Position(number.size())) {
     throw Failure();
   }
   return Text_Value(number);
@@ -54,6 +60,19 @@ Double Take_Section(Position p, Text& rest, Text& output) {
   const Double id = Only_Number(Mid_Text(rest, p + 1, q - p));
   rest = Mid_Text(rest, q);
   return id;
+}
+
+// Takes the section record at p off the rest if its number is a single digit between blanks.
+bool Take_Single_Digit(Position p, Text& rest, Text& output) {
+  p = Find_Text(p, rest, u")");
+  if (p == 0) throw Failure();
+  Position q = p + 1;
+  while (Mid_Text(rest, q, 1) == u" ") ++q;
+  const Text_View digit = Mid_Text(rest, q, 1);
+  if (q == p + 1 || digit < u"0" || digit > u"9" || Mid_Text(rest, q + 1, 1) != u" ") return false;
+  output += Left_Text(rest, q);
+  rest = Mid_Text(rest, q + 1);
+  return true;
 }
 
 // A number of one digit would be read together with the next one.
@@ -115,21 +134,29 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
     ++result.Count;
     const Position next = Find_Text(p + 8, rest, u"Dyntrack");
     const std::size_t left_at_next = next == 0 ? 0 : Mid_Text(rest, next).size();
-    for (int i = 0; i < 5; ++i) {
-      Double id = Take_Section(Find_Text(p, rest, u"SectionCurve"), rest, result.Output);
+    bool has_single_digit = false;
+    for (int i = 0; i < 5; ++i, p = 1) {
+      p = Find_Text(p, rest, u"SectionCurve");
+      if (Take_Single_Digit(p, rest, result.Output)) {
+        has_single_digit = true;
+        if (rest.size() <= left_at_next) throw Failure();
+        continue;
+      }
+      Double id = Take_Section(p, rest, result.Output);
       if (rest.size() <= left_at_next) throw Failure();
       if (id != 4294967295.0) id += section_delta;
       result.Output += Written_Section(id, reads_back);
-      p = 1;
     }
     p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
     result.Output += Left_Text(rest, p);
     const Position q = Find_Text(p, rest, u")");
     const Double id = Text_Value(Mid_Text(rest, p + 1, q - p));
-    result.Output += Written(id + shape_delta, reads_back);
+    const bool stays = has_single_digit && id < 0;
+    result.Output +=
+        stays ? Text(Mid_Text(rest, p + 1, q - p - 1)) : Written(id + shape_delta, reads_back);
     rest = Mid_Text(rest, q);
     if (rest.size() <= left_at_next) throw Failure();
-    rest.insert(0, u" ");
+    if (!stays) rest.insert(0, u" ");
   }
   log(Number_Text(result.Count) + u" dynamic tracks");
   result.Output += rest;
@@ -138,46 +165,61 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
 
 namespace {
 
-// One record at the front of the rest; the parts that a pass over it tells apart.
+// One record at the front of the rest. What stays of it, in three parts, and what goes.
 struct Record {
-  Text Head, Id, Middle, Name, Rest;
+  Text Front, Middle, Back;
+  Text Id, Name;
+  bool Name_First = false;
   Position Left_End = 0;  // where it ends if it has to stay as it is, else 0
 };
 
 Record Read_Record(const Text& rest) {
   const Position open = Find_Text(1, rest, u"(");
   const Position end = open == 0 ? 0 : Walk(rest, open);
-  const auto behind_end = [end](Position place) { return end != 0 && place > end; };
+  const Text own = end == 0 ? rest : Text(Left_Text(rest, end));
+  Record left;
+  left.Left_End = end;
+  // Where a target is in the record; 0 if it only comes later.
+  const auto find = [&](Position start, Text_View target) {
+    if (Find_Text(start, rest, target) == 0) throw Failure();
+    return Find_Text(start, own, target);
+  };
+  Position p = find(1, u"SectionIdx");
+  if (p == 0) return left;
+  const Position id_open = find(p, u"(");
+  if (id_open == 0) return left;
+  const Position id_close = find(id_open, u")");
   Record record;
-  Position p = Find_Text(1, rest, u"SectionIdx");
-  const Position name = Find_Text(1, rest, u"FileName");
-  record.Left_End = end;
-  if (behind_end(p) || (end != 0 && name != 0 && name < p)) return record;
-  p = Find_Text(p, rest, u"(");
-  if (behind_end(p)) return record;
-  Position q = Find_Text(p, rest, u")");
-  record.Head = Left_Text(rest, p);
-  record.Id = Mid_Text(rest, p + 1, q - p);
+  record.Id = Mid_Text(rest, id_open + 1, id_close - id_open);
   static_cast<void>(Text_Value(record.Id));
-  p = Find_Text(q, rest, u"FileName");
-  if (behind_end(p)) return record;
-  p = Find_Text(p, rest, u"(");
-  if (behind_end(p)) return record;
-  record.Middle = u" " + Text(Mid_Text(rest, q, p - q + 1)) + u" ";
-  q = Find_Text(p, rest, u")");
-  record.Name = Trim_Text(Mid_Text(rest, p + 1, q - p - 1));
-  record.Rest = u" " + Text(Mid_Text(rest, q));
-  const bool is_cut = record.Name.starts_with(u'"') && std::ranges::count(record.Name, u'"') == 1;
-  record.Left_End = is_cut ? q : 0;
+  p = Find_Text(id_close, own, u"FileName");
+  if (p == 0 && end != 0) p = Find_Text(1, own, u"FileName");
+  if (p == 0) p = find(id_close, u"FileName");
+  if (p == 0) return left;
+  record.Name_First = p < id_open;
+  const Position name_open = find(p, u"(");
+  if (name_open == 0) return left;
+  const Position name_close = find(name_open, u")");
+  if (record.Name_First ? name_close > id_open : name_open < id_close) return left;
+  const Text name(Mid_Text(rest, name_open + 1, name_close - name_open - 1));
+  const bool is_in_quotes = std::ranges::count(name, u'"') % 2 == 1;
+  const bool is_closed_later = Mid_Text(own, name_close).find(u'"') != Text_View::npos;
+  if (end != 0 && is_in_quotes && is_closed_later) return left;
+  record.Name = Trim_Text(name);
+  const Position gap_start = std::min(id_close, name_close);
+  const Position gap_end = std::max(id_open, name_open);
+  record.Front = Left_Text(rest, std::min(id_open, name_open));
+  record.Middle = Mid_Text(rest, gap_start, gap_end - gap_start + 1);
+  record.Back = Mid_Text(rest, std::max(id_close, name_close));
   return record;
 }
 
 // What stays of the rest without the record, nothing if its brackets are at odds with its elements.
 std::optional<Text> Without(const Record& record) {
-  const Text whole = record.Head + record.Middle + record.Rest;
+  const Text whole = record.Front + record.Middle + record.Back;
   const Position close = Walk(whole, Find_Text(1, whole, u"("));
   if (close == 0) throw Failure();
-  if (close <= Position(whole.size() - record.Rest.size())) return std::nullopt;
+  if (close <= Position(whole.size() - record.Back.size())) return std::nullopt;
   return Text(Mid_Text(whole, close + 1));
 }
 
@@ -198,7 +240,8 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
         rest = *without;
         continue;
       }
-      record.Left_End = Position(rest.size() - record.Rest.size() + 2);
+      const Position end = Walk(rest, Find_Text(1, rest, u"("));
+      record.Left_End = end == 0 ? Position(rest.size() - record.Back.size() + 1) : end;
     }
     if (record.Left_End != 0) {
       log(u"Left a track object as it is, I cannot read it");
@@ -216,17 +259,48 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
     } else if (name != record.Name) {
       ++result.Count;
     }
-    // A "(" that goes lets the record end elsewhere.
-    if ((record.Id + (name == record.Name ? u"" : record.Name)).find(u'(') != Text::npos) {
-      reads_back = false;
-    }
-    result.Output +=
-        record.Head + Written(new_id == -1 ? old_id : new_id, reads_back) + record.Middle + name;
-    rest = record.Rest;
+    // A "(" that comes or goes lets the record end elsewhere.
+    const Text changed = record.Id + (name == record.Name ? u"" : record.Name + name);
+    if (changed.find(u'(') != Text::npos) reads_back = false;
+    Text first = Written(new_id == -1 ? old_id : new_id, reads_back) + u" ";
+    Text second = u" " + name + u" ";
+    if (record.Name_First) std::swap(first, second);
+    result.Output += record.Front + first + record.Middle + second;
+    rest = record.Back;
   }
   log(Number_Text(result.Count) + u" track sections has been changed");
   result.Output += rest;
   return result;
+}
+
+Text Without_Comments(Text_View text) {
+  Text stripped(text);
+  for (const Text_View tag : {u"_SKIP", u"_INFO"}) {
+    Text rest = std::exchange(stripped, {});
+    while (const Position p = Find_Text(1, rest, tag)) {
+      stripped += Left_Text(rest, p - 1);
+      const Position close = Walk(rest, Find_Text(p, rest, u"("));
+      if (close == 0) throw Failure();
+      rest = Mid_Text(rest, close + 1);
+    }
+    stripped += rest;
+  }
+  return stripped;
+}
+
+void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape) {
+  while (Position p = Find_Text(1, rest, u"TrackShape")) {
+    p = Find_Text(p, rest, u"(");
+    if (p == 0) return;
+    rest = Mid_Text(rest, p + 1);
+    const Double id = Text_Value(rest);
+    p = Find_Text(1, rest, u"FileName");
+    if (p == 0 || p >= Find_Text(1, rest, u")")) continue;
+    rest = Mid_Text(rest, Find_Text(p, rest, u"(") + 1);
+    Text name(Left_Text(rest, Find_Text(1, rest, u")") - 1));
+    std::erase(name, Double_Quote);
+    add_shape(Round_Long(id), Trim_Text(name));
+  }
 }
 
 }  // namespace rivelt::naive

@@ -1,12 +1,12 @@
-// The passes that write a route once more, as plainly as they can be said: the rest and the output
-// are texts of their own, and every search walks the rest from its front. Slow, and therefore easy
-// to trust.
+// The passes over a route and over the catalogue once more, as plainly as they can be said: the
+// rest and the output are texts of their own, and every search walks the rest from its front. Slow,
+// and therefore easy to trust.
 //
 // reads_back becomes false where a pass over the output need not give the output again.
 
 #pragma once
 
-#include <string>
+#include <functional>
 
 #include "convert/rebase_tsection.h"
 #include "convert/world_passes.h"
@@ -19,5 +19,8 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
                               bool& reads_back);
 Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log,
                                  bool& reads_back);
+
+Text Without_Comments(Text_View text);
+void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape);
 
 }  // namespace rivelt::naive

@@ -77,6 +77,16 @@ TEST(Read_Count, Reads_Behind_The_Keyword_And_Leaves_The_Rest) {
   EXPECT_THROW(Read_Count(rest, u"TrackSections"), Failure);
 }
 
+TEST(Without_Comments, Brackets_Without_A_Partner_Repeat_What_Is_Before_A_Comment) {
+  const Text stripped = Without_Comments(u")) TrackSections TrackShapes _SKIP )");
+  EXPECT_EQ(
+      stripped,
+      u")) TrackSections TrackShapes ) TrackSections TrackShapes  TrackSections TrackShapes ");
+  Text_View rest = stripped;
+  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 0);
+  EXPECT_EQ(Read_Count(rest, u"TrackShapes"), 0);
+}
+
 // Records that one bracket closes, so that each has the whole rest for a name.
 Text Nested_Names(int count) {
   Text text;
@@ -109,8 +119,11 @@ TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
       {u"none", {}},
   };
   for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
+  EXPECT_EQ(Shapes_Of(Nested_Names(5)).size(), 5U);
+  EXPECT_EQ(Shapes_Of(Nested_Names(5))[1].second,
+            u"TrackShape ( 1 FileName ( TrackShape ( 1 FileName ( TrackShape ( 1 FileName (");
   for (const Text& source :
-       {Text(u"TrackShape ( 3000000000 FileName ( a.s ) )"), Nested_Names(20)}) {
+       {Text(u"TrackShape ( 3000000000 FileName ( a.s ) )"), Nested_Names(2000)}) {
     EXPECT_THROW(Shapes_Of(source), Failure) << To_Utf8(source.substr(0, 40));
   }
 }
@@ -143,6 +156,8 @@ TEST(Rebase_Tsection, A_Whole_File_And_The_Parts_That_One_May_Lack) {
        u"SectionCurve ( 1 ) 2000 0 SectionIdx ( 1 TrackPath ( 900 1 2000 )", 0, 0},
       {u"SectionCurve ( 1 )  001900 0 SectionCurve ( 1 ) -150 0 SectionIdx (",
        u"SectionCurve ( 1 ) 2000 0 SectionCurve ( 1 )-50 0 SectionIdx (", 100, 0},
+      {u"SectionCurve ( 1 ) &h76C 0 SectionCurve ( 1 ) &HFF 0 SectionIdx (",
+       u"SectionCurve ( 1 ) 2000 0 SectionCurve ( 1 ) 355 0 SectionIdx (", 100, 0},
       {u"SectionCurve ( 1 ) 1900.5 0 SectionCurve ( 1 ) 4294967295 0 SectionIdx (",
        u"SectionCurve ( 1 ) 2000.5 0 SectionCurve ( 1 ) 4294967395 0 SectionIdx (", 100, 0},
       {u"TrackPath ( 800 ) SectionIdx ( 1 )", u"TrackPath ( 800 ) SectionIdx ( 1 )", 0, 0},
@@ -166,6 +181,8 @@ TEST(Rebase_Tsection, Texts_Of_Another_Form_Are_Refused) {
         u"SectionCurve ( 1 ) 5 10 0 SectionIdx ( 0",
         u"SectionCurve ( 1 )      1900 0 SectionIdx ( 0",
         u"SectionCurve ( 1 ) word 1900 SectionIdx ( 0", u"SectionCurve ( 1 ) -  0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) &H 0 SectionIdx ( 0", u"SectionCurve ( 1 ) &O8 0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) .  0 SectionIdx ( 0", u"SectionCurve ( 1 ) &HFG 0 SectionIdx ( 0",
         u"SectionCurve ( 1 ) 1900) 0 SectionIdx ( 0",
         u"SectionCurve ( 1 ) 4294967295 0 SectionIdx ( 0"}) {
     Lines lines;
@@ -190,15 +207,50 @@ TEST(Rebase_Dyntracks, The_Ids_Move_And_All_Else_Stays) {
   EXPECT_EQ(lines, Lines{u" 2 dynamic tracks"});
 }
 
+TEST(Rebase_Dyntracks, Section_Numbers_And_References_Of_Every_Form) {
+  const Text others = Section(u" 99 ") + Section(u" 4294967295 ") + Section(u" 4294967295 ") +
+                      Section(u" 4294967295 ");
+  const Text moved_others = Replace_Text(others, u" 99 ", u" 199 ");
+  const struct {
+    Text_View Section, Reference;
+    Text_View New_Section, New_Reference;
+  } cases[] = {
+      {u" 512 0 ", u"( 40 )", u" 612 0 ", u"( 80 )"},
+      {u" 512 0 ", u"(-2147483648)", u" 612 0 ", u"(-2147483608 )"},
+      {u" &HFF ", u"( &H10 )", u" 355 ", u"( 56 )"},
+      {u" &o17 ", u"( 1 )", u" 115 ", u"( 41 )"},
+      {u"  -512 ", u"( -1 )", u"-412 ", u"( 39 )"},
+      // What an editor left of a track.
+      {u" 0 0.064127 ", u"( -2147483648 )", u" 0 0.064127 ", u"( -2147483648 )"},
+      {u" 0 ", u"(-1)", u" 0 ", u"(-1)"},
+      {u"  7  ", u"(  -1)", u"  7  ", u"(  -1)"},
+      {u" 0 -2.34185e-38 ", u"(12)", u" 0 -2.34185e-38 ", u"( 52 )"},
+      {u" 07 ", u"( -1 )", u" 107 ", u"( 39 )"},
+  };
+  for (const auto& [section, reference, new_section, new_reference] : cases) {
+    Lines lines;
+    const Text source = Concatenate({u"Dyntrack ( Elevation ( 2.34185e-38 ) ", Section(section),
+                                     others, u"SectionIdx ", reference, u" ) Y ( -1 )"});
+    const Passed_World passed = Rebase_Dyntracks(source + Dyntrack(u" 99 "), 100, 40, Into(lines));
+    const Text moved = Concatenate({u"Dyntrack ( Elevation ( 2.34185e-38 ) ", Section(new_section),
+                                    moved_others, u"SectionIdx ", new_reference, u" ) Y ( -1 )"});
+    EXPECT_EQ(passed.Output, moved + Replace_Text(Dyntrack(u" 199 "), u"40", u"80"))
+        << To_Utf8(source);
+    EXPECT_EQ(passed.Count, 2) << To_Utf8(source);
+  }
+}
+
 TEST(Rebase_Dyntracks, A_Track_That_Is_Cut_Short_Or_Runs_Into_The_Next_Is_Refused) {
   const Text track = Dyntrack(u" 512 ");
   std::vector<Text> refused = {
       u"Dyntrack " + track,                                         // the next one's records
       Replace_Text(track, u"SectionIdx", u"SectionIndex") + track,  // the next one's reference
       Replace_Text(track, u"( 40 )", u"( 40 ") + u" Dyntrack )",
-      Dyntrack(u" 5 "),
+      Dyntrack(u"5 "),
       Dyntrack(u"     "),
       Dyntrack(u" 512) "),
+      Dyntrack(u" &H "),
+      u"Dyntrack SectionCurve ( 0 ) 0 Dyntrack " + track.substr(8),  // the next one's records
       Replace_Text(track, u"SectionIdx (", u"SectionIdx "),
   };
   for (std::size_t length = 8; length < track.size() - 2; ++length) {
@@ -282,15 +334,56 @@ TEST_F(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Shou
   }
 }
 
+TEST_F(Track_Objects, The_Elements_Of_A_Record_Are_Read_In_Either_Order) {
+  const struct {
+    Text_View Source, Output;
+    Long Count;
+  } cases[] = {
+      {u"( FileName (old.s) X ( \"a\" -1 2.34185e-38 ) SectionIdx (31) )",
+       u"( FileName ( new.s ) X ( \"a\" -1 2.34185e-38 ) SectionIdx ( 77 ) )", 1},
+      {u"( FileName (lost.s) SectionIdx (-1) )", u"( FileName ( nowhere.s ) SectionIdx (-1 ) )", 0},
+      {u"( FileName (\"..\\..\\routes\\A\\shapes\\b.s\") SectionIdx (5) )",
+       u"( FileName ( \"..\\..\\routes\\A\\shapes\\b.s\" ) SectionIdx ( 5 ) )", 0},
+      {u"( FileName (keep.s) FileName (old.s) SectionIdx (1) )",
+       u"( FileName ( keep.s ) FileName (old.s) SectionIdx ( 31 ) )", 1},
+      {u"( OldFileName (old.s) SectionIdx (1) FileName (keep.s) FileName (old.s) )",
+       u"( OldFileName (old.s) SectionIdx ( 31 ) FileName ( keep.s ) FileName (old.s) )", 1},
+      {u"( Comment FileName SectionIdx (1) FileName (keep.s) )",
+       u"( Comment FileName SectionIdx ( 31 ) FileName ( keep.s ) )", 1},
+      {u"( FileName (SectionIdx.s) SectionIdx (1) )",
+       u"( FileName ( SectionIdx.s ) SectionIdx ( 1 ) )", 0},
+      {u"( SectionIdx (1) SectionIdx (2) FileName (\"keep.s) )",
+       u"( SectionIdx ( 1 ) SectionIdx (2) FileName ( \"keep.s ) )", 0},
+      {u"( SectionIdx (1) FileName (\"a\" \"b\") X ( \" ) )",
+       u"( SectionIdx ( 1 ) FileName ( \"a\" \"b\" ) X ( \" ) )", 0},
+      {u"( FileName (\"keep.s) SectionIdx (1) )", u"( FileName ( \"keep.s ) SectionIdx ( 1 ) )", 0},
+      {u"( FileName (old.s) SectionIdx (77) X ( TrackObj ( SectionIdx (1) FileName (keep.s) ) ) )",
+       u"( FileName (old.s) SectionIdx ( 31 ) X ( TrackObj ( SectionIdx (1) FileName ( keep.s ) ) "
+       u") )",
+       1},
+  };
+  for (const auto& [source, output, count] : cases) {
+    const Passed_World passed =
+        Check(Concatenate({u"Tr_Worldfile ( \"\" TrackObj ", source, u" TrackObj ", source,
+                           u" \" FileName ( x ) )"}));
+    EXPECT_EQ(passed.Output, Concatenate({u"Tr_Worldfile ( \"\" TrackObj ", output, u" TrackObj ",
+                                          output, u" \" FileName ( x ) )"}));
+    EXPECT_EQ(passed.Count, 2 * count) << To_Utf8(source);
+  }
+}
+
 TEST_F(Track_Objects, A_Record_That_Cannot_Be_Read_Stays_Character_For_Character) {
   const Text good = u" TrackObj ( SectionIdx (1) FileName (keep.s) )";
   const Text checked = u" TrackObj ( SectionIdx ( 31 ) FileName ( keep.s ) )";
   for (const Text_View odd :
        {u"TrackObj ( FileName ( a.s ) )", u"TrackObj ( SectionIdx (1) )", u"TrackObj ( ( ) )",
         u"TrackObj ( SectionIdx )", u"TrackObj ( SectionIdx (1) FileName )",
-        u"TrackObj ( FileName (gone.s) SectionIdx (1) )",
-        u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName (gone.s) )",
+        u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName )",
+        u"TrackObj ( FileName SectionIdx (1) )", u"TrackObj ( SectionIdx ( FileName ) )",
+        u"TrackObj SectionIdx ( ( 1 ) FileName (gone.s) )",
         u"TrackObj ( SectionIdx (1) FileName (\"a)b.s\") )",
+        u"TrackObj ( SectionIdx (1) FileName (\"x\" \"a) TrackObj ( b.s\") )",
+        u"TrackObj ( FileName (\"gone.s) \" SectionIdx (1) )",
         u"TrackObj ( SectionIdx (1) FileName (\t\"a)b.s\") )", u"TrackObj SectionIdx (1) )",
         u"TrackObj ( SectionIdx FileName (gone.s) )"}) {
     const Passed_World passed = Check(Concatenate({odd, good, odd, good}));
@@ -307,6 +400,8 @@ TEST_F(Track_Objects, Removal_Walks_The_Record_Without_Its_Old_Id_And_Name) {
   EXPECT_EQ(Check(u"a TrackObj ( SectionIdx ( 1 ) FileName ( go(ne.s ) ( ) ) b").Output, u"a  b");
   EXPECT_EQ(Check(u"a TrackObj (() SectionIdx ( 1 ) FileName ( gone.s ) ) b").Output, u"a  b");
   EXPECT_EQ(Check(u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s ) ( ( ) ) ) )").Output, u" )");
+  EXPECT_EQ(Check(u"( TrackObj ( () FileName (go(ne.s) X ( 1 ) SectionIdx ( 1 ) ( ) ) b )").Output,
+            u"(  b )");
 }
 
 TEST_F(Track_Objects, What_No_Later_Text_Completes_Is_Refused) {
@@ -315,7 +410,8 @@ TEST_F(Track_Objects, What_No_Later_Text_Completes_Is_Refused) {
            u"TrackObj ( SectionIdx ( 1 )", u"TrackObj ( SectionIdx ( 1 ) )",
            u"TrackObj ( SectionIdx ( 1 ) FileName", u"TrackObj ( SectionIdx ( 1 ) FileName ( a.s",
            u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s )",
-           u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )",
+           u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )", u"TrackObj ( FileName ( a.s ) )",
+           u"TrackObj ( SectionIdx ) TrackObj",
            u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )",  // brackets that do not balance
        }) {
     EXPECT_THROW(Check(source), Failure) << To_Utf8(source);

@@ -1,5 +1,6 @@
 #include "catalogue/catalogue_text.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "text/block_walker.h"
@@ -40,7 +41,7 @@ Long Read_Count(Text_View& rest, Text_View keyword) {
 void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape) {
   Forward_Search closes(rest, u")");
   Forward_Search names(rest, u"FileName");
-  const std::size_t longest_names = 2 * rest.size();
+  const std::size_t longest_names = std::max(rest.size(), Longest_Result);
   std::size_t names_length = 0;
   Position position = Find_Text(1, rest, u"TrackShape");
   while (position > 0) {

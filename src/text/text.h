@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <string>
@@ -19,6 +20,10 @@ using Position = std::int32_t;
 // The two kinds of number: what is read from files, and what is counted.
 using Double = double;
 using Long = std::int32_t;
+
+// Where a damaged text makes a result grow with the square of its length, the result may have this
+// many units, 64 MB, or the length of the text if that is more.
+inline constexpr std::size_t Longest_Result = std::size_t{1} << 25;
 
 inline constexpr char16_t Double_Quote = 34;
 inline constexpr Text_View Line_End = u"\r\n";
