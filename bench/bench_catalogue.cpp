@@ -9,7 +9,6 @@
 #include "platform/memory/memory_window.h"
 #include "programs/sample/global_catalogue.h"
 #include "programs/sample/random_source.h"
-#include "programs/sample/shape.h"
 #include "repeated.h"
 #include "text/block_walker.h"
 #include "text/primitives.h"

@@ -15,10 +15,10 @@ void Add_Options(CLI::App& app, std::string& folder, rivelt::sample::Installatio
   app.add_option("--routes", plan.Routes, "Number of routes")
       ->check(CLI::Range(1, 1000))
       ->capture_default_str();
-  app.add_option("--world-files", plan.World.Files, "World files of each route")
+  app.add_option("--world-files", plan.World_Files, "World files of each route")
       ->check(CLI::Range(1, 1000000))
       ->capture_default_str();
-  app.add_option("--objects", plan.World.Objects, "Mean number of track objects of a world file")
+  app.add_option("--objects", plan.Objects, "Mean number of track objects of a world file")
       ->check(CLI::Range(1, 100000))
       ->capture_default_str();
   app.add_option("--shapes", plan.Shapes, "Track shapes in the global catalogue")

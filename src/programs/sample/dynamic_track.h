@@ -1,4 +1,4 @@
-// The dynamic track of a route: what its local tsection.dat lists and its world files refer to.
+// The track of a route's own: what its local tsection.dat lists and its world files refer to.
 
 #pragma once
 
@@ -11,19 +11,18 @@
 
 namespace rivelt::sample {
 
-// One of the five places of a dynamic track, which are straight and curved by turns.
+// One of the five sections of a dynamic track, straight and curved by turns.
 struct Dynamic_Section {
   Long Id = 0;  // 0 where the place is unused
-  Text Size;    // the two numbers behind the id
+  Text Size;    // the two numbers after the id
 };
 
 struct Dynamic_Track {
   Long Shape_Id = 0;
   std::array<Dynamic_Section, 5> Sections;
-};
 
-// Whether the section at a place is straight or curved, as "SectionCurve" tells it.
-Text_View Curve_Mark(std::size_t place);
+  std::vector<Long> Section_Ids() const;  // of the places in use: at least one
+};
 
 // Tracks whose ids count on from the two given ones.
 std::vector<Dynamic_Track> Invent_Dynamic_Tracks(std::size_t count, Long first_section,

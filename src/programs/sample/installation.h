@@ -3,14 +3,14 @@
 #include <cstdint>
 #include <filesystem>
 
-#include "programs/sample/route.h"
 #include "text/text.h"
 
 namespace rivelt::sample {
 
 struct Installation_Plan {
   std::int64_t Routes = 4;
-  World_Size World = {12, 40};  // of each route
+  std::int64_t World_Files = 12;  // of each route
+  std::int64_t Objects = 40;      // the mean number of track objects in a world file
   Long Shapes = 300;
   std::uint64_t Seed = 1;
 };
