@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "programs/sample/random_source.h"
-#include "programs/sample/world_file.h"
+#include "programs/sample/track.h"
 
 namespace rivelt::bench {
 

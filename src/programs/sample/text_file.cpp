@@ -1,22 +1,40 @@
 #include "programs/sample/text_file.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <fstream>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace rivelt::sample {
-
-Text File_Start(Text_View kind) {
-  return Joined(u"SIMISA@@@@@@@@@@JINX0", kind, u"______", Line_End, Line_End);
-}
 
 Text Digits(double number) {
   std::array<char, 32> digits;
   char* const end = digits.data() + digits.size();
   return Text(digits.data(),
               std::to_chars(digits.data(), end, number, std::chars_format::general, 10).ptr);
+}
+
+Text File_Text(Text_View kind, Text_View records) {
+  Text lines = Joined(u"SIMISA@@@@@@@@@@JINX0", kind, u"______", Line_End);
+  std::vector<bool> has_lines = {true};  // for each record that is open
+  for (std::size_t start = 1, end = 0; start < records.size(); start = end + 1) {
+    end = std::min(records.find(u' ', start), records.size());
+    const Text_View word = records.substr(start, end - start);
+    const bool is_keyword = records.substr(end, 2) == u" (";
+    const bool is_end = word == u")";
+    const bool is_line = is_keyword || (is_end && has_lines.back());
+    if (is_end) has_lines.pop_back();
+    if (is_keyword) has_lines.back() = true;
+    lines += is_line ? Line_End : u" ";
+    if (is_line) lines.append(has_lines.size() - 1, u'\t');
+    lines += word;
+    if (word == u"(") has_lines.push_back(false);
+  }
+  return lines + Text(Line_End);
 }
 
 void Write_Text_File(const std::filesystem::path& path, Text_View text) {

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 #include <string_view>
 #include <type_traits>
@@ -11,9 +10,6 @@
 #include "text/text.h"
 
 namespace rivelt::sample {
-
-// The first two lines of a file. The kind is the part that differs: "w0t" for a world file.
-Text File_Start(Text_View kind);
 
 // In decimal, with at most ten digits.
 Text Digits(double number);
@@ -33,12 +29,15 @@ Text Joined(const Parts&... parts) {
   return text;
 }
 
+// Adds the parts to the records of a file, a blank before each.
 template <class... Parts>
-void Line(Text& lines, std::size_t depth, const Parts&... parts) {
-  lines.append(depth, u'\t');
-  lines += Joined(parts...);
-  lines += Line_End;
+void Add(Text& records, const Parts&... parts) {
+  ((records += Joined(u" ", parts)), ...);
 }
+
+// The text of a file, each record on a line of its own. The kind is the part in which the first
+// lines of files differ: "w0t" for a world file.
+Text File_Text(Text_View kind, Text_View records);
 
 // Both write a new file, or throw a std::filesystem::filesystem_error that names it.
 void Write_Text_File(const std::filesystem::path& path, Text_View text);

@@ -1,9 +1,5 @@
-#include "programs/sample/world_file.h"
-
-#include <array>
-#include <cstddef>
-
 #include "programs/sample/text_file.h"
+#include "programs/sample/track.h"
 
 namespace rivelt::sample {
 namespace {
@@ -23,8 +19,6 @@ class World_Writer {
   World_Writer(const Route_Track& route, Random_Source source) : Route(route), Random(source) {}
 
   World Run(std::int64_t objects, bool has_every_kind) {
-    Add(0, u"Tr_Worldfile (");
-    Add(1, u"Tr_Watermark ( 2 )");
     if (has_every_kind) objects -= Add_One_Of_Each();
     for (std::int64_t i = 0; i < objects; ++i) {
       const Object_Kind kind = Drawn_Kind();
@@ -32,8 +26,7 @@ class World_Writer {
       if (Random.One_In(4)) Add_Scenery();
       if (!Route.Own.empty() && Random.One_In(150)) Add_Dynamic_Track(false);
     }
-    Add(0, u")");
-    return Made;
+    return {File_Text(u"w0t", Records + u" )"), Track};
   }
 
  private:
@@ -78,20 +71,17 @@ class World_Writer {
     if (kind == Object_Kind::Own_Shape) {
       const Dynamic_Track& own = Random.One_Of(Route.Own);
       placed = {0, own.Shape_Id, own.Section_Ids(), false, placed.Place};
-    } else if (!placed.Is_Junction) {
-      placed.Sections.resize(1);
     }
     const Text name = Joined(u"FileName ( ", Name_Of(kind, shape, placed.Shape_Id), u" )");
     const auto wrong_by = kind == Object_Kind::Wrong_Id ? Random.Between(1, 40) : 0;
-    placed.Uid = Begin_Object(u"TrackObj (");
-    if (kind == Object_Kind::Name_Before_Id) Add(2, name);
-    Add(2, u"SectionIdx ( ", placed.Shape_Id + wrong_by, u" )");
-    if (placed.Is_Junction) Add(2, u"JNodePosn ( -5354 14850 ", placed.Place, u" )");
-    Add(2, u"Elevation ( ", Elevation(), u" )");
-    Add(2, u"CollideFlags ( 519 )");
-    if (kind != Object_Kind::Name_Before_Id) Add(2, name);
+    placed.Uid = Begin_Object(u"TrackObj");
+    if (kind == Object_Kind::Name_Before_Id) Put(name);
+    Put(u"SectionIdx (", placed.Shape_Id + wrong_by, u")");
+    if (placed.Is_Junction) Put(u"JNodePosn ( -5354 14850", placed.Place, u")");
+    Put(u"Elevation (", Elevation(), u") CollideFlags ( 519 )");
+    if (kind != Object_Kind::Name_Before_Id) Put(name);
     End_Object(u"00200180", placed.Place);
-    Made.Track.push_back(placed);
+    Track.push_back(placed);
   }
 
   Text Name_Of(Object_Kind kind, const Shape& shape, Long id) {
@@ -117,8 +107,8 @@ class World_Writer {
   void Add_Scenery() {
     static constexpr std::array<Text_View, 4> names = {u"GoodsShed.s", u"WaterTower2.s",
                                                        u"\"Signal Cabin.s\"", u"Oak_Large.s"};
-    Begin_Object(u"Static (");
-    Add(2, u"FileName ( ", Random.One_Of(names), u" )");
+    Begin_Object(u"Static");
+    Put(u"FileName (", Random.One_Of(names), u")");
     End_Object(u"00100000", Place());
   }
 
@@ -126,39 +116,31 @@ class World_Writer {
   void Add_Dynamic_Track(bool is_broken) {
     Dynamic_Track track = Random.One_Of(Route.Own);
     Placed_Track placed{0, track.Shape_Id, track.Section_Ids(), false, Place()};
-    placed.Uid = Begin_Object(u"Dyntrack (");
-    Add(2, u"TrackSections (");
+    if (is_broken) track.Sections[0] = {0, u"0 0.064127 0"};
+    placed.Uid = Begin_Object(u"Dyntrack");
+    Put(u"TrackSections (");
     for (std::size_t place = 0; place < track.Sections.size(); ++place) {
       const auto& [id, size] = track.Sections[place];
-      const Text used = id == 0 ? u"4294967295 0 0" : Joined(id, u" ", size);
-      Add(3, u"TrackSection (");
-      Add(4, u"SectionCurve ( ", place % 2, u" ) ",
-          is_broken && place == 0 ? u"0 0.064127 0" : used);
-      Add(3, u")");
+      const Text used = id == 0 ? size : Joined(id, u" ", size);
+      Put(u"TrackSection ( SectionCurve (", place % 2, u")",
+          used.empty() ? u"4294967295 0 0" : used, u")");
     }
-    Add(2, u")");
-    Add(2, u"SectionIdx ( ", is_broken ? -2147483648 : track.Shape_Id, u" )");
-    Add(2, u"Elevation ( 0 )");
-    Add(2, u"CollideFlags ( 39 )");
+    Put(u") SectionIdx (", is_broken ? -2147483648 : track.Shape_Id,
+        u") Elevation ( 0 ) CollideFlags ( 39 )");
     End_Object(u"00100000", placed.Place);
-    if (!is_broken) Made.Track.push_back(placed);
+    if (!is_broken) Track.push_back(placed);
   }
 
-  std::int64_t Begin_Object(Text_View opening) {
-    Add(1, opening);
-    Add(2, u"UiD ( ", ++Last_Uid, u" )");
+  std::int64_t Begin_Object(Text_View keyword) {
+    Put(keyword, u"( UiD (", ++Last_Uid, u")");
     return Last_Uid;
   }
 
   void End_Object(Text_View flags, Text_View place) {
     static constexpr std::array<Text_View, 4> directions = {u"0 0 0 1", u"0 0.6 0 0.8",
                                                             u"0 -0.28 0 0.96", u"0 0.96 0 -0.28"};
-    Add(2, u"StaticFlags ( ", flags, u" )");
-    Add(2, u"Position ( ", place, u" )");
-    Add(2, u"QDirection ( ", Random.One_Of(directions), u" )");
-    Add(2, u"VDbId ( 4294967294 )");
-    Add(2, u"StaticDetailLevel ( 2 )");
-    Add(1, u")");
+    Put(u"StaticFlags (", flags, u") Position (", place, u") QDirection (",
+        Random.One_Of(directions), u") VDbId ( 4294967294 ) StaticDetailLevel ( 2 ) )");
   }
 
   Text Place() {
@@ -168,13 +150,14 @@ class World_Writer {
   }
 
   template <class... Parts>
-  void Add(std::size_t depth, const Parts&... parts) {
-    Line(Made.File, depth, parts...);
+  void Put(const Parts&... parts) {
+    Add(Records, parts...);
   }
 
   const Route_Track& Route;
   Random_Source Random;
-  World Made{File_Start(u"w0t"), {}};
+  Text Records = u" Tr_Worldfile ( Tr_Watermark ( 2 )";
+  std::vector<Placed_Track> Track;
   std::int64_t Last_Uid = 0;
 };
 
@@ -183,12 +166,6 @@ class World_Writer {
 World Invent_World(const Route_Track& route, std::int64_t objects, bool has_every_kind,
                    Random_Source random) {
   return World_Writer(route, random).Run(objects, has_every_kind);
-}
-
-std::string Binary_World(Random_Source random) {
-  std::string bytes = "SIMISA@@@@@@@@@@JINX0w0b______\r\n";
-  for (int i = 0; i < 4000; ++i) bytes += static_cast<char>(random.Below(256));
-  return bytes;
 }
 
 }  // namespace rivelt::sample
