@@ -28,13 +28,19 @@ Position Walk(const Text& text, Position open) {
   return 0;
 }
 
+bool Has_Digit(const Text& number) {
+  Text digits = Upper_Text(number);
+  if (digits.starts_with(u"&H")) return digits.find_first_of(u"0123456789ABCDEF", 2) == 2;
+  if (digits.starts_with(u"&O")) return digits.find_first_of(u"01234567", 2) == 2;
+  return digits.find_first_of(u"0123456789") != Text::npos;
+}
+
 Double Only_Number(Text_View field) {
   Text number(field);
   number.erase(0, number.find_first_not_of(Blanks));
   number.erase(number.find_last_not_of(Blanks) + 1);
   const bool is_one = number.find_first_of(Blanks) == Text::npos;
-  const bool has_digit = number.find_first_of(u"0123456789") != Text::npos;
-  if (!is_one || !has_digit || Read_Number(number + u"!").End != Position(number.size())) {
+  if (!is_one || !Has_Digit(number) || Read_Number(number + u"!").End != Position(number.size())) {
     throw Failure();
   }
   return Text_Value(number);
@@ -54,6 +60,19 @@ Double Take_Section(Position p, Text& rest, Text& output) {
   const Double id = Only_Number(Mid_Text(rest, p + 1, q - p));
   rest = Mid_Text(rest, q);
   return id;
+}
+
+// Takes the section record at p off the rest if its number is a single digit between blanks.
+bool Take_Single_Digit(Position p, Text& rest, Text& output) {
+  p = Find_Text(p, rest, u")");
+  if (p == 0) throw Failure();
+  Position q = p + 1;
+  while (Mid_Text(rest, q, 1) == u" ") ++q;
+  const Text_View digit = Mid_Text(rest, q, 1);
+  if (q == p + 1 || digit < u"0" || digit > u"9" || Mid_Text(rest, q + 1, 1) != u" ") return false;
+  output += Left_Text(rest, q);
+  rest = Mid_Text(rest, q + 1);
+  return true;
 }
 
 // A number of one digit would be read together with the next one.
@@ -115,21 +134,29 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
     ++result.Count;
     const Position next = Find_Text(p + 8, rest, u"Dyntrack");
     const std::size_t left_at_next = next == 0 ? 0 : Mid_Text(rest, next).size();
-    for (int i = 0; i < 5; ++i) {
-      Double id = Take_Section(Find_Text(p, rest, u"SectionCurve"), rest, result.Output);
+    bool has_single_digit = false;
+    for (int i = 0; i < 5; ++i, p = 1) {
+      p = Find_Text(p, rest, u"SectionCurve");
+      if (Take_Single_Digit(p, rest, result.Output)) {
+        has_single_digit = true;
+        if (rest.size() <= left_at_next) throw Failure();
+        continue;
+      }
+      Double id = Take_Section(p, rest, result.Output);
       if (rest.size() <= left_at_next) throw Failure();
       if (id != 4294967295.0) id += section_delta;
       result.Output += Written_Section(id, reads_back);
-      p = 1;
     }
     p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
     result.Output += Left_Text(rest, p);
     const Position q = Find_Text(p, rest, u")");
     const Double id = Text_Value(Mid_Text(rest, p + 1, q - p));
-    result.Output += Written(id + shape_delta, reads_back);
+    const bool stays = has_single_digit && id < 0;
+    result.Output +=
+        stays ? Text(Mid_Text(rest, p + 1, q - p - 1)) : Written(id + shape_delta, reads_back);
     rest = Mid_Text(rest, q);
     if (rest.size() <= left_at_next) throw Failure();
-    rest.insert(0, u" ");
+    if (!stays) rest.insert(0, u" ");
   }
   log(Number_Text(result.Count) + u" dynamic tracks");
   result.Output += rest;

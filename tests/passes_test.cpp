@@ -143,6 +143,8 @@ TEST(Rebase_Tsection, A_Whole_File_And_The_Parts_That_One_May_Lack) {
        u"SectionCurve ( 1 ) 2000 0 SectionIdx ( 1 TrackPath ( 900 1 2000 )", 0, 0},
       {u"SectionCurve ( 1 )  001900 0 SectionCurve ( 1 ) -150 0 SectionIdx (",
        u"SectionCurve ( 1 ) 2000 0 SectionCurve ( 1 )-50 0 SectionIdx (", 100, 0},
+      {u"SectionCurve ( 1 ) &h76C 0 SectionCurve ( 1 ) &HFF 0 SectionIdx (",
+       u"SectionCurve ( 1 ) 2000 0 SectionCurve ( 1 ) 355 0 SectionIdx (", 100, 0},
       {u"SectionCurve ( 1 ) 1900.5 0 SectionCurve ( 1 ) 4294967295 0 SectionIdx (",
        u"SectionCurve ( 1 ) 2000.5 0 SectionCurve ( 1 ) 4294967395 0 SectionIdx (", 100, 0},
       {u"TrackPath ( 800 ) SectionIdx ( 1 )", u"TrackPath ( 800 ) SectionIdx ( 1 )", 0, 0},
@@ -166,6 +168,8 @@ TEST(Rebase_Tsection, Texts_Of_Another_Form_Are_Refused) {
         u"SectionCurve ( 1 ) 5 10 0 SectionIdx ( 0",
         u"SectionCurve ( 1 )      1900 0 SectionIdx ( 0",
         u"SectionCurve ( 1 ) word 1900 SectionIdx ( 0", u"SectionCurve ( 1 ) -  0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) &H 0 SectionIdx ( 0", u"SectionCurve ( 1 ) &O8 0 SectionIdx ( 0",
+        u"SectionCurve ( 1 ) .  0 SectionIdx ( 0", u"SectionCurve ( 1 ) &HFG 0 SectionIdx ( 0",
         u"SectionCurve ( 1 ) 1900) 0 SectionIdx ( 0",
         u"SectionCurve ( 1 ) 4294967295 0 SectionIdx ( 0"}) {
     Lines lines;
@@ -190,15 +194,50 @@ TEST(Rebase_Dyntracks, The_Ids_Move_And_All_Else_Stays) {
   EXPECT_EQ(lines, Lines{u" 2 dynamic tracks"});
 }
 
+TEST(Rebase_Dyntracks, Section_Numbers_And_References_Of_Every_Form) {
+  const Text others = Section(u" 99 ") + Section(u" 4294967295 ") + Section(u" 4294967295 ") +
+                      Section(u" 4294967295 ");
+  const Text moved_others = Replace_Text(others, u" 99 ", u" 199 ");
+  const struct {
+    Text_View Section, Reference;
+    Text_View New_Section, New_Reference;
+  } cases[] = {
+      {u" 512 0 ", u"( 40 )", u" 612 0 ", u"( 80 )"},
+      {u" 512 0 ", u"(-2147483648)", u" 612 0 ", u"(-2147483608 )"},
+      {u" &HFF ", u"( &H10 )", u" 355 ", u"( 56 )"},
+      {u" &o17 ", u"( 1 )", u" 115 ", u"( 41 )"},
+      {u"  -512 ", u"( -1 )", u"-412 ", u"( 39 )"},
+      // What an editor left of a track.
+      {u" 0 0.064127 ", u"( -2147483648 )", u" 0 0.064127 ", u"( -2147483648 )"},
+      {u" 0 ", u"(-1)", u" 0 ", u"(-1)"},
+      {u"  7  ", u"(  -1)", u"  7  ", u"(  -1)"},
+      {u" 0 -2.34185e-38 ", u"(12)", u" 0 -2.34185e-38 ", u"( 52 )"},
+      {u" 07 ", u"( -1 )", u" 107 ", u"( 39 )"},
+  };
+  for (const auto& [section, reference, new_section, new_reference] : cases) {
+    Lines lines;
+    const Text source = Concatenate({u"Dyntrack ( Elevation ( 2.34185e-38 ) ", Section(section),
+                                     others, u"SectionIdx ", reference, u" ) Y ( -1 )"});
+    const Passed_World passed = Rebase_Dyntracks(source + Dyntrack(u" 99 "), 100, 40, Into(lines));
+    const Text moved = Concatenate({u"Dyntrack ( Elevation ( 2.34185e-38 ) ", Section(new_section),
+                                    moved_others, u"SectionIdx ", new_reference, u" ) Y ( -1 )"});
+    EXPECT_EQ(passed.Output, moved + Replace_Text(Dyntrack(u" 199 "), u"40", u"80"))
+        << To_Utf8(source);
+    EXPECT_EQ(passed.Count, 2) << To_Utf8(source);
+  }
+}
+
 TEST(Rebase_Dyntracks, A_Track_That_Is_Cut_Short_Or_Runs_Into_The_Next_Is_Refused) {
   const Text track = Dyntrack(u" 512 ");
   std::vector<Text> refused = {
       u"Dyntrack " + track,                                         // the next one's records
       Replace_Text(track, u"SectionIdx", u"SectionIndex") + track,  // the next one's reference
       Replace_Text(track, u"( 40 )", u"( 40 ") + u" Dyntrack )",
-      Dyntrack(u" 5 "),
+      Dyntrack(u"5 "),
       Dyntrack(u"     "),
       Dyntrack(u" 512) "),
+      Dyntrack(u" &H "),
+      u"Dyntrack SectionCurve ( 0 ) 0 Dyntrack " + track.substr(8),  // the next one's records
       Replace_Text(track, u"SectionIdx (", u"SectionIdx "),
   };
   for (std::size_t length = 8; length < track.size() - 2; ++length) {

@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <limits>
 
 #include "convert/section_record.h"
@@ -10,6 +11,16 @@ namespace {
 constexpr Text_View Keyword = u"Dyntrack";
 constexpr Double Unused_Section = 4294967295.0;
 constexpr int Sections_Of_A_Track = 5;
+
+// The blank after a number field that is a single digit between blanks, else 0. Editors leave such
+// fields in a broken track. No section of a route's own has so low a number.
+Position End_Of_Single_Digit(Text_View rest, Position close) {
+  const Text_View field = Mid_Text(rest, close + 1);
+  const std::size_t digit = field.find_first_not_of(u' ');
+  if (digit == 0 || digit == Text_View::npos || digit + 1 == field.size()) return 0;
+  if (field[digit] < u'0' || field[digit] > u'9' || field[digit + 1] != u' ') return 0;
+  return close + static_cast<Position>(digit) + 2;
+}
 
 class Dyntrack_Pass {
  public:
@@ -31,24 +42,30 @@ class Dyntrack_Pass {
   }
 
  private:
-  // Handles the dynamic track whose keyword stands at track and gives the place of the next one.
+  // Handles the dynamic track whose keyword is at track and gives the place of the next one.
   Position Rebase_Track(Position track) {
     Cut(track + static_cast<Position>(Keyword.size()) - 1);
     const Position next = Find_Text(1, Rest, Keyword);
     Units_To_Next = next == 0 ? std::numeric_limits<Position>::max() : next;
+    Is_Broken = false;
     for (int i = 0; i < Sections_Of_A_Track; ++i) Rebase_Section();
     Rebase_Shape_Reference();
     return next == 0 ? 0 : Units_To_Next;
   }
 
   void Rebase_Section() {
-    const Position position = Find_Text(1, Rest, u"SectionCurve");
-    const Section_Record record = Read_Section_Record(Rest, position);
-    Require_In_Track(record.Behind);
-    const bool moves = record.Id != Unused_Section;
-    Cut(record.Close);
-    Output += Number_Text(moves ? record.Id + Section_Delta : record.Id);
-    Skip(record.Behind - record.Close - 1);
+    const Position close = Find_Section_Field(Rest, Find_Text(1, Rest, u"SectionCurve"));
+    if (const Position end = End_Of_Single_Digit(Rest, close)) {
+      Require_In_Track(end);
+      Is_Broken = true;
+      return Cut(end);
+    }
+    const Section_Field field = Read_Section_Field(Rest, close);
+    Require_In_Track(field.End);
+    const bool moves = field.Id != Unused_Section;
+    Cut(close);
+    Output += Number_Text(moves ? field.Id + Section_Delta : field.Id);
+    Skip(field.End - close - 1);
   }
 
   void Rebase_Shape_Reference() {
@@ -57,13 +74,14 @@ class Dyntrack_Pass {
     const Position close = Find_Text(position, Rest, u")");
     const Double id = Text_Value(Mid_Text(Rest, position + 1, close - position));
     Require_In_Track(close);
+    if (Is_Broken && id < 0) return Cut(close);
     Cut(position);
     Output += Number_Text(id + Shape_Delta);
     Output += u' ';
     Skip(close - position - 1);
   }
 
-  // What is taken from behind the next "Dyntrack" would be that track's own.
+  // What is taken from after the next "Dyntrack" would be that track's own.
   void Require_In_Track(Position position) const {
     if (position >= Units_To_Next) throw Failure();
   }
@@ -84,6 +102,7 @@ class Dyntrack_Pass {
   Text Output;
   Long Section_Delta;
   Long Shape_Delta;
+  bool Is_Broken = false;  // whether the track has had a field of a single digit
   Position Units_To_Next = std::numeric_limits<Position>::max();  // of the next keyword in the rest
 };
 

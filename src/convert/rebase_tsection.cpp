@@ -33,11 +33,12 @@ class Tsection_Pass {
   void Rebase_Section_Records() {
     Position position = Find_Text(1, Rest, u"SectionCurve");
     while (position > 0) {
-      const Section_Record record = Read_Section_Record(Rest, position);
-      Output += Left_Text(Rest, record.Close);
-      if (!Section_Delta) Section_Delta = First_Delta(u"SectionIdx", record.Id, Reserved_Sections);
-      Output += Number_Text(record.Id + *Section_Delta);
-      Rest = Mid_Text(Rest, record.Behind);
+      const Position close = Find_Section_Field(Rest, position);
+      const Section_Field field = Read_Section_Field(Rest, close);
+      Output += Left_Text(Rest, close);
+      if (!Section_Delta) Section_Delta = First_Delta(u"SectionIdx", field.Id, Reserved_Sections);
+      Output += Number_Text(field.Id + *Section_Delta);
+      Rest = Mid_Text(Rest, field.End);
       position = Find_Text(1, Rest, u"SectionCurve");
     }
   }

@@ -14,8 +14,7 @@ Double Only_Number(Text_View field) {
   const std::size_t last = field.find_last_not_of(Blanks);
   const Text_View number = field.substr(first, last + 1 - first);
   const Number_Reading reading = Read_Number(number);
-  if (number.find_first_of(Blanks) != Text_View::npos ||
-      number.find_first_of(u"0123456789") == Text_View::npos ||
+  if (number.find_first_of(Blanks) != Text_View::npos || !reading.Has_Digits ||
       reading.End != static_cast<Position>(number.size())) {
     throw Failure();
   }
@@ -24,12 +23,16 @@ Double Only_Number(Text_View field) {
 
 }  // namespace
 
-Section_Record Read_Section_Record(Text_View rest, Position position) {
+Position Find_Section_Field(Text_View rest, Position position) {
   const Position close = Find_Text(position, rest, u")");
   if (close == 0) throw Failure();
+  return close;
+}
+
+Section_Field Read_Section_Field(Text_View rest, Position close) {
   // The search starts four units on because a section id has at least two digits.
-  const Position behind = Find_Text(close + 4, rest, u" ");
-  return {close, Only_Number(Mid_Text(rest, close + 1, behind - close)), behind};
+  const Position end = Find_Text(close + 4, rest, u" ");
+  return {Only_Number(Mid_Text(rest, close + 1, end - close)), end};
 }
 
 }  // namespace rivelt

@@ -1,6 +1,5 @@
 // A section record, as both passes over a route's files read it: "SectionCurve", any text up to the
-// first
-// ")", then the number field.
+// first ")", then the number field.
 
 #pragma once
 
@@ -8,15 +7,17 @@
 
 namespace rivelt {
 
-struct Section_Record {
-  Position Close;   // of the ")" in front of the number field
-  Double Id;        // the number in the field
-  Position Behind;  // of the blank that ends the field
+struct Section_Field {
+  Double Id;
+  Position End;  // of the blank that ends the field
 };
 
-// The record whose keyword stands at position. Failure: no ")" behind it, no blank at the end of
-// the field, or a field that does not hold one number and nothing else: rewriting it would lose the
-// rest.
-Section_Record Read_Section_Record(Text_View rest, Position position);
+// The ")" before the number field of the record whose keyword is at position. Failure: there is
+// none.
+Position Find_Section_Field(Text_View rest, Position position);
+
+// The number field after the ")" at close. Failure: no blank ends it, or it holds anything but one
+// number: rewriting it would lose the rest.
+Section_Field Read_Section_Field(Text_View rest, Position close);
 
 }  // namespace rivelt

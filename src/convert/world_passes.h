@@ -15,8 +15,9 @@ struct Passed_World {
 };
 
 // Adds section_delta to the five section ids of every dynamic track, but not to the reserved value
-// 4294967295, and shape_delta to its shape reference. Logs the number of dynamic tracks. Failure: a
-// dynamic track that is not of the form, or reaches into the next one.
+// 4294967295, and shape_delta to its shape reference. A section id of a single digit stays as it
+// is, and so does a negative shape reference in the same track. Logs the number of dynamic tracks.
+// Failure: a dynamic track that is not of the form, or reaches into the next one.
 Passed_World Rebase_Dyntracks(Text_View text, Long section_delta, Long shape_delta,
                               const Log_Line& log);
 
@@ -27,8 +28,9 @@ struct Shape_Tables {
 };
 
 // Gives every track object the name that the tables map its name to and the id that belongs to it,
-// or removes it. Logs what changed and the number of changes. Failure: a track object that is not
-// of the form and cannot be left as it is.
+// or removes it. One that cannot be read inside its brackets is left as it is. Logs what changed,
+// what was left and the number of changes. Failure: a track object that cannot be read and has no
+// end, or one that lacks what the rest of the text lacks as well.
 Passed_World Check_Track_Objects(Text_View text, const Shape_Tables& tables, const Log_Line& log);
 
 }  // namespace rivelt

@@ -45,8 +45,9 @@ Text Join_Text(const std::vector<Text>& elements);
 
 // A number as it stands at the start of a text.
 struct Number_Reading {
-  Double Value = 0;  // 0 without a number
-  Position End = 0;  // the units read, the blanks around and inside the number among them
+  Double Value = 0;         // 0 without a number
+  Position End = 0;         // the units read, the blanks around and inside the number among them
+  bool Has_Digits = false;  // else there is no number: nothing at all, or a sign, point or prefix
 };
 
 // Reads the number at the start of a text, in time that depends on the number alone. Blanks, tabs

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -52,7 +53,8 @@ int Digit_Value(char16_t unit) {
   return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : 16;
 }
 
-Double Read_With_Base(Number_Reader& reader, int base) {
+std::optional<Double> Read_With_Base(Number_Reader& reader, int base) {
+  if (Digit_Value(reader.Peek()) >= base) return std::nullopt;
   Double value = 0;
   while (Digit_Value(reader.Peek()) < base) value = value * base + Digit_Value(reader.Take());
   if (std::isinf(value)) throw Failure();
@@ -122,12 +124,12 @@ Double Converted(const Decimal_Form& form, std::int64_t exponent) {
   return 0;  // nearer to 0 than any Double
 }
 
-Double Read_Decimal(Number_Reader& reader) {
+std::optional<Double> Read_Decimal(Number_Reader& reader) {
   const char16_t sign = reader.Peek();
   if (sign == u'+' || sign == u'-') reader.Take();
   Decimal_Form form;
   Read_Mantissa(reader, form);
-  if (form.Digits.find_first_of("0123456789") == std::string::npos) return 0;
+  if (form.Digits.find_first_of("0123456789") == std::string::npos) return std::nullopt;
   const Double value = Converted(form, Read_Exponent(reader));
   return sign == u'-' ? -value : value;
 }
@@ -149,8 +151,9 @@ int Read_Prefix(Number_Reader& reader) {
 Number_Reading Read_Number(Text_View text) {
   Number_Reader reader(text);
   const int base = Read_Prefix(reader);
-  const Double value = base == 10 ? Read_Decimal(reader) : Read_With_Base(reader, base);
-  return {value, reader.End()};
+  const std::optional<Double> value =
+      base == 10 ? Read_Decimal(reader) : Read_With_Base(reader, base);
+  return {value.value_or(0), reader.End(), value.has_value()};
 }
 
 }  // namespace rivelt
