@@ -85,7 +85,7 @@ Update_Moves_The_Copies_And_Can_Be_Restored_And_The_Restore_Taken_Back() {
   cp -r msts/Routes updated
   cli backups ambrewick
   expect_status 0
-  expect_part out "7 files"
+  expect_part out "8 files"
   cli restore Ambrewick
   expect_same updated msts/Routes
   cli restore Ambrewick --backup "$(cli backups; cut -f 2 out)" --yes

@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -71,7 +72,7 @@ Text Trk_Text(const Route& route) {
 std::vector<Shape> Shapes_In_Use(const std::vector<Shape>& shapes, Random_Source random) {
   constexpr std::size_t most = 400;
   if (shapes.size() <= most) return shapes;
-  std::vector<Shape> used(shapes.begin(), shapes.begin() + 6);
+  std::vector<Shape> used(shapes.begin(), shapes.begin() + 7);
   while (used.size() < most) used.push_back(random.One_Of(shapes));
   return used;
 }
@@ -96,8 +97,7 @@ std::int64_t Drawn_Objects(std::int64_t mean, Random_Source& random) {
 
 // The tiles of the world files make up a square.
 std::pair<int, int> Tile(std::int64_t number, std::int64_t count) {
-  std::int64_t width = 1;
-  while (width * width < count) ++width;
+  const auto width = static_cast<std::int64_t>(std::ceil(std::sqrt(count)));
   return {static_cast<int>(-5354 + number % width), static_cast<int>(14850 + number / width)};
 }
 
@@ -135,19 +135,19 @@ class Route_Writer {
     const auto [x, z] = Tile(number, Plan.World_Files);
     std::array<char, 32> name;
     std::snprintf(name.data(), name.size(), "w%+07d%+07d", x, z);
-    const std::string path = (Folder / Named.World_Folder / name.data()).string();
+    const fs::path path = Folder / Named.World_Folder / name.data();
     Random_Source random = Random.Part(static_cast<std::uint64_t>(number) + 2);
     if (number % 10 == 0) {
-      Write_Text_File(path + ".ws", File_Text(u"w1t", u" Tr_Worldsoundfile ( )"));
+      Write_Text_File(fs::path(path) += ".ws", File_Text(u"w1t", u" Tr_Worldsoundfile ( )"));
     }
     if (Has_Binary_File && number == Plan.World_Files - 1) {
-      Write_Bytes(path + ".w", Binary_World(random));
+      Write_Bytes(fs::path(path) += ".w", Binary_World(random));
       return;
     }
     std::int64_t objects = Drawn_Objects(Plan.Objects, random);
-    if (number == 0) objects = std::max<std::int64_t>({objects, Plan.Objects, 6});
+    if (number == 0) objects = std::max<std::int64_t>({objects, Plan.Objects, 7});
     const World world = Invent_World(Track, objects, number == 0, random);
-    Write_Text_File(path + (number % 7 == 5 ? ".W" : ".w"), world.File);
+    Write_Text_File(fs::path(path) += number % 7 == 5 ? ".W" : ".w", world.File);
     Tracks.Add_Tile(x, z, world.Track);
     Roads.Add_Tile(x, z, {world.Track.front()});
   }

@@ -81,7 +81,7 @@ struct World {
 
 // A world file with so many track objects. Most have the right id, one in forty a wrong one. Others
 // have a shape that the catalogue does not list: an unknown one, or one of the route's own, its
-// name in some of them with folders and before the id. A file of six objects or more that
+// name in some of them with folders and before the id. A file of seven objects or more that
 // has_every_kind has some of each and, if the route has track of its own, a dynamic track and a
 // broken one.
 World Invent_World(const Route_Track& route, std::int64_t objects, bool has_every_kind,

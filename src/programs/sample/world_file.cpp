@@ -33,8 +33,8 @@ class World_Writer {
   // The shapes at the front of the catalogue are the ones that a guide to the program can name.
   std::int64_t Add_One_Of_Each() {
     using enum Object_Kind;
-    static constexpr std::array kinds = {Right,         Wrong_Id,          Right,
-                                         Unknown_Shape, Name_With_Folders, Name_Before_Id};
+    static constexpr std::array kinds = {
+        Right, Wrong_Id, Right, Unknown_Shape, Name_With_Folders, Name_Before_Id, Unlisted_Shape};
     for (std::size_t i = 0; i < kinds.size(); ++i) Add_Track_Object(kinds[i], Route.Shapes[i]);
     if (!Route.Own.empty()) {
       Add_Dynamic_Track(false);
