@@ -37,6 +37,7 @@ class World_Writer {
         Right, Wrong_Id, Right, Unknown_Shape, Name_With_Folders, Name_Before_Id, Unlisted_Shape};
     for (std::size_t i = 0; i < kinds.size(); ++i) Add_Track_Object(kinds[i], Route.Shapes[i]);
     if (!Route.Own.empty()) {
+      Add_Track_Object(Own_Shape, Route.Shapes.front());
       Add_Dynamic_Track(false);
       Add_Dynamic_Track(true);
     }
