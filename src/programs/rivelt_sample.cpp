@@ -43,16 +43,11 @@ Route Named_Route(std::size_t number) {
       {{u"Ambrewick", "AMBREWICK", "World", "tsection.dat", "AMBREWICK"},
        {u"\"Brenn Valley Line\"", "Brenn_Valley", "WORLD", "Tsection.dat", "Old Line"},
        {u"D\u00F6rnquell", "Doernquell", "world", "", "Doernquell"}}};
-  static constexpr std::array beginnings = {"Hest", "Kell", "Mor",  "Osk",
-                                            "Rav",  "Thol", "Vind", "Wend"};
-  static constexpr std::array endings = {"beck",  "combe",  "ford", "gate",
-                                         "marsh", "quarry", "wick", "wold"};
+  static constexpr std::array names = {"Hestbeck", "Kellcombe", "Morford", "Oskgate"};
   if (number < first.size()) return first[number];
   const std::size_t index = number - first.size();
-  std::string name = beginnings[index % beginnings.size()];
-  name += endings[index / beginnings.size() % endings.size()];
-  const std::size_t round = index / (beginnings.size() * endings.size());
-  if (round > 0) name += std::to_string(round + 1);
+  const std::size_t round = index / names.size();
+  const std::string name = names[index % names.size()] + (round ? std::to_string(round + 1) : "");
   return {From_Utf8(name), name, "World", number % 3 == 2 ? "" : "TSECTION.DAT", name};
 }
 
@@ -178,20 +173,15 @@ void Write_Installation(const fs::path& folder, const Installation_Plan& plan) {
 }
 
 void Add_Options(CLI::App& app, std::string& folder, Installation_Plan& plan) {
+  const auto add = [&](const char* name, auto& number, Long first, Long last, const char* help) {
+    app.add_option(name, number, help)->check(CLI::Range(first, last))->capture_default_str();
+  };
   app.add_option("DIR", folder, "Folder to write into; it must be empty or not exist yet")
       ->required();
-  app.add_option("--routes", plan.Routes, "Number of routes")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
-  app.add_option("--world-files", plan.World_Files, "World files of each route")
-      ->check(CLI::Range(1, 1000000))
-      ->capture_default_str();
-  app.add_option("--objects", plan.Objects, "Mean number of track objects of a world file")
-      ->check(CLI::Range(1, 100000))
-      ->capture_default_str();
-  app.add_option("--shapes", plan.Shapes, "Track shapes in the global catalogue")
-      ->check(CLI::Range(10, 1000000))
-      ->capture_default_str();
+  add("--routes", plan.Routes, 1, 1000, "Number of routes");
+  add("--world-files", plan.World_Files, 1, 1000000, "World files of each route");
+  add("--objects", plan.Objects, 1, 100000, "Mean number of track objects of a world file");
+  add("--shapes", plan.Shapes, 10, 1000000, "Track shapes in the global catalogue");
   app.add_option("--seed", plan.Seed, "The same seed gives the same files")->capture_default_str();
 }
 
@@ -199,8 +189,7 @@ void Add_Options(CLI::App& app, std::string& folder, Installation_Plan& plan) {
 }  // namespace rivelt::sample
 
 int main(int argc, char** argv) {
-  CLI::App app("Writes an invented installation: a global catalogue, routes and world files.",
-               "rivelt-sample");
+  CLI::App app("Writes an invented installation: a global catalogue and routes.", "rivelt-sample");
   std::string folder;
   rivelt::sample::Installation_Plan plan;
   Add_Options(app, folder, plan);
