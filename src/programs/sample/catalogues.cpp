@@ -34,7 +34,8 @@ Text Name_Of(std::size_t index) {
 void Add_Section(Text& records, Long id, Random_Source& random) {
   Add(records, u"TrackSection (", id, u"SectionSize ( 1.5", random.Decimal(10, 5000, 10), u")");
   if (id % 3 == 2) {
-    Add(records, u"SectionCurve (", random.Between(2, 40) * 50, random.Decimal(-60, 60, 2), u")");
+    const auto radius = random.Between(2, 40) * 50;
+    Add(records, u"SectionCurve (", radius, random.Decimal(-60, 60, 2), u")");
   }
   Add(records, u")");
 }

@@ -87,8 +87,10 @@ class World_Writer {
 
   Text Name_Of(Object_Kind kind, const Shape& shape, Long id) {
     switch (kind) {
-      case Object_Kind::Unknown_Shape:
-        return Joined(u"My", Random.Between(1, 4), u"t", Random.Between(1, 50) * 5, u"mTrestle.s");
+      case Object_Kind::Unknown_Shape: {
+        const auto width = Random.Between(1, 4);  // no two draws in one call: it has no order
+        return Joined(u"My", width, u"t", Random.Between(1, 50) * 5, u"mTrestle.s");
+      }
       case Object_Kind::Own_Shape:
         return Joined(u"DynaTrax-", id, u".s");
       case Object_Kind::Name_With_Folders:
