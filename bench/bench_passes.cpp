@@ -72,7 +72,10 @@ constexpr Hostile Hostile_Objects[] = {
      Only_The_Closing_Line},
     {"no_name_at_all", u"TrackObj ( SectionIdx ( 1 ) )\r\n", u"", Fails},
     {"no_id", u"TrackObj ( FileName ( a.s ) )\r\n", u"SectionIdx ( 1 )", Log_Line_For_Each},
-    {"name_first", u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 ) )\r\n", u"", Log_Line_For_Each},
+    {"name_first", u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 ) )\r\n", u"",
+     Only_The_Closing_Line},
+    {"name_first_of_all", u"TrackObj ( SectionIdx ( 1 ) )\r\n", u") FileName", Log_Line_For_Each,
+     u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 ) "},
     {"name_first_unbalanced", u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )\r\n",
      u"FileName ( a.s )", Only_The_Closing_Line},
     {"well_formed", u"TrackObj ( SectionIdx ( 1 ) FileName ( a.s ) )\r\n", u"",
@@ -106,7 +109,8 @@ bool Is_As_Expected(Hostile::Outcome expected, std::size_t logged, std::size_t l
 }
 
 void Time_Hostile_Objects(benchmark::State& state, const Hostile& input, const Text& text) {
-  const std::size_t lines = (text.size() - input.Tail.size()) / input.Line.size();
+  const std::size_t lines =
+      (text.size() - input.Head.size() - input.Tail.size()) / input.Line.size();
   const Shape_Tables tables{
       [](Text_View name) { return name == u"gone.s" ? Text(Delete_Entry) : Text(name); },
       [](Text_View) { return 1; }};
@@ -124,6 +128,12 @@ void Check_Track_Objects_Nested(benchmark::State& state, Hostile input) {
   const Text back = Repeated(u")", front.size() / input.Line.size(), input.Tail);
   Time_Hostile_Objects(state, input, front + back);
 }
+BENCHMARK_CAPTURE(Check_Track_Objects_Nested, name_first,
+                  Hostile{"", u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )\r\n", u"", Any_Log})
+    ->Apply(Growing_Sizes);
+BENCHMARK_CAPTURE(Check_Track_Objects_Nested, one_quotation_mark,
+                  Hostile{"", u"TrackObj ( SectionIdx ( 1 ) FileName ( \"a.s )\r\n", u"", Any_Log})
+    ->Apply(Growing_Sizes);
 BENCHMARK_CAPTURE(Check_Track_Objects_Nested, empty,
                   Hostile{"", u"TrackObj (\r\n", u" SectionIdx ( 1 ) FileName ( a.s )", Any_Log})
     ->Apply(Growing_Sizes);
@@ -214,7 +224,8 @@ const bool Registered = [] {
   for (const Hostile& input : Hostile_Objects) {
     const std::string name = std::string("Check_Track_Objects_Hostile/") + input.Name;
     benchmark::RegisterBenchmark(name.c_str(), [&input](benchmark::State& state) {
-      Time_Hostile_Objects(state, input, Repeated(input.Line, Units(state), input.Tail));
+      Time_Hostile_Objects(state, input,
+                           Text(input.Head) + Repeated(input.Line, Units(state), input.Tail));
     })->Apply(Growing_Sizes);
   }
   for (const Hostile& input : Hostile_Dyntracks) {

@@ -165,46 +165,61 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
 
 namespace {
 
-// One record at the front of the rest; the parts that a pass over it tells apart.
+// One record at the front of the rest. What stays of it, in three parts, and what goes.
 struct Record {
-  Text Head, Id, Middle, Name, Rest;
+  Text Front, Middle, Back;
+  Text Id, Name;
+  bool Name_First = false;
   Position Left_End = 0;  // where it ends if it has to stay as it is, else 0
 };
 
 Record Read_Record(const Text& rest) {
   const Position open = Find_Text(1, rest, u"(");
   const Position end = open == 0 ? 0 : Walk(rest, open);
-  const auto behind_end = [end](Position place) { return end != 0 && place > end; };
+  const Text own = end == 0 ? rest : Text(Left_Text(rest, end));
+  Record left;
+  left.Left_End = end;
+  // Where a target is in the record; 0 if it only comes later.
+  const auto find = [&](Position start, Text_View target) {
+    if (Find_Text(start, rest, target) == 0) throw Failure();
+    return Find_Text(start, own, target);
+  };
+  Position p = find(1, u"SectionIdx");
+  if (p == 0) return left;
+  const Position id_open = find(p, u"(");
+  if (id_open == 0) return left;
+  const Position id_close = find(id_open, u")");
   Record record;
-  Position p = Find_Text(1, rest, u"SectionIdx");
-  const Position name = Find_Text(1, rest, u"FileName");
-  record.Left_End = end;
-  if (behind_end(p) || (end != 0 && name != 0 && name < p)) return record;
-  p = Find_Text(p, rest, u"(");
-  if (behind_end(p)) return record;
-  Position q = Find_Text(p, rest, u")");
-  record.Head = Left_Text(rest, p);
-  record.Id = Mid_Text(rest, p + 1, q - p);
+  record.Id = Mid_Text(rest, id_open + 1, id_close - id_open);
   static_cast<void>(Text_Value(record.Id));
-  p = Find_Text(q, rest, u"FileName");
-  if (behind_end(p)) return record;
-  p = Find_Text(p, rest, u"(");
-  if (behind_end(p)) return record;
-  record.Middle = u" " + Text(Mid_Text(rest, q, p - q + 1)) + u" ";
-  q = Find_Text(p, rest, u")");
-  record.Name = Trim_Text(Mid_Text(rest, p + 1, q - p - 1));
-  record.Rest = u" " + Text(Mid_Text(rest, q));
-  const bool is_cut = record.Name.starts_with(u'"') && std::ranges::count(record.Name, u'"') == 1;
-  record.Left_End = is_cut ? q : 0;
+  p = Find_Text(id_close, own, u"FileName");
+  if (p == 0 && end != 0) p = Find_Text(1, own, u"FileName");
+  if (p == 0) p = find(id_close, u"FileName");
+  if (p == 0) return left;
+  record.Name_First = p < id_open;
+  const Position name_open = find(p, u"(");
+  if (name_open == 0) return left;
+  const Position name_close = find(name_open, u")");
+  if (record.Name_First ? name_close > id_open : name_open < id_close) return left;
+  const Text name(Mid_Text(rest, name_open + 1, name_close - name_open - 1));
+  const bool is_in_quotes = std::ranges::count(name, u'"') % 2 == 1;
+  const bool is_closed_later = Mid_Text(own, name_close).find(u'"') != Text_View::npos;
+  if (end != 0 && is_in_quotes && is_closed_later) return left;
+  record.Name = Trim_Text(name);
+  const Position gap_start = std::min(id_close, name_close);
+  const Position gap_end = std::max(id_open, name_open);
+  record.Front = Left_Text(rest, std::min(id_open, name_open));
+  record.Middle = Mid_Text(rest, gap_start, gap_end - gap_start + 1);
+  record.Back = Mid_Text(rest, std::max(id_close, name_close));
   return record;
 }
 
 // What stays of the rest without the record, nothing if its brackets are at odds with its elements.
 std::optional<Text> Without(const Record& record) {
-  const Text whole = record.Head + record.Middle + record.Rest;
+  const Text whole = record.Front + record.Middle + record.Back;
   const Position close = Walk(whole, Find_Text(1, whole, u"("));
   if (close == 0) throw Failure();
-  if (close <= Position(whole.size() - record.Rest.size())) return std::nullopt;
+  if (close <= Position(whole.size() - record.Back.size())) return std::nullopt;
   return Text(Mid_Text(whole, close + 1));
 }
 
@@ -225,7 +240,8 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
         rest = *without;
         continue;
       }
-      record.Left_End = Position(rest.size() - record.Rest.size() + 2);
+      const Position end = Walk(rest, Find_Text(1, rest, u"("));
+      record.Left_End = end == 0 ? Position(rest.size() - record.Back.size() + 1) : end;
     }
     if (record.Left_End != 0) {
       log(u"Left a track object as it is, I cannot read it");
@@ -243,13 +259,14 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
     } else if (name != record.Name) {
       ++result.Count;
     }
-    // A "(" that goes lets the record end elsewhere.
-    if ((record.Id + (name == record.Name ? u"" : record.Name)).find(u'(') != Text::npos) {
-      reads_back = false;
-    }
-    result.Output +=
-        record.Head + Written(new_id == -1 ? old_id : new_id, reads_back) + record.Middle + name;
-    rest = record.Rest;
+    // A "(" that comes or goes lets the record end elsewhere.
+    const Text changed = record.Id + (name == record.Name ? u"" : record.Name + name);
+    if (changed.find(u'(') != Text::npos) reads_back = false;
+    Text first = Written(new_id == -1 ? old_id : new_id, reads_back) + u" ";
+    Text second = u" " + name + u" ";
+    if (record.Name_First) std::swap(first, second);
+    result.Output += record.Front + first + record.Middle + second;
+    rest = record.Back;
   }
   log(Number_Text(result.Count) + u" track sections has been changed");
   result.Output += rest;

@@ -321,15 +321,56 @@ TEST_F(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Shou
   }
 }
 
+TEST_F(Track_Objects, The_Elements_Of_A_Record_Are_Read_In_Either_Order) {
+  const struct {
+    Text_View Source, Output;
+    Long Count;
+  } cases[] = {
+      {u"( FileName (old.s) X ( \"a\" -1 2.34185e-38 ) SectionIdx (31) )",
+       u"( FileName ( new.s ) X ( \"a\" -1 2.34185e-38 ) SectionIdx ( 77 ) )", 1},
+      {u"( FileName (lost.s) SectionIdx (-1) )", u"( FileName ( nowhere.s ) SectionIdx (-1 ) )", 0},
+      {u"( FileName (\"..\\..\\routes\\A\\shapes\\b.s\") SectionIdx (5) )",
+       u"( FileName ( \"..\\..\\routes\\A\\shapes\\b.s\" ) SectionIdx ( 5 ) )", 0},
+      {u"( FileName (keep.s) FileName (old.s) SectionIdx (1) )",
+       u"( FileName ( keep.s ) FileName (old.s) SectionIdx ( 31 ) )", 1},
+      {u"( OldFileName (old.s) SectionIdx (1) FileName (keep.s) FileName (old.s) )",
+       u"( OldFileName (old.s) SectionIdx ( 31 ) FileName ( keep.s ) FileName (old.s) )", 1},
+      {u"( Comment FileName SectionIdx (1) FileName (keep.s) )",
+       u"( Comment FileName SectionIdx ( 31 ) FileName ( keep.s ) )", 1},
+      {u"( FileName (SectionIdx.s) SectionIdx (1) )",
+       u"( FileName ( SectionIdx.s ) SectionIdx ( 1 ) )", 0},
+      {u"( SectionIdx (1) SectionIdx (2) FileName (\"keep.s) )",
+       u"( SectionIdx ( 1 ) SectionIdx (2) FileName ( \"keep.s ) )", 0},
+      {u"( SectionIdx (1) FileName (\"a\" \"b\") X ( \" ) )",
+       u"( SectionIdx ( 1 ) FileName ( \"a\" \"b\" ) X ( \" ) )", 0},
+      {u"( FileName (\"keep.s) SectionIdx (1) )", u"( FileName ( \"keep.s ) SectionIdx ( 1 ) )", 0},
+      {u"( FileName (old.s) SectionIdx (77) X ( TrackObj ( SectionIdx (1) FileName (keep.s) ) ) )",
+       u"( FileName (old.s) SectionIdx ( 31 ) X ( TrackObj ( SectionIdx (1) FileName ( keep.s ) ) "
+       u") )",
+       1},
+  };
+  for (const auto& [source, output, count] : cases) {
+    const Passed_World passed =
+        Check(Concatenate({u"Tr_Worldfile ( \"\" TrackObj ", source, u" TrackObj ", source,
+                           u" \" FileName ( x ) )"}));
+    EXPECT_EQ(passed.Output, Concatenate({u"Tr_Worldfile ( \"\" TrackObj ", output, u" TrackObj ",
+                                          output, u" \" FileName ( x ) )"}));
+    EXPECT_EQ(passed.Count, 2 * count) << To_Utf8(source);
+  }
+}
+
 TEST_F(Track_Objects, A_Record_That_Cannot_Be_Read_Stays_Character_For_Character) {
   const Text good = u" TrackObj ( SectionIdx (1) FileName (keep.s) )";
   const Text checked = u" TrackObj ( SectionIdx ( 31 ) FileName ( keep.s ) )";
   for (const Text_View odd :
        {u"TrackObj ( FileName ( a.s ) )", u"TrackObj ( SectionIdx (1) )", u"TrackObj ( ( ) )",
         u"TrackObj ( SectionIdx )", u"TrackObj ( SectionIdx (1) FileName )",
-        u"TrackObj ( FileName (gone.s) SectionIdx (1) )",
-        u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName (gone.s) )",
+        u"TrackObj ( FileName (gone.s) SectionIdx (1) FileName )",
+        u"TrackObj ( FileName SectionIdx (1) )", u"TrackObj ( SectionIdx ( FileName ) )",
+        u"TrackObj SectionIdx ( ( 1 ) FileName (gone.s) )",
         u"TrackObj ( SectionIdx (1) FileName (\"a)b.s\") )",
+        u"TrackObj ( SectionIdx (1) FileName (\"x\" \"a) TrackObj ( b.s\") )",
+        u"TrackObj ( FileName (\"gone.s) \" SectionIdx (1) )",
         u"TrackObj ( SectionIdx (1) FileName (\t\"a)b.s\") )", u"TrackObj SectionIdx (1) )",
         u"TrackObj ( SectionIdx FileName (gone.s) )"}) {
     const Passed_World passed = Check(Concatenate({odd, good, odd, good}));
@@ -346,6 +387,8 @@ TEST_F(Track_Objects, Removal_Walks_The_Record_Without_Its_Old_Id_And_Name) {
   EXPECT_EQ(Check(u"a TrackObj ( SectionIdx ( 1 ) FileName ( go(ne.s ) ( ) ) b").Output, u"a  b");
   EXPECT_EQ(Check(u"a TrackObj (() SectionIdx ( 1 ) FileName ( gone.s ) ) b").Output, u"a  b");
   EXPECT_EQ(Check(u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s ) ( ( ) ) ) )").Output, u" )");
+  EXPECT_EQ(Check(u"( TrackObj ( () FileName (go(ne.s) X ( 1 ) SectionIdx ( 1 ) ( ) ) b )").Output,
+            u"(  b )");
 }
 
 TEST_F(Track_Objects, What_No_Later_Text_Completes_Is_Refused) {
@@ -354,7 +397,8 @@ TEST_F(Track_Objects, What_No_Later_Text_Completes_Is_Refused) {
            u"TrackObj ( SectionIdx ( 1 )", u"TrackObj ( SectionIdx ( 1 ) )",
            u"TrackObj ( SectionIdx ( 1 ) FileName", u"TrackObj ( SectionIdx ( 1 ) FileName ( a.s",
            u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s )",
-           u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )",
+           u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )", u"TrackObj ( FileName ( a.s ) )",
+           u"TrackObj ( SectionIdx ) TrackObj",
            u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )",  // brackets that do not balance
        }) {
     EXPECT_THROW(Check(source), Failure) << To_Utf8(source);

@@ -160,7 +160,27 @@ TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
   EXPECT_EQ(Walk_Block(u"x ) y", 0), 3);
   EXPECT_THROW(Walk_Block(u"( ( )", 1), Failure);
   EXPECT_THROW(Walk_Block(u"(", 1), Failure);
-  EXPECT_EQ(Unbalanced_Brackets(u") ( ( ) ( ( ) )("), (std::vector<Position>{3, 16}));
+}
+
+TEST(Find_Blocks, Every_Block_Has_The_Bracket_That_Closes_It) {
+  const struct {
+    Text_View Source;
+    std::vector<std::vector<Position>> Found;  // keyword, "(" and ")"
+  } cases[] = {
+      {u"none ( )", {}},
+      {u"k", {{1, 0, 0}}},
+      {u") ) k ( ( ) ) )", {{5, 7, 13}}},
+      {u"K(k( ( ) ) k )(k())", {{1, 2, 14}, {3, 4, 10}, {12, 15, 19}, {16, 17, 18}}},
+      {u"k k ( ) k", {{1, 5, 7}, {9, 0, 0}}},
+      {u"k ( k ( ) (k(", {{1, 3, 0}, {5, 7, 9}, {12, 13, 0}}},
+  };
+  for (const auto& [source, found] : cases) {
+    std::vector<std::vector<Position>> blocks;
+    for (const Block& block : Find_Blocks(source, u"k")) {
+      blocks.push_back({block.Keyword, block.Open, block.Close});
+    }
+    EXPECT_EQ(blocks, found) << To_Utf8(source);
+  }
 }
 
 TEST(Strip_Blocks, The_Blocks_Of_The_Tag_Go_And_All_Else_Stays) {

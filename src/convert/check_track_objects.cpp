@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <cstddef>
-#include <optional>
-#include <vector>
+#include <map>
+#include <utility>
+#include <variant>
 
 #include "convert/world_passes.h"
 #include "text/block_walker.h"
@@ -12,39 +12,81 @@
 namespace rivelt {
 namespace {
 
-// A record as views into the text.
-struct Track_Object {
-  Text_View Head;  // from "TrackObj" up to and including the "(" of "SectionIdx"
-  Double Old_Id = 0;
-  Text_View Middle;  // from the ")" of "SectionIdx" up to and including the "(" of "FileName"
-  Text_View Old_Name;
-  Text_View Rest;  // from the ")" of "FileName" on
+// An element of a record: a keyword, the first "(" after it, and the first ")" after that.
+struct Element {
+  Position Open = 0;
+  Position Close = 0;
+  Text_View Missing;  // which of the three is not in the text, if one is not
 };
 
-// A quoted name that holds a ")" is cut there, with its closing quote behind the cut.
-bool Is_Cut_In_Quotes(Text_View name) {
-  const std::size_t first = name.find_first_not_of(u" \t\r\n");
-  return first != Text_View::npos && name[first] == Double_Quote &&
-         std::ranges::count(name, Double_Quote) == 1;
+// Where one stretch of text ends and the next goes on. What lies between is written anew.
+struct Track_Object {
+  Element Id;
+  Element Name;
+  Double Old_Id = 0;
+  Text_View Old_Name;
+
+  bool Has_Name_First() const { return Name.Open < Id.Open; }
+  const Element& First() const { return Has_Name_First() ? Name : Id; }
+  const Element& Second() const { return Has_Name_First() ? Id : Name; }
+};
+
+struct Unreadable {
+  Text_View Missing;  // what the record lacks; empty if it has all it needs
+};
+
+using Reading = std::variant<Track_Object, Unreadable>;
+
+Element Find_Element(Position start, Text_View text, Text_View keyword) {
+  Element element;
+  const Position position = Find_Text(start, text, keyword);
+  if (position == 0) return {0, 0, keyword};
+  element.Open = Find_Text(position, text, u"(");
+  if (element.Open == 0) return {0, 0, u"("};
+  element.Close = Find_Text(element.Open, text, u")");
+  if (element.Close == 0) return {0, 0, u")"};
+  return element;
+}
+
+Text_View Inside(Text_View text, const Element& element) {
+  return Mid_Text(text, element.Open + 1, element.Close - element.Open - 1);
+}
+
+// Whether a quoted name holds a ")", which ends it before its closing quotation mark.
+bool Is_Cut_In_Quotes(Text_View record, const Element& name) {
+  return std::ranges::count(Inside(record, name), Double_Quote) % 2 == 1 &&
+         Find_Text(name.Close, record, {&Double_Quote, 1}) != 0;
+}
+
+// Reads the record that is the whole text, or, if no ")" closes it, begins the text. Only a closed
+// record is known to own what is found in it, so only there is a name before the id its own.
+Reading Read_Record(Text_View text, bool is_closed) {
+  Track_Object record;
+  record.Id = Find_Element(1, text, u"SectionIdx");
+  if (!record.Id.Missing.empty()) return Unreadable{record.Id.Missing};
+  record.Old_Id = Text_Value(Inside(text, record.Id));
+  record.Name = Find_Element(record.Id.Close, text, u"FileName");
+  if (is_closed && record.Name.Missing == u"FileName") {
+    record.Name = Find_Element(1, text, u"FileName");
+  }
+  if (!record.Name.Missing.empty()) return Unreadable{record.Name.Missing};
+  const bool overlaps = record.Has_Name_First() ? record.Name.Close > record.Id.Open
+                                                : record.Name.Open < record.Id.Close;
+  if (overlaps || (is_closed && Is_Cut_In_Quotes(text, record.Name))) return Unreadable{};
+  record.Old_Name = Trim_Text(Inside(text, record.Name));
+  return record;
 }
 
 class Track_Object_Pass {
  public:
   Track_Object_Pass(Text_View text, const Shape_Tables& tables, const Log_Line& log)
-      : Whole(text),
-        Rest(text),
-        Tables(tables),
-        Log(log),
-        Section_Indexes(text, u"SectionIdx"),
-        File_Names(text, u"FileName") {
+      : Whole(text), Rest(text), Tables(tables), Log(log) {
     Output.reserve(text.size() + text.size() / 16);
   }
 
   Passed_World Run() {
-    while (const Position position = Find_Text(1, Rest, u"TrackObj")) {
-      Output += Left_Text(Rest, position - 1);
-      Rest = Mid_Text(Rest, position);
-      Check_Record();
+    for (const Block& block : Find_Blocks(Whole, u"TrackObj")) {
+      if (block.Keyword > Done()) Check_Record(block);
     }
     Log(Number_Text(Change_Count) + u" track sections has been changed");
     Output += Rest;
@@ -52,79 +94,38 @@ class Track_Object_Pass {
   }
 
  private:
-  void Check_Record() {
-    const std::optional<Track_Object> record = Read_Record();
-    if (!record) return Leave_As_It_Is(Record_End);
-    if (Is_Cut_In_Quotes(record->Old_Name)) return Leave_As_It_Is(Name_End(*record));
-    const Text new_name = Tables.Map_Shape(record->Old_Name);
-    if (new_name == Delete_Entry) return Remove(*record);
-    const Text written_id = Number_Text(Id_To_Write(*record, new_name));
-    for (const Text_View part :
-         {record->Head, Text_View(written_id), Text_View(u" "), record->Middle, Text_View(u" "),
-          Text_View(new_name), Text_View(u" ")}) {
-      Output += part;
+  void Check_Record(const Block& block) {
+    Carry_Over(block.Keyword - 1 - Done());
+    const bool is_closed = block.Close != 0;
+    const Text_View text = is_closed ? Left_Text(Rest, block.Close - Done()) : Rest;
+    const Reading reading = Read_Record(text, is_closed);
+    if (const auto* unreadable = std::get_if<Unreadable>(&reading)) {
+      if (!unreadable->Missing.empty()) Require_After(text, unreadable->Missing);
+      return Leave_As_It_Is(static_cast<Position>(text.size()));
     }
-    Rest = record->Rest;
+    const auto& record = std::get<Track_Object>(reading);
+    const Text new_name = Tables.Map_Shape(record.Old_Name);
+    if (new_name == Delete_Entry) return Remove(record, text, block);
+    Write(record, new_name);
   }
 
-  // Reads the record at the front of the rest. Nothing if it ends, at Record_End, in front of one
-  // of its elements, or has them in the wrong order. A record whose brackets do not balance has no
-  // end. No search or walk covers text that an earlier record's has covered: see the bounds of
-  // Ends_Before.
-  std::optional<Track_Object> Read_Record() {
-    Begin_Record();
-    Track_Object record;
-    const Position section_index = Section_Indexes.Find(Rest);
-    if (Ends_Before(section_index) || Has_Name_Before(section_index)) return std::nullopt;
-    const Position id_open = Find_Text(section_index, Rest, u"(");
-    if (Ends_Before(id_open)) return std::nullopt;
-    const Position id_close = Find_Text(id_open, Rest, u")");
-    record.Head = Left_Text(Rest, id_open);
-    record.Old_Id = Text_Value(Mid_Text(Rest, id_open + 1, id_close - id_open));
-
-    const Position file_name = Behind(id_close, File_Names.Find(Mid_Text(Rest, id_close)));
-    if (Ends_Before(file_name)) return std::nullopt;
-    const Position name_open = Find_Text(file_name, Rest, u"(");
-    if (Ends_Before(name_open)) return std::nullopt;
-    const Position name_close = Find_Text(name_open, Rest, u")");
-    record.Middle = Mid_Text(Rest, id_close, name_open - id_close + 1);
-    record.Old_Name = Trim_Text(Mid_Text(Rest, name_open + 1, name_close - name_open - 1));
-    record.Rest = Mid_Text(Rest, name_close);
-    return record;
+  // What the record lacks has to come after it. A text without it is damaged.
+  void Require_After(Text_View record, Text_View missing) {
+    const Text_View after = Mid_Text(Rest, static_cast<Position>(record.size()) + 1);
+    if (Later.try_emplace(missing, Whole, missing).first->second.Find(after) == 0) throw Failure();
   }
 
-  void Begin_Record() {
-    Walked = Find_Text(1, Rest, u"(");
-    Record_End = 0;
-    Walk = Block_Walk();
-  }
-
-  // Whether the record ends in front of bound, a position in the rest; walks no further than that.
-  // With a bound of 0, where an element was not found at all, it is left to the next step to fail.
-  bool Ends_Before(Position bound) {
-    if (Walked == 0 || bound <= Walked) return false;
-    const Position found = Walk.Over(Mid_Text(Rest, Walked + 1, bound - Walked - 1));
-    if (found != 0) Record_End = Walked + found;
-    Walked = bound - 1;
-    return found != 0;
-  }
-
-  // Whether "FileName" stands in front of "SectionIdx" in a record that has an end.
-  bool Has_Name_Before(Position section_index) {
-    const Position file_name = File_Names.Find(Rest);
-    if (file_name == 0 || file_name > section_index || Is_Unbalanced()) return false;
-    return Ends_Before(static_cast<Position>(Rest.size()) + 1);
-  }
-
-  bool Is_Unbalanced() {
-    if (!Unbalanced) Unbalanced = Unbalanced_Brackets(Whole);
-    const Position cut = static_cast<Position>(Whole.size() - Rest.size());
-    return std::ranges::binary_search(*Unbalanced, cut + Find_Text(1, Rest, u"("));
-  }
-
-  // A position found in the rest from `from` on, as one in the rest itself.
-  static Position Behind(Position from, Position found) {
-    return found == 0 ? 0 : from + found - 1;
+  void Write(const Track_Object& record, Text_View new_name) {
+    const Text id = Number_Text(Id_To_Write(record, new_name)) + u" ";
+    const Text name = Concatenate({u" ", new_name, u" "});
+    const Position second_open = record.Second().Open - record.First().Close + 1;
+    const Position second_close = record.Second().Close - record.First().Close + 1;
+    Carry_Over(record.First().Open);
+    Output += record.Has_Name_First() ? name : id;
+    Skip(record.First().Close - record.First().Open - 1);
+    Carry_Over(second_open);
+    Output += record.Has_Name_First() ? id : name;
+    Skip(second_close - second_open - 1);
   }
 
   // Judges a record that stays: logs and counts what changes, and gives the id that it gets.
@@ -144,29 +145,37 @@ class Track_Object_Pass {
     return record.Old_Id;
   }
 
-  // The walk leaves out the old id and the old name, so that a "(" in them does not count.
-  void Remove(const Track_Object& record) {
+  // The walk leaves out the old id and the old name, so that a "(" in them does not count. Where
+  // the record then ends before its second element, that element is not its own.
+  void Remove(const Track_Object& record, Text_View text, const Block& block) {
+    const Element& first = record.First();
+    const Element& second = record.Second();
+    const Position open = block.Open - block.Keyword + 1;
     Block_Walk walk;
-    const Position open = Find_Text(1, record.Head, u"(");
-    if (walk.Over(Mid_Text(record.Head, open + 1)) != 0 || walk.Over(record.Middle) != 0) {
-      return Leave_As_It_Is(Name_End(record));
+    if (walk.Over(Mid_Text(text, open + 1, first.Open - open)) != 0 ||
+        walk.Over(Mid_Text(text, first.Close, second.Open - first.Close + 1)) != 0) {
+      return Leave_As_It_Is(block.Close != 0 ? static_cast<Position>(text.size()) : second.Close);
     }
-    const Position close = walk.Over(record.Rest);
+    const Position close = walk.Over(Mid_Text(text, second.Close));
     if (close == 0) throw Failure();
-    Rest = Mid_Text(record.Rest, close + 1);
+    Skip(second.Close + close - 1);
     ++Change_Count;
   }
 
   void Leave_As_It_Is(Position end) {
     Log(u"Left a track object as it is, I cannot read it");
-    Output += Left_Text(Rest, end);
-    Rest = Mid_Text(Rest, end + 1);
+    Carry_Over(end);
   }
 
-  // Of the ")" behind the name.
-  Position Name_End(const Track_Object& record) const {
-    return static_cast<Position>(Rest.size() - record.Rest.size()) + 1;
+  // How much of the whole text is dealt with.
+  Position Done() const { return static_cast<Position>(Whole.size() - Rest.size()); }
+
+  void Carry_Over(Position count) {
+    Output += Left_Text(Rest, count);
+    Skip(count);
   }
+
+  void Skip(Position count) { Rest = Mid_Text(Rest, count + 1); }
 
   Text_View Whole;
   Text_View Rest;
@@ -174,14 +183,7 @@ class Track_Object_Pass {
   Long Change_Count = 0;
   const Shape_Tables& Tables;
   const Log_Line& Log;
-  Forward_Search Section_Indexes;
-  Forward_Search File_Names;
-
-  // The walk over the record at the front of the rest.
-  Block_Walk Walk;
-  Position Walked = 0;                              // how far it has come
-  Position Record_End = 0;                          // where it ended, or 0
-  std::optional<std::vector<Position>> Unbalanced;  // in the whole text, once it matters
+  std::map<Text_View, Forward_Search> Later;  // for what records lack
 };
 
 }  // namespace

@@ -6,12 +6,46 @@
 #include "text/primitives.h"
 
 namespace rivelt {
+namespace {
+
+constexpr bool Is_Bracket(char16_t unit) {
+  // One test for both brackets, whose codes differ in the last bit alone.
+  return (unit | 1) == u')';
+}
+
+struct Open_Block {
+  Position* Close;
+  Position Depth;
+};
+
+void Close_Blocks(Text_View text, std::vector<Block>& blocks) {
+  std::vector<Open_Block> open;
+  auto next = blocks.begin();
+  Position depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (!Is_Bracket(text[i])) continue;
+    const Position position = static_cast<Position>(i + 1);
+    if (text[i] == u'(') {
+      ++depth;
+      if (next == blocks.end() || next->Open != position) continue;
+      open.push_back({&next->Close, depth});
+      ++next;
+    } else {
+      if (!open.empty() && open.back().Depth == depth) {
+        *open.back().Close = position;
+        open.pop_back();
+      }
+      --depth;
+    }
+  }
+}
+
+}  // namespace
 
 Position Block_Walk::Over(Text_View stretch) {
   Position depth = Depth;
   for (std::size_t i = 0; i < stretch.size(); ++i) {
-    // One test for both brackets, whose codes differ in the last bit alone.
-    if ((stretch[i] | 1) != u')') continue;
+    if (!Is_Bracket(stretch[i])) continue;
     depth += stretch[i] == u'(' ? 1 : -1;
     if (depth == 0) return static_cast<Position>(i + 1);
   }
@@ -25,13 +59,17 @@ Position Walk_Block(Text_View text, Position open) {
   return open + found;
 }
 
-std::vector<Position> Unbalanced_Brackets(Text_View text) {
-  std::vector<Position> open;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == u'(') open.push_back(static_cast<Position>(i + 1));
-    if (text[i] == u')' && !open.empty()) open.pop_back();
+std::vector<Block> Find_Blocks(Text_View text, Text_View keyword) {
+  std::vector<Block> blocks;
+  Position start = 1;
+  while (const Position position = Find_Text(start, text, keyword)) {
+    const Position open = Find_Text(position, text, u"(");
+    blocks.push_back({position, open, 0});
+    if (open == 0) break;
+    start = open + 1;
   }
-  return open;
+  Close_Blocks(text, blocks);
+  return blocks;
 }
 
 Text Strip_Blocks(Text_View text, Text_View tag) {

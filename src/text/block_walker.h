@@ -26,8 +26,16 @@ class Block_Walk {
 // unit, one bracket deep. Failure: nothing balances it.
 Position Walk_Block(Text_View text, Position open);
 
-// The positions of the "(" that no ")" balances, in ascending order.
-std::vector<Position> Unbalanced_Brackets(Text_View text);
+struct Block {
+  Position Keyword;
+  Position Open;   // 0: no "(" follows the keyword
+  Position Close;  // 0: no ")" balances it
+};
+
+// The blocks of a keyword, in any letter case and also inside a longer word, in the order of the
+// text, in one go over it. A block may lie inside another one. A keyword between another one and
+// its "(" begins no block.
+std::vector<Block> Find_Blocks(Text_View text, Text_View keyword);
 
 // The text without any block whose keyword is tag, in any letter case and also inside a longer
 // word. Blanks and line ends around a block stay. Failure: a block that is never closed.
