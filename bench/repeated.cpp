@@ -2,10 +2,8 @@
 
 #include <cstdint>
 
-#include "programs/sample/dynamic_track.h"
 #include "programs/sample/random_source.h"
-#include "programs/sample/shape.h"
-#include "programs/sample/world_file.h"
+#include "programs/sample/track.h"
 
 namespace rivelt::bench {
 
@@ -26,10 +24,11 @@ Text Repeated(Text_View line, std::size_t units, Text_View tail) {
 
 Text Realistic_World(std::size_t units) {
   constexpr std::size_t units_of_an_object = 300;
-  const auto shapes = sample::Invent_Shapes(300);
-  const auto tracks = sample::Invent_Dynamic_Tracks(40, 38000, 38000, sample::Random_Source(1));
-  return sample::World_Text(shapes, tracks, static_cast<std::int64_t>(units / units_of_an_object),
-                            true, sample::Random_Source(2));
+  const sample::Route_Track route{
+      u"AMBREWICK", sample::Invent_Shapes(300),
+      sample::Invent_Dynamic_Tracks(40, 38000, 38000, sample::Random_Source(1))};
+  const auto objects = static_cast<std::int64_t>(units / units_of_an_object);
+  return sample::Invent_World(route, objects, true, sample::Random_Source(2)).File;
 }
 
 void Time_Checked(benchmark::State& state, Text_View input, const std::function<bool()>& work) {

@@ -77,14 +77,14 @@ Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
   expect_no_part out "track sections has been changed"
   expect_no_part out $'\r'
   [ "$(head -c 2 msts/Quenby/tmp/tsection.dat | od -An -tx1)" = " ff fe" ] || fail "no mark"
-  cli check Ambrewick --replace a2t500R10d=a1t500r10d.s --delete My2t110mTrestle.s
+  cli check Ambrewick --replace a2t500R10d=a1t500r10d.s --delete My2t90mTrestle.s
   expect_status 0
   expect_line out "Transforming A2t500r10d.s >> A1t500r10d.s"
-  expect_line out "Transforming My2t110mTrestle.s >>  -delete-"
+  expect_line out "Transforming My2t90mTrestle.s >>  -delete-"
   expect_part out "track sections has been changed"
   cat msts/Quenby/tmp/*.[wW] | tr -d '\0' >staged
   expect_no_part staged A2t500r10d.s
-  expect_no_part staged My2t110mTrestle.s
+  expect_no_part staged My2t90mTrestle.s
   expect_routes_untouched
   cli check Hestbeck --log missing/log.txt
   expect_status 1
@@ -110,7 +110,7 @@ Update_Moves_The_Copies_And_Can_Be_Restored_And_The_Restore_Taken_Back() {
   cp -r msts/Routes updated
   cli backups ambrewick
   expect_status 0
-  expect_part out "7 files"
+  expect_part out "8 files"
   cli restore Ambrewick
   expect_same updated msts/Routes
   cli restore Ambrewick --backup "$(cli backups; cut -f 2 out)" --yes

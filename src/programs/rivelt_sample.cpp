@@ -1,37 +1,195 @@
-// rivelt-sample: writes an invented installation to try the other programs on.
+// rivelt-sample: writes an invented installation to try the other programs on. The same plan gives
+// the same bytes everywhere.
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
+#include <system_error>
+#include <utility>
 
-#include "programs/sample/installation.h"
+#include "programs/sample/text_file.h"
+#include "programs/sample/track.h"
+#include "text/utf8.h"
 
+namespace rivelt::sample {
 namespace {
 
-void Add_Options(CLI::App& app, std::string& folder, rivelt::sample::Installation_Plan& plan) {
+struct Installation_Plan {
+  std::int64_t Routes = 4;
+  std::int64_t World_Files = 12;  // of each route
+  std::int64_t Objects = 40;      // the mean number of track objects in a world file
+  Long Shapes = 300;
+  std::uint64_t Seed = 1;
+};
+
+namespace fs = std::filesystem;
+
+struct Route {
+  Text Name;           // as the .trk file has it, with its quotes if it has any
+  std::string Folder;  // the names of folders and files have their letter case from the wild
+  std::string World_Folder;
+  std::string Local_File;  // empty if the route has none
+  std::string Database;
+};
+
+// The first route is also the first by name.
+Route Named_Route(std::size_t number) {
+  static const std::array<Route, 3> first = {
+      {{u"Ambrewick", "AMBREWICK", "World", "tsection.dat", "AMBREWICK"},
+       {u"\"Brenn Valley Line\"", "Brenn_Valley", "WORLD", "Tsection.dat", "Old Line"},
+       {u"D\u00F6rnquell", "Doernquell", "world", "", "Doernquell"}}};
+  static constexpr std::array names = {"Hestbeck", "Kellcombe", "Morford", "Oskgate"};
+  if (number < first.size()) return first[number];
+  const std::size_t index = number - first.size();
+  const std::size_t round = index / names.size();
+  const std::string name = names[index % names.size()] + (round ? std::to_string(round + 1) : "");
+  return {From_Utf8(name), name, "World", number % 3 == 2 ? "" : "TSECTION.DAT", name};
+}
+
+Text Trk_Text(const Route& route) {
+  const Text_View quote = route.Database.find(' ') == std::string::npos ? u"" : u"\"";
+  Text records;
+  Add(records, u"Tr_RouteFile ( RouteID (", Joined(u"\"", From_Utf8(route.Folder), u"\""),
+      u") Name (", route.Name,
+      u") Description ( \"An invented line. \"+\r\n\t\t\"Nothing of it exists.\" ) FileName (",
+      Joined(quote, From_Utf8(route.Database), quote),
+      u") RouteStart ( -5354 14850 12.5 -340 ) MilepostUnitsKilometers ( ) )");
+  return File_Text(u"r1t", records);
+}
+
+// However many shapes are installed, a route uses a few hundred of them, those at the front of the
+// catalogue among them.
+std::vector<Shape> Shapes_In_Use(const std::vector<Shape>& shapes, Random_Source random) {
+  constexpr std::size_t most = 400;
+  if (shapes.size() <= most) return shapes;
+  std::vector<Shape> used(shapes.begin(), shapes.begin() + 7);
+  while (used.size() < most) used.push_back(random.One_Of(shapes));
+  return used;
+}
+
+// By turns of three routes: their own numbers need moving, need none, and there are none.
+std::vector<Dynamic_Track> Own_Track(std::size_t number, Long reserved, Random_Source random) {
+  constexpr std::size_t count = 40;
+  if (number % 3 == 2) return {};
+  if (number % 3 == 1) return Invent_Dynamic_Tracks(count, reserved, reserved, random);
+  const Long section = reserved - static_cast<Long>(random.Between(500, 4000));
+  const Long shape = reserved - static_cast<Long>(random.Between(500, 4000));
+  return Invent_Dynamic_Tracks(count, section, shape, random);
+}
+
+// Real files are of very different sizes, many all but empty and a few very large. The mean of all
+// shares is 100.
+std::int64_t Drawn_Objects(std::int64_t mean, Random_Source& random) {
+  static constexpr std::array shares = {0, 5, 15, 30, 45, 65, 90, 130, 170, 250};
+  const std::int64_t share = random.One_In(100) ? 2000 : random.One_Of(shares);
+  return std::max<std::int64_t>(1, mean * share * random.Between(80, 120) / 10000);
+}
+
+// The tiles of the world files make up a square.
+std::pair<int, int> Tile(std::int64_t number, std::int64_t count) {
+  const auto width = static_cast<std::int64_t>(std::ceil(std::sqrt(count)));
+  return {static_cast<int>(-5354 + number % width), static_cast<int>(14850 + number / width)};
+}
+
+// A file in the form that the program cannot read.
+std::string Binary_World(Random_Source random) {
+  std::string bytes = "SIMISA@@@@@@@@@@JINX0w0b______\r\n";
+  for (int i = 0; i < 4000; ++i) bytes += static_cast<char>(random.Below(256));
+  return bytes;
+}
+
+class Route_Writer {
+ public:
+  Route_Writer(const Installation_Plan& plan, std::size_t number, const std::vector<Shape>& shapes,
+               const fs::path& routes)
+      : Plan(plan),
+        Random(Random_Source(plan.Seed).Part(number + 1)),
+        Has_Binary_File(number == 0 && plan.World_Files > 1),
+        Named(Named_Route(number)),
+        Folder(routes / Named.Folder),
+        Track{From_Utf8(Named.Folder), Shapes_In_Use(shapes, Random.Part(1)),
+              Own_Track(number, Reserved_Count(shapes), Random.Part(0))} {}
+
+  void Run() {
+    fs::create_directories(Folder / Named.World_Folder);
+    Write_Text_File(Folder / (Named.Folder + ".trk"), Trk_Text(Named));
+    if (!Track.Own.empty()) Write_Text_File(Folder / Named.Local_File, Local_Catalogue(Track.Own));
+    for (std::int64_t i = 0; i < Plan.World_Files; ++i) Write_World(i);
+    Write_Text_File(Folder / (Named.Database + ".tdb"), Tracks.File());
+    Write_Text_File(Folder / (Named.Database + ".rdb"), Roads.File());
+  }
+
+ private:
+  // The first world file has an object of every kind.
+  void Write_World(std::int64_t number) {
+    const auto [x, z] = Tile(number, Plan.World_Files);
+    std::array<char, 32> name;
+    std::snprintf(name.data(), name.size(), "w%+07d%+07d", x, z);
+    const fs::path path = Folder / Named.World_Folder / name.data();
+    Random_Source random = Random.Part(static_cast<std::uint64_t>(number) + 2);
+    if (number % 10 == 0) {
+      Write_Text_File(fs::path(path) += ".ws", File_Text(u"w1t", u" Tr_Worldsoundfile ( )"));
+    }
+    if (Has_Binary_File && number == Plan.World_Files - 1) {
+      Write_Bytes(fs::path(path) += ".w", Binary_World(random));
+      return;
+    }
+    std::int64_t objects = Drawn_Objects(Plan.Objects, random);
+    if (number == 0) objects = std::max<std::int64_t>({objects, Plan.Objects, 7});
+    const World world = Invent_World(Track, objects, number == 0, random);
+    Write_Text_File(fs::path(path) += number % 7 == 5 ? ".W" : ".w", world.File);
+    Tracks.Add_Tile(x, z, world.Track);
+    Roads.Add_Tile(x, z, {world.Track.front()});
+  }
+
+  const Installation_Plan& Plan;
+  Random_Source Random;
+  bool Has_Binary_File;
+  Route Named;
+  fs::path Folder;
+  Route_Track Track;
+  Track_Database Tracks;
+  Track_Database Roads;
+};
+
+void Write_Installation(const fs::path& folder, const Installation_Plan& plan) {
+  fs::create_directories(folder);
+  if (!fs::is_empty(folder)) {
+    throw fs::filesystem_error("will not write into a folder that is not empty", folder,
+                               std::make_error_code(std::errc::directory_not_empty));
+  }
+  const std::vector<Shape> shapes = Invent_Shapes(plan.Shapes);
+  fs::create_directory(folder / "Global");
+  Write_Text_File(folder / "Global" / "tsection.dat",
+                  Global_Catalogue(shapes, Random_Source(plan.Seed).Part(0)));
+  for (std::int64_t i = 0; i < plan.Routes; ++i) {
+    Route_Writer(plan, static_cast<std::size_t>(i), shapes, folder / "Routes").Run();
+  }
+}
+
+void Add_Options(CLI::App& app, std::string& folder, Installation_Plan& plan) {
+  const auto add = [&](const char* name, auto& number, Long first, Long last, const char* help) {
+    app.add_option(name, number, help)->check(CLI::Range(first, last))->capture_default_str();
+  };
   app.add_option("DIR", folder, "Folder to write into; it must be empty or not exist yet")
       ->required();
-  app.add_option("--routes", plan.Routes, "Number of routes")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
-  app.add_option("--world-files", plan.World.Files, "World files of each route")
-      ->check(CLI::Range(1, 1000000))
-      ->capture_default_str();
-  app.add_option("--objects", plan.World.Objects, "Mean number of track objects of a world file")
-      ->check(CLI::Range(1, 100000))
-      ->capture_default_str();
-  app.add_option("--shapes", plan.Shapes, "Track shapes in the global catalogue")
-      ->check(CLI::Range(10, 1000000))
-      ->capture_default_str();
+  add("--routes", plan.Routes, 1, 1000, "Number of routes");
+  add("--world-files", plan.World_Files, 1, 1000000, "World files of each route");
+  add("--objects", plan.Objects, 1, 100000, "Mean number of track objects of a world file");
+  add("--shapes", plan.Shapes, 10, 1000000, "Track shapes in the global catalogue");
   app.add_option("--seed", plan.Seed, "The same seed gives the same files")->capture_default_str();
 }
 
 }  // namespace
+}  // namespace rivelt::sample
 
 int main(int argc, char** argv) {
-  CLI::App app("Writes an invented installation: a global catalogue, routes and world files.",
-               "rivelt-sample");
+  CLI::App app("Writes an invented installation: a global catalogue and routes.", "rivelt-sample");
   std::string folder;
   rivelt::sample::Installation_Plan plan;
   Add_Options(app, folder, plan);

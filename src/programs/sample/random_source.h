@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace rivelt::sample {
@@ -19,10 +20,19 @@ class Random_Source {
     return first + Below(last - first + 1);
   }
 
+  double Decimal(std::int64_t first, std::int64_t last, double units_in_one) {
+    return static_cast<double>(Between(first, last)) / units_in_one;
+  }
+
   bool One_In(std::int64_t count) { return Below(count) == 0; }
 
+  template <class List>
+  const auto& One_Of(const List& list) {
+    return list[static_cast<std::size_t>(Next() % list.size())];
+  }
+
   // A source of its own for each part of a whole, so that a part does not depend on the size of the
-  // parts in front of it.
+  // parts before it.
   Random_Source Part(std::uint64_t number) const {
     Random_Source mixed(State ^ (number + 1) * 0xD1342543DE82EF95u);
     return Random_Source(mixed.Next());

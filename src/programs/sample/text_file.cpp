@@ -1,0 +1,60 @@
+#include "programs/sample/text_file.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace rivelt::sample {
+
+Text Digits(double number) {
+  std::array<char, 32> digits;
+  char* const end = digits.data() + digits.size();
+  return Text(digits.data(),
+              std::to_chars(digits.data(), end, number, std::chars_format::general, 10).ptr);
+}
+
+Text File_Text(Text_View kind, Text_View records) {
+  Text lines = Joined(u"SIMISA@@@@@@@@@@JINX0", kind, u"______", Line_End);
+  std::vector<bool> has_lines = {true};  // for each record that is open
+  for (std::size_t start = 1, end = 0; start < records.size(); start = end + 1) {
+    end = std::min(records.find(u' ', start), records.size());
+    const Text_View word = records.substr(start, end - start);
+    const bool is_keyword = records.substr(end, 2) == u" (";
+    const bool is_end = word == u")";
+    const bool is_line = is_keyword || (is_end && has_lines.back());
+    if (is_end) has_lines.pop_back();
+    if (is_keyword) has_lines.back() = true;
+    lines += is_line ? Line_End : u" ";
+    if (is_line) lines.append(has_lines.size() - 1, u'\t');
+    lines += word;
+    if (word == u"(") has_lines.push_back(false);
+  }
+  return lines + Text(Line_End);
+}
+
+void Write_Text_File(const std::filesystem::path& path, Text_View text) {
+  std::string bytes = "\xFF\xFE";
+  bytes.reserve(2 + 2 * text.size());
+  for (const char16_t unit : text) {
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>(unit >> 8);
+  }
+  Write_Bytes(path, bytes);
+}
+
+void Write_Bytes(const std::filesystem::path& path, std::string_view bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) {
+    throw std::filesystem::filesystem_error("cannot write", path,
+                                            std::make_error_code(std::errc::io_error));
+  }
+}
+
+}  // namespace rivelt::sample

@@ -1,0 +1,46 @@
+// Text files in the form in which the simulator writes them: lines indented by tabs, CR LF after
+// each, UTF-16.
+
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+#include <type_traits>
+
+#include "text/text.h"
+
+namespace rivelt::sample {
+
+// In decimal, with at most ten digits.
+Text Digits(double number);
+
+// The parts, texts and numbers, one after the other.
+template <class... Parts>
+Text Joined(const Parts&... parts) {
+  Text text;
+  const auto add = [&text]<class Part>(const Part& part) {
+    if constexpr (std::is_arithmetic_v<Part>) {
+      text += Digits(static_cast<double>(part));
+    } else {
+      text += Text_View(part);
+    }
+  };
+  (add(parts), ...);
+  return text;
+}
+
+// Adds the parts to the records of a file, a blank before each.
+template <class... Parts>
+void Add(Text& records, const Parts&... parts) {
+  ((records += Joined(u" ", parts)), ...);
+}
+
+// The text of a file, each record on a line of its own. The kind is the part in which the first
+// lines of files differ: "w0t" for a world file.
+Text File_Text(Text_View kind, Text_View records);
+
+// Both write a new file, or throw a std::filesystem::filesystem_error that names it.
+void Write_Text_File(const std::filesystem::path& path, Text_View text);
+void Write_Bytes(const std::filesystem::path& path, std::string_view bytes);
+
+}  // namespace rivelt::sample

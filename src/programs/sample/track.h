@@ -1,0 +1,108 @@
+// The invented track: the shapes of the global catalogue, a route's own, and the objects in its
+// world files.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "programs/sample/random_source.h"
+#include "text/text.h"
+
+namespace rivelt::sample {
+
+struct Shape {
+  enum class Record {
+    Plain,
+    Name_Comes_Late,  // after another bracket, so that the name counts for nothing
+    Duplicate,        // of an earlier shape, its name in other letter case
+  };
+
+  Long Id = 0;
+  Text File_Name;
+  Record Kind = Record::Plain;
+
+  bool Is_Listed() const { return Kind == Record::Plain; }
+  bool Is_Junction() const { return Id % 20 == 3; }  // the points of a single track
+  std::vector<Long> Sections() const;                // the two paths of a junction, or one
+};
+
+// The first shape is A1t100mStrt.s. Ids count from 1.
+std::vector<Shape> Invent_Shapes(Long count);
+
+// The number of track shapes that the catalogue reserves, and of track sections as well.
+Long Reserved_Count(const std::vector<Shape>& shapes);
+
+// The text of Global\tsection.dat.
+Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random);
+
+// One of the five sections of a dynamic track, straight and curved by turns.
+struct Dynamic_Section {
+  Long Id = 0;  // 0 where the place is unused
+  Text Size;    // the two numbers after the id
+};
+
+struct Dynamic_Track {
+  Long Shape_Id = 0;
+  std::array<Dynamic_Section, 5> Sections;
+
+  std::vector<Long> Section_Ids() const;  // of the places in use: at least one
+};
+
+// Tracks whose ids count on from the two given ones.
+std::vector<Dynamic_Track> Invent_Dynamic_Tracks(std::size_t count, Long first_section,
+                                                 Long first_shape, Random_Source random);
+
+// The text of the local tsection.dat.
+Text Local_Catalogue(const std::vector<Dynamic_Track>& tracks);
+
+// What the world files of a route are made of.
+struct Route_Track {
+  Text Folder;  // of the route
+  std::vector<Shape> Shapes;
+  std::vector<Dynamic_Track> Own;
+};
+
+// An object of a world file as the route's track database knows it.
+struct Placed_Track {
+  std::int64_t Uid = 0;
+  Long Shape_Id = 0;
+  std::vector<Long> Sections;  // one after the other; of a junction one for each path
+  bool Is_Junction = false;
+  Text Place;  // the three coordinates
+};
+
+struct World {
+  Text File;
+  std::vector<Placed_Track> Track;
+};
+
+// A world file with so many track objects. Most have the right id, one in forty a wrong one. Others
+// have a shape that the catalogue does not list: an unknown one, or one of the route's own, its
+// name in some of them with folders and before the id. A file of seven objects or more that
+// has_every_kind has some of each and, if the route has track of its own, a dynamic track and a
+// broken one.
+World Invent_World(const Route_Track& route, std::int64_t objects, bool has_every_kind,
+                   Random_Source random);
+
+// The text of a .tdb or .rdb: how the track of the world files hangs together. The track of each
+// tile is a line of its own, on which every junction branches off to a buffer.
+class Track_Database {
+ public:
+  void Add_Tile(std::int64_t x, std::int64_t z, const std::vector<Placed_Track>& track);
+  Text File() const;
+
+ private:
+  void Add_Buffer(const Placed_Track& piece, std::int64_t neighbour);
+  void Add_Vector(const std::vector<Text>& sections, std::int64_t from, std::int64_t to);
+  void Add_Branch(const Placed_Track& piece);
+  Text Section(Long id, const Placed_Track& piece) const;
+
+  Text Tile;  // the two numbers of the tile that is being added
+  Text Nodes;
+  std::int64_t Count = 0;
+};
+
+}  // namespace rivelt::sample
