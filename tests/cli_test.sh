@@ -46,7 +46,7 @@ Sample_Is_The_Same_For_A_Seed_And_Spares_A_Folder_In_Use() {
 A_Name_Of_Odd_Bytes_Shows_As_Valid_Text_And_Is_Staged_Under_Its_Bytes() {
   sample
   local world
-  world=$(find msts/Routes/AMBREWICK -iname '*.w' | sort | head -n 1)
+  world=$(find msts/Routes/AMBREWICK -iname 'w-005354+014850.w')
   cp "$world" "${world%/*}/odd"$'\xff'.w
   printf 'route Ambrewick\ncheck\nsave log.txt\nlog\n' >script.txt
   cli script script.txt
