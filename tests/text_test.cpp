@@ -159,6 +159,10 @@ TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
   EXPECT_EQ(Walk_Block(u"( \"(\" ) )", 1), 9);
   EXPECT_EQ(Walk_Block(u"x ) y", 0), 3);
   EXPECT_THROW(Walk_Block(u"( ( )", 1), Failure);
+  for (Position length = 0; length < 200; ++length) {
+    const Text inside(static_cast<std::size_t>(length), u'x');
+    ASSERT_EQ(Walk_Block(u"((" + inside + u")" + inside + u")", 1), 2 * length + 4);
+  }
   EXPECT_THROW(Walk_Block(u"(", 1), Failure);
 }
 
