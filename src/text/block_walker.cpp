@@ -38,8 +38,9 @@ struct Open_Block {
 };
 
 // Only the stretches inside the blocks are walked, each of them once: the walk over a block halts
-// where another one opens, and goes on after that one's end.
-void Close_Blocks(Text_View text, std::vector<Block>& blocks) {
+// where another one opens, and goes on after that one's end. Of blocks that share a "(", the first
+// one is closed here.
+void Close_First_Blocks(Text_View text, std::vector<Block>& blocks) {
   std::vector<Open_Block> open;
   Position done = 0;
   for (auto next = blocks.begin();;) {
@@ -56,7 +57,15 @@ void Close_Blocks(Text_View text, std::vector<Block>& blocks) {
     }
     if (is_last) return;
     open.push_back({&*next, {}});
-    done = next++->Open;
+    done = next->Open;
+    while (next != blocks.end() && next->Open == done) ++next;
+  }
+}
+
+void Close_Blocks(Text_View text, std::vector<Block>& blocks) {
+  Close_First_Blocks(text, blocks);
+  for (std::size_t i = 1; i < blocks.size(); ++i) {
+    if (blocks[i].Open == blocks[i - 1].Open) blocks[i].Close = blocks[i - 1].Close;
   }
 }
 
@@ -85,12 +94,12 @@ Position Walk_Block(Text_View text, Position open) {
 
 std::vector<Block> Find_Blocks(Text_View text, Text_View keyword) {
   std::vector<Block> blocks;
-  Position start = 1;
-  while (const Position position = Find_Text(start, text, keyword)) {
-    const Position open = Find_Text(position, text, u"(");
-    blocks.push_back({position, open, 0});
-    if (open == 0) break;
-    start = open + 1;
+  Forward_Search opens(text, u"(");
+  Position position = Find_Text(1, text, keyword);
+  while (position != 0) {
+    const Position found = opens.Find(Mid_Text(text, position));
+    blocks.push_back({position, found == 0 ? 0 : position + found - 1, 0});
+    position = Find_Text(position + 1, text, keyword);
   }
   Close_Blocks(text, blocks);
   return blocks;
