@@ -196,11 +196,11 @@ Record Read_Record(const Text& rest) {
   if (p == 0 && end != 0) p = Find_Text(1, own, u"FileName");
   if (p == 0) p = find(id_close, u"FileName");
   if (p == 0) return left;
-  record.Name_First = p < id_open;
+  record.Name_First = p < id_close;
   const Position name_open = find(p, u"(");
   if (name_open == 0) return left;
   const Position name_close = find(name_open, u")");
-  if (record.Name_First ? name_close > id_open : name_open < id_close) return left;
+  if (record.Name_First && name_close > id_open) return left;
   const Text name(Mid_Text(rest, name_open + 1, name_close - name_open - 1));
   const bool is_in_quotes = std::ranges::count(name, u'"') % 2 == 1;
   const bool is_closed_later = Mid_Text(own, name_close).find(u'"') != Text_View::npos;

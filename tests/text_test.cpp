@@ -159,6 +159,10 @@ TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
   EXPECT_EQ(Walk_Block(u"( \"(\" ) )", 1), 9);
   EXPECT_EQ(Walk_Block(u"x ) y", 0), 3);
   EXPECT_THROW(Walk_Block(u"( ( )", 1), Failure);
+  for (Position length = 0; length < 200; ++length) {
+    const Text inside(static_cast<std::size_t>(length), u'x');
+    ASSERT_EQ(Walk_Block(u"((" + inside + u")" + inside + u")", 1), 2 * length + 4);
+  }
   EXPECT_THROW(Walk_Block(u"(", 1), Failure);
 }
 
@@ -171,7 +175,8 @@ TEST(Find_Blocks, Every_Block_Has_The_Bracket_That_Closes_It) {
       {u"k", {{1, 0, 0}}},
       {u") ) k ( ( ) ) )", {{5, 7, 13}}},
       {u"K(k( ( ) ) k )(k())", {{1, 2, 14}, {3, 4, 10}, {12, 15, 19}, {16, 17, 18}}},
-      {u"k k ( ) k", {{1, 5, 7}, {9, 0, 0}}},
+      {u"k k ( ) k k", {{1, 5, 7}, {3, 5, 7}, {9, 0, 0}, {11, 0, 0}}},
+      {u"k ( k ) k k ( k", {{1, 3, 7}, {5, 13, 0}, {9, 13, 0}, {11, 13, 0}, {15, 0, 0}}},
       {u"k ( k ( ) (k(", {{1, 3, 0}, {5, 7, 9}, {12, 13, 0}}},
   };
   for (const auto& [source, found] : cases) {

@@ -68,11 +68,10 @@ Reading Read_Record(Text_View text, bool is_closed) {
   record.Name = Find_Element(record.Id.Close, text, u"FileName");
   if (is_closed && record.Name.Missing == u"FileName") {
     record.Name = Find_Element(1, text, u"FileName");
+    if (record.Name.Missing.empty() && record.Name.Close > record.Id.Open) return Unreadable{};
   }
   if (!record.Name.Missing.empty()) return Unreadable{record.Name.Missing};
-  const bool overlaps = record.Has_Name_First() ? record.Name.Close > record.Id.Open
-                                                : record.Name.Open < record.Id.Close;
-  if (overlaps || (is_closed && Is_Cut_In_Quotes(text, record.Name))) return Unreadable{};
+  if (is_closed && Is_Cut_In_Quotes(text, record.Name)) return Unreadable{};
   record.Old_Name = Trim_Text(Inside(text, record.Name));
   return record;
 }

@@ -34,7 +34,7 @@ struct Block {
 
 // The blocks of a keyword, in any letter case and also inside a longer word, in the order of the
 // text, in one go over it. A block may lie inside another one. A keyword between another one and
-// its "(" begins no block.
+// its "(" begins a block as well, with the same brackets.
 std::vector<Block> Find_Blocks(Text_View text, Text_View keyword);
 
 // The text without any block whose keyword is tag, in any letter case and also inside a longer
