@@ -1,6 +1,9 @@
 // What the files of every machine do.
 
+#include <chrono>
 #include <functional>
+#include <string>
+#include <thread>
 
 #include "files_fixture.h"
 #include "text/primitives.h"
@@ -135,8 +138,10 @@ TEST_F(Files_Contract, Paths_In_Other_Letter_Case_And_With_Either_Separator_Lead
         u"ROUTES\\.\\..\\routes\\äST/tsection.dat"})
     EXPECT_EQ(Read(Path(path)), u"A");
   EXPECT_TRUE(Files().FolderExists(Path(u"routes\\äST")));
-  EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(u"routes\\äST"))->Files()),
-            Names({u"Tsection.DAT"}));
+  const auto folder = Files().GetFolder(Path(u"routes\\äST\\"));
+  EXPECT_EQ(folder->name(), u"Äst") << "as it is on disk";
+  EXPECT_EQ(Files().GetFile(Path(u"routes\\äST\\tsection.dat"))->name(), u"Tsection.DAT");
+  EXPECT_EQ(Names_Of_Items(folder->Files()), Names({u"Tsection.DAT"}));
 
   Files().CreateFolder(Path(u"routes\\New"));
   Write(Path(u"routes\\äST\\W-1.w"), u"x");
@@ -215,12 +220,64 @@ TEST_F(Files_Contract, A_Kept_File_Outlives_Its_Other_Name_And_A_Copy_Is_A_File_
     EXPECT_THROW(file->Keep(Path(taken)), Failure);
     EXPECT_THROW(file->Copy(Path(taken)), Failure);
   }
-  EXPECT_EQ(file->Size(), 5u);
   Write(Path(u"a.w"), u"other");
   Files().DeleteFile(Path(u"a.w"), true);
   EXPECT_EQ(Machine.Names_In(u""), Names({u"copy", u"kept"}));
   EXPECT_EQ(Machine.Bytes(u"kept"), "first");
   EXPECT_EQ(Machine.Bytes(u"copy"), "first");
+}
+
+TEST_F(Files_Contract, State_Knows_A_File_By_Its_Identity_And_Whether_It_Was_Written) {
+  Machine.Plant(u"a.w", "first");
+  const auto state = [&](Text_View name) { return Files().GetFile(Path(name))->State(); };
+  const File_State first = state(u"a.w");
+  EXPECT_EQ(first.Size, 5u);
+  EXPECT_EQ(first.Names, 1u);
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  EXPECT_LT(std::chrono::abs(std::chrono::nanoseconds(first.Modified) - now),
+            std::chrono::hours(1));
+
+  const auto file = Files().GetFile(Path(u"A.W"));
+  file->Copy(Path(u"copy"));
+  EXPECT_NE(state(u"copy").Identity, first.Identity);
+  EXPECT_EQ(state(u"copy").Modified, first.Modified);
+  file->Keep(Path(u"kept"));
+  EXPECT_EQ(state(u"kept").Identity, first.Identity);
+  EXPECT_EQ(file->State().Names, 2u);
+  file->Keep(Path(u"third"));
+  EXPECT_NE(state(u"third").Identity, first.Identity) << "a file of two names is copied";
+  EXPECT_EQ(file->State().Names, 2u);
+
+  file->Move(Path(u"moved"));
+  EXPECT_EQ(file->State().Identity, first.Identity);
+  EXPECT_EQ(file->State().Modified, first.Modified);
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  Machine.Plant(u"moved", "in place");
+  EXPECT_EQ(state(u"kept").Identity, first.Identity);
+  EXPECT_EQ(state(u"kept").Size, 8u);
+  EXPECT_GT(state(u"kept").Modified, first.Modified);
+  Write(Path(u"moved"), u"a file of its own");
+  EXPECT_NE(state(u"moved").Identity, first.Identity);
+  EXPECT_EQ(state(u"kept").Names, 1u);
+  Files().DeleteFile(Path(u"moved"), true);
+  EXPECT_THROW(file->State(), Failure);
+}
+
+TEST_F(Files_Contract, Read_Bytes_Gives_Every_Byte_Once_In_Pieces_Of_A_Megabyte_At_Most) {
+  std::string long_one(3'000'001, 'x');
+  for (std::size_t i = 0; i < long_one.size(); ++i) long_one[i] = static_cast<char>(i % 251);
+  for (const std::string& bytes : {""s, "\xFF\xFE"s + "A\0\xE9"s, long_one}) {
+    Machine.Plant(u"a.w", bytes);
+    const auto file = Files().GetFile(Path(u"a.w"));
+    std::string read;
+    file->Read_Bytes([&](std::string_view piece) {
+      EXPECT_LE(piece.size(), std::size_t{1} << 20);
+      read += piece;
+    });
+    EXPECT_TRUE(read == bytes) << bytes.size();
+    file->Delete(true);
+    EXPECT_THROW(file->Read_Bytes([](std::string_view) {}), Failure);
+  }
 }
 
 TEST_F(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {

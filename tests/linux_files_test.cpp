@@ -5,6 +5,7 @@
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -75,6 +76,19 @@ bool Give_Up_Rare_Calls() {
       BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[2])),
       BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, O_TMPFILE & ~O_DIRECTORY, 0, 1),
       BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EINVAL),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter = {std::size(program), program};
+  return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+         prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+// What becomes of the next file without a name that is to get one.
+bool Let_No_Link_Be_Made(unsigned outcome) {
+  sock_filter program[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_linkat, 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, outcome),
       BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
   };
   const sock_fprog filter = {std::size(program), program};
@@ -182,7 +196,12 @@ TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To) {
   EXPECT_THROW(Write(Path(u"fifo"), u"x"), Failure);
   Write(Path(u"to_file"), u"B");
   EXPECT_EQ(Machine.Bytes(u"file"), "B");
-  Files().GetFile(Path(u"to_file"))->Move(Path(u"folder\\moved"));
+  const auto link = Files().GetFile(Path(u"to_file"));
+  EXPECT_EQ(link->State().Identity, Files().GetFile(Path(u"file"))->State().Identity);
+  link->Keep(Path(u"kept"));
+  EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(Native("kept"))));
+  EXPECT_NE(Files().GetFile(Path(u"kept"))->State().Identity, link->State().Identity);
+  link->Move(Path(u"folder\\moved"));
   EXPECT_EQ(Machine.Bytes(u"folder/moved"), "B");
 }
 
@@ -237,6 +256,33 @@ TEST_F(Linux_Files_Across_File_Systems,
   EXPECT_THROW(Files().GetFile(Path(u"from"))->Move(Other.Path(u"to")), Failure);
   EXPECT_EQ(Other.Bytes(u"to").size(), 3000001u);
   EXPECT_EQ(Machine.Bytes(u"from"), "x");
+}
+
+TEST_F(Linux_Files_Across_File_Systems, Move_Whose_Copy_Gets_No_Name_Gives_The_File_Its_Own_Back) {
+  Machine.Plant(u"from", "x");
+  Run_Without(
+      [] { return Let_No_Link_Be_Made(SECCOMP_RET_ERRNO | EIO); },
+      [&] { EXPECT_THROW(Files().GetFile(Path(u"from"))->Move(Other.Path(u"to")), Failure); });
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"from"}));
+  EXPECT_EQ(Other.Names_In(u""), Names());
+}
+
+TEST_F(Linux_Files_Across_File_Systems, Move_That_Is_Killed_Leaves_The_File_Under_A_Name_Of_Ours) {
+  Machine.Plant(u"from", "x");
+  const pid_t child = fork();
+  if (child == 0) {
+    if (Let_No_Link_Be_Made(SECCOMP_RET_KILL_PROCESS))
+      Files().GetFile(Path(u"from"))->Move(Other.Path(u"to"));
+    _exit(0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  if (WIFEXITED(status)) GTEST_SKIP() << "the system does not let a process give this up";
+  const Names left = Machine.Names_In(u"");
+  ASSERT_EQ(left.size(), 1u);
+  EXPECT_TRUE(left[0].starts_with(Temporary_Prefix));
+  EXPECT_EQ(Machine.Bytes(left[0]), "x");
+  EXPECT_EQ(Other.Names_In(u""), Names());
 }
 
 TEST_F(Linux_Files_Across_File_Systems, Move_Of_A_File_That_Cannot_Be_Removed_Takes_The_Copy_Away) {

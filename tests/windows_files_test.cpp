@@ -5,6 +5,7 @@
 #include <process.h>
 
 #include <cstdlib>
+#include <thread>
 #include <tuple>
 
 #include "machine_folder.h"
@@ -56,6 +57,21 @@ TEST_F(Windows_Files_Test, A_File_That_Another_Program_Holds_Is_A_Failure_With_N
   EXPECT_EQ(Machine.Names_In(u""), Names({u"free", u"held"}));
   EXPECT_EQ(Machine.Bytes(u"held"), "held");
   EXPECT_EQ(Machine.Bytes(u"free"), "free");
+}
+
+TEST_F(Windows_Files_Test, A_Folder_That_Is_Held_For_A_Moment_Is_Renamed_Once_It_Is_Let_Go) {
+  Machine.Plant_Folder(u"held");
+  Owned_Handle holder(CreateFileW(Native("held").c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  EXPECT_FALSE(MoveFileExW(Native("held").c_str(), Native("free").c_str(), 0));
+  std::thread scanner([&] {
+    Sleep(300);
+    holder.reset();
+  });
+  EXPECT_NO_THROW(Files().MoveFolder(Path(u"held"), Path(u"free")));
+  scanner.join();
+  EXPECT_EQ(Machine.Names_In(u""), Names({u"free"}));
 }
 
 TEST_F(Windows_Files_Test, Paths_Longer_Than_The_Old_Limit_Work_Throughout) {
@@ -125,6 +141,7 @@ TEST_F(Windows_Files_Test, Move_To_Another_Volume_Moves_Or_Leaves_All_As_It_Was)
   }
   file->Move(target);
   EXPECT_EQ(written(native_target), before);
+  EXPECT_EQ(Machine.Names_In(u""), Names());
   Machine.Plant(u"b.w", "other");
   EXPECT_THROW(Files().GetFile(Path(u"b.w"))->Move(target), Failure) << "the target exists";
   EXPECT_EQ(Machine.Names_In(u""), Names({u"b.w"}));

@@ -16,7 +16,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -71,11 +73,26 @@ class Collection {
 inline constexpr int For_Reading = 1;
 inline constexpr int Format_Unicode = -1;
 
+// Which file it is, whatever its names. Two names of one file have one identity; a file keeps its
+// own when it is renamed and when it is written in place.
+struct File_Identity {
+  std::uint64_t Volume = 0;
+  std::uint64_t Index = 0;
+  bool operator==(const File_Identity&) const = default;
+};
+
+struct File_State {
+  std::uint64_t Size = 0;     // in bytes
+  std::int64_t Modified = 0;  // when its content last changed: nanoseconds since 1970, UTC
+  File_Identity Identity;
+  std::uint32_t Names = 1;  // under which the file system knows it
+};
+
 class File {
  public:
   virtual ~File() = default;
 
-  // Without the path.
+  // Without the path, as it is on disk.
   virtual Text name() const = 0;
 
   // mode is For_Reading, format is Format_Unicode.
@@ -85,25 +102,30 @@ class File {
   virtual void Delete(bool force) = 0;
 
   // The file leaves its folder and stands at target_path, on another volume too. target_path must
-  // not exist. After a Failure the file stands where it stood and target_path is as it was.
+  // not exist. After a Failure the file stands where it stood and target_path is as it was. The two
+  // names never exist at once: across volumes the file first gives up its name to one of ours.
   virtual void Move(Text_View target_path) = 0;
 
   // A file of the same content stands at target_path as well, which must not exist. All or nothing.
   virtual void Copy(Text_View target_path) = 0;
 
-  // As Copy, but where the file system can, the same file gets a second name: it costs no room, and
-  // what replaces or deletes one of the names leaves the other as it was.
+  // As Copy, but a file that has one name gets a second one, where the file system can: it costs no
+  // room, and what replaces or deletes one of the names leaves the other as it was. A file that is
+  // written in place changes under both.
   virtual void Keep(Text_View target_path) = 0;
 
-  // In bytes.
-  virtual std::uint64_t Size() const = 0;
+  // As it is now. Failure: the file has gone.
+  virtual File_State State() const = 0;
+
+  // Hands all bytes of the file to take, in pieces of at most 1 MB, from the first to the last.
+  virtual void Read_Bytes(const std::function<void(std::string_view piece)>& take) const = 0;
 };
 
 class Folder {
  public:
   virtual ~Folder() = default;
 
-  // Without the path.
+  // Without the path, as it is on disk.
   virtual Text name() const = 0;
 
   // The folders in this one, links to folders among them.

@@ -150,7 +150,7 @@ std::vector<Backup> Backups::List() const {
     if (!name) continue;
     const auto files = folder->Files();
     Backup backup{name->Route_Folder, name->Time, files.Count(), 0};
-    for (const auto& file : files) backup.Bytes += file->Size();
+    for (const auto& file : files) backup.Bytes += file->State().Size;
     backups.push_back(backup);
   }
   return backups;

@@ -5,6 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <vector>
+
+#include "text/text.h"
 
 namespace rivelt {
 
@@ -34,6 +37,17 @@ long Read(const Descriptor& source, void* buffer, std::size_t size) {
     count = read(source.Number(), buffer, size);
   } while (count < 0 && errno == EINTR);
   return count;
+}
+
+void Read_In_Pieces(const Descriptor& source,
+                    const std::function<void(std::string_view piece)>& take) {
+  std::vector<char> buffer(std::size_t{1} << 20);
+  for (;;) {
+    const long count = Read(source, buffer.data(), buffer.size());
+    if (count < 0) throw Failure();
+    if (count == 0) return;
+    take({buffer.data(), static_cast<std::size_t>(count)});
+  }
 }
 
 }  // namespace rivelt

@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace rivelt {
@@ -34,5 +36,9 @@ Descriptor Open_Regular_File(const std::string& path);
 
 // As read(2), but starts again where a signal came in between.
 long Read(const Descriptor& source, void* buffer, std::size_t size);
+
+// Hands on all that is left to read, in pieces of at most 1 MB. Failure: it cannot be read.
+void Read_In_Pieces(const Descriptor& source,
+                    const std::function<void(std::string_view piece)>& take);
 
 }  // namespace rivelt

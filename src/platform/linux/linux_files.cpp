@@ -26,6 +26,16 @@ void Delete_File(const std::string& path, bool force) {
   if (unlink(path.c_str()) != 0) throw Failure();
 }
 
+File_State State_Of(const std::string& path) {
+  struct stat state {};
+  if (stat(path.c_str(), &state) != 0 || !S_ISREG(state.st_mode)) throw Failure();
+  constexpr std::int64_t second = 1'000'000'000;
+  return {.Size = static_cast<std::uint64_t>(state.st_size),
+          .Modified = state.st_mtim.tv_sec * second + state.st_mtim.tv_nsec,
+          .Identity = {state.st_dev, state.st_ino},
+          .Names = static_cast<std::uint32_t>(state.st_nlink)};
+}
+
 class Linux_File : public File {
  public:
   Linux_File(Shared_Paths paths, std::string path)
@@ -49,10 +59,12 @@ class Linux_File : public File {
   void Copy(Text_View target_path) override { Copy_File(Path, Paths->To_Be_Made(target_path)); }
   void Keep(Text_View target_path) override { Keep_File(Path, Paths->To_Be_Made(target_path)); }
 
-  std::uint64_t Size() const override {
-    struct stat state {};
-    if (stat(Path.c_str(), &state) != 0) throw Failure();
-    return static_cast<std::uint64_t>(state.st_size);
+  File_State State() const override { return State_Of(Path); }
+
+  void Read_Bytes(const std::function<void(std::string_view)>& take) const override {
+    const Descriptor source = Open_Regular_File(Path);
+    if (!source.Is_Open()) throw Failure();
+    Read_In_Pieces(source, take);
   }
 
  private:

@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <vector>
+#include <string_view>
 
 #include "platform/linux/descriptor.h"
 #include "platform/linux/new_file.h"
@@ -12,18 +12,6 @@
 
 namespace rivelt {
 namespace {
-
-constexpr std::size_t Copied_At_Once = std::size_t{1} << 20;
-
-void Copy_Content(const Descriptor& source, New_File& copy) {
-  std::vector<char> buffer(Copied_At_Once);
-  for (;;) {
-    const long count = Read(source, buffer.data(), buffer.size());
-    if (count < 0) throw Failure();
-    if (count == 0) return;
-    copy.Write({}, {buffer.data(), static_cast<std::size_t>(count)});
-  }
-}
 
 // Not every file system keeps them, so that they are no reason to give up.
 void Copy_Attributes(const Descriptor& source, const Descriptor& copy) {
@@ -39,19 +27,65 @@ bool Is_Link(const std::string& path) {
   return lstat(path.c_str(), &state) == 0 && S_ISLNK(state.st_mode);
 }
 
+bool Has_One_Name(const std::string& path) {
+  struct stat state {};
+  return lstat(path.c_str(), &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1;
+}
+
+void Fill(New_File& copy, const std::string& from) {
+  const Descriptor source = Open_Regular_File(from);
+  if (!source.Is_Open()) throw Failure();
+  Read_In_Pieces(source, [&](std::string_view piece) { copy.Write({}, piece); });
+  Copy_Attributes(source, copy.Handle());
+}
+
+// A file that has given up its name to one of ours, and gets it back unless it is removed.
+class Set_Aside {
+ public:
+  explicit Set_Aside(const std::string& path) : Path(path) {
+    do {
+      Aside = Temporary_Beside(path);
+      if (Rename_To_Free_Name(path, Aside)) return;
+    } while (errno == EEXIST);
+    throw Failure();
+  }
+  Set_Aside(const Set_Aside&) = delete;
+  Set_Aside& operator=(const Set_Aside&) = delete;
+  ~Set_Aside() {
+    if (!Aside.empty()) Rename_To_Free_Name(Aside, Path);
+  }
+
+  bool Remove() {
+    if (unlink(Aside.c_str()) != 0) return false;
+    Aside.clear();
+    return true;
+  }
+
+ private:
+  std::string Path;
+  std::string Aside;
+};
+
+void Move_By_Copy(const std::string& from, const std::string& to) {
+  New_File copy(to);
+  Fill(copy, from);
+  Set_Aside source(from);
+  copy.Commit(false);
+  if (source.Remove()) return;
+  unlink(to.c_str());
+  throw Failure();
+}
+
 }  // namespace
 
 void Copy_File(const std::string& from, const std::string& to) {
-  const Descriptor source = Open_Regular_File(from);
-  if (!source.Is_Open()) throw Failure();
   New_File copy(to);
-  Copy_Content(source, copy);
-  Copy_Attributes(source, copy.Handle());
+  Fill(copy, from);
   copy.Commit(false);
 }
 
 void Keep_File(const std::string& from, const std::string& to) {
-  if (!Is_Link(from)) {
+  if (Has_One_Name(from)) {
     if (link(from.c_str(), to.c_str()) == 0) return;
     if (errno == EEXIST) throw Failure();
   }
@@ -64,10 +98,7 @@ void Move_File(const std::string& from, const std::string& to) {
     if (Rename_To_Free_Name(from, to)) return;
     if (errno != EXDEV) throw Failure();
   }
-  Copy_File(from, to);
-  if (unlink(from.c_str()) == 0) return;
-  unlink(to.c_str());
-  throw Failure();
+  Move_By_Copy(from, to);
 }
 
 }  // namespace rivelt

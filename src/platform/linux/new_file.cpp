@@ -19,13 +19,6 @@ namespace {
 
 constexpr unsigned Permissions = 0666;  // less the umask
 
-std::string Next_Temporary(const std::string& path) {
-  static unsigned long count = 0;
-  const std::string name =
-      To_Utf8(Temporary_Prefix) + std::to_string(getpid()) + "-" + std::to_string(++count);
-  return Below(Folder_Of(path), name);
-}
-
 }  // namespace
 
 bool Rename_To_Free_Name(const std::string& from, const std::string& to) {
@@ -33,8 +26,15 @@ bool Rename_To_Free_Name(const std::string& from, const std::string& to) {
   if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) return false;
   // Not every file system can refuse in the same step.
   struct stat state {};
-  const bool is_free = lstat(to.c_str(), &state) != 0 && errno == ENOENT;
-  return is_free && rename(from.c_str(), to.c_str()) == 0;
+  if (lstat(to.c_str(), &state) == 0) errno = EEXIST;
+  return errno == ENOENT && rename(from.c_str(), to.c_str()) == 0;
+}
+
+std::string Temporary_Beside(const std::string& path) {
+  static unsigned long count = 0;
+  const std::string name =
+      To_Utf8(Temporary_Prefix) + std::to_string(getpid()) + "-" + std::to_string(++count);
+  return Below(Folder_Of(path), name);
 }
 
 New_File::New_File(const std::string& path) : Path(path) {
@@ -49,7 +49,7 @@ New_File::~New_File() {
 void New_File::Open_Beside() {
   std::string temporary;
   do {
-    temporary = Next_Temporary(Path);
+    temporary = Temporary_Beside(Path);
     Content = Open(temporary, O_CREAT | O_EXCL | O_WRONLY, Permissions);
   } while (!Content.Is_Open() && errno == EEXIST);
   if (!Content.Is_Open()) throw Failure();
@@ -87,7 +87,7 @@ bool New_File::Link(const std::string& path) const {
 void New_File::Link_Beside() {
   std::string temporary;
   do {
-    temporary = Next_Temporary(Path);
+    temporary = Temporary_Beside(Path);
     if (Link(temporary)) Temporary = temporary;
   } while (Temporary.empty() && errno == EEXIST);
   if (Temporary.empty()) throw Failure();

@@ -9,9 +9,12 @@
 
 namespace rivelt {
 
-// Renames unless to is taken. False: it is not renamed; errno is EXDEV if that is only because the
-// two are on two file systems.
+// Renames unless to is taken. False: it is not renamed; errno is EEXIST if to is taken, EXDEV if
+// the two are on two file systems.
 bool Rename_To_Free_Name(const std::string& from, const std::string& to);
+
+// A name in the folder of path for what is in the making there.
+std::string Temporary_Beside(const std::string& path);
 
 class New_File {
  public:

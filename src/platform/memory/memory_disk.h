@@ -2,84 +2,85 @@
 
 #pragma once
 
+#include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "text/text.h"
+#include "platform/memory/memory_tree.h"
 
 namespace rivelt {
 
-// What is on the disk, by path. Letter case does not count, "/" is "\", several in a row are one,
-// and ".." is the folder above. A file that is put there brings its folders with it.
-class Memory_Disk {
+// What a test does to the disk behind the program's back, and what it sees there. All that a person
+// does is safe from a loss of power at once; what the program does is so after Flush.
+class Memory_Disk : public Memory_Tree {
  public:
-  struct Item {
-    Text Path;  // as given, but with one "\" between two components
-    bool Is_Folder = false;
-    std::string Bytes;
-    bool Is_Narrow = false;  // UTF-8, else UTF-16
-    bool Is_Read_Only = false;
-    int Id = 0;  // no other item ever has it
+  Memory_Disk() = default;
 
-    Text Content() const;
-  };
+  // Another disk with the same on it, of which nothing is locked.
+  Memory_Disk(const Memory_Disk& other)
+      : Memory_Tree(other), Refuses_Links(other.Refuses_Links), On_Next_Read(other.On_Next_Read) {}
 
-  // With the root and a working folder.
-  Memory_Disk();
-
+  // What is put brings the folders above it with it. A file of that name is replaced, by another
+  // file: a name that was kept goes on having the old content.
   void Put_Folder(Text_View path);
   void Put_File(Text_View path, Text_View content);  // in UTF-16
-  void Put_Bytes(Text_View path, std::string_view bytes, bool is_narrow = false);
-  void Put_Copy(const Item& file, Text_View path);
+  void Put_Bytes(Text_View path, std::string_view bytes);
 
-  // With what is in it, if it is a folder.
+  // The file gets another content under all its names and stays the same file.
+  void Edit_In_Place(Text_View path, Text_View content);
+  void Edit_Bytes_In_Place(Text_View path, std::string_view bytes);
+
+  // Gives a file or folder another name in its folder, which may differ in letter case only.
+  // Failure: the name is taken.
+  void Rename(Text_View path, Text_View new_name);
+
+  void Make_Read_Only(Text_View path);
+
+  // With what is in it, if it is a folder. Nothing happens if there is none.
   void Remove(Text_View path);
-
-  // Gives a folder another path, with what is in it.
-  void Rename_Folder(Text_View path, Text_View new_path);
-
-  // Null if there is none, or the path is none that a file can have.
-  const Item* Find(Text_View path) const;
-  Item* Find(Text_View path);
 
   // The content of the file, or a text that no test writes.
   Text Content(Text_View path) const;
 
-  // Directly in the folder, in the order of their names.
-  std::vector<const Item*> In_Folder(Text_View path, bool folders) const;
-
   // Of the files in the folder.
   std::vector<Text> Names(Text_View folder) const;
 
-  static Text Name(Text_View path) { return Text(path.substr(path.rfind(u'\\') + 1)); }
+  // Makes durable: the names directly in the folder, those of folders too, and the content of its
+  // files. Not the folder's own name, and nothing of the folders in it.
+  void Flush(Text_View folder_path);
 
-  // Failure: no file or folder can have this path.
-  static void Require_Usable(Text_View path);
+  // Each folder for whose path forgets is true goes back to the names that were durable in it: what
+  // was made in it since is gone, folders with all that is in them; what was deleted, moved away or
+  // replaced since is back. Names in any other folder survive. A file that moved from a folder that
+  // forgets to one that does not then has both names. Folders are asked for from the top, under the
+  // names that they have after the loss. A file whose content was not flushed since its last write
+  // is empty, in any folder and under whatever name it survives. What is left is durable.
+  void Lose_Power(const std::function<bool(Text_View folder_path)>& forgets);
 
-  // The folder that the path's last component is in.
-  static Text Parent(Text_View path);
+  // Files have one name each: Keep copies.
+  bool Refuses_Links = false;
 
   // Whether another program has locked every folder. The form of an earlier test may outlive its
   // disk, and so may a lock.
   const std::shared_ptr<bool> Is_Locked = std::make_shared<bool>(false);
 
   // The folders that this program has locked, by their Id.
-  const std::shared_ptr<std::set<int>> Locked_Folders = std::make_shared<std::set<int>>();
+  const std::shared_ptr<std::set<std::uint64_t>> Locked_Folders =
+      std::make_shared<std::set<std::uint64_t>>();
 
   // Runs once, when the next file is read: the place to act in the middle of a command.
   std::function<void()> On_Next_Read;
 
  private:
-  Item& Put(Text_View path, Item item);
-
-  std::map<Text, Item> Items;
-  int Last_Id = 0;
+  void Put(Text_View path, Node_Pointer node);
+  void Make_Name_Durable(Text_View path);
 };
+
+// As the files of the program have it.
+std::string Utf16_Bytes(Text_View text);
 
 }  // namespace rivelt

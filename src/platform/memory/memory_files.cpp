@@ -1,5 +1,9 @@
 #include "platform/memory/memory_files.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -10,46 +14,48 @@ namespace {
 
 using Item = Memory_Disk::Item;
 
-const Item& Existing(const Memory_Disk& disk, Text_View path, bool is_folder) {
-  const Item* item = disk.Find(path);
-  if (item == nullptr || item->Is_Folder != is_folder) throw Failure();
-  return *item;
+Item Existing(const Memory_Disk& disk, Text_View path, bool is_folder) {
+  Item item = disk.Find(path);
+  if (!item.Node || item.Node->Is_Folder != is_folder) throw Failure();
+  return item;
 }
 
-void Require_Place(const Memory_Disk& disk, Text_View path) {
-  Memory_Disk::Require_Usable(path);
-  Existing(disk, Memory_Disk::Parent(path), true);
-}
-
-void Require_Free_Place(const Memory_Disk& disk, Text_View path) {
-  Require_Place(disk, path);
-  if (disk.Find(path) != nullptr) throw Failure();
+// own_path is what the path may be taken by: names may change in letter case only.
+void Require_Free_Place(const Memory_Disk& disk, Text_View path, Text_View own_path = {}) {
+  if (disk.Is_Taken(path) && disk.Find(path).Path != own_path) throw Failure();
 }
 
 void Delete(Memory_Disk& disk, Text_View path, bool force) {
-  if (Existing(disk, path, false).Is_Read_Only && !force) throw Failure();
-  disk.Remove(path);
+  const Item file = Existing(disk, path, false);
+  if (file.Node->Is_Read_Only && !force) throw Failure();
+  disk.Unlink(file.Path);
+}
+
+void Change_Path(Memory_Disk& disk, const Item& item, Text_View path) {
+  Require_Free_Place(disk, path, item.Path);
+  disk.Unlink(item.Path);
+  disk.Link(path, item.Node);
 }
 
 class Memory_Lock : public Folder_Lock {
  public:
   Memory_Lock(const Memory_Disk& disk, Text_View path)
       : Disk(disk), Path(path), Locked_Folders(disk.Locked_Folders) {
-    Id = Existing(disk, path, true).Id;
+    Id = Existing(disk, path, true).Node->Id;
     if (*disk.Is_Locked || !Locked_Folders->insert(Id).second) throw Failure();
   }
   ~Memory_Lock() override { Locked_Folders->erase(Id); }
 
   bool In_Force() const override {
-    const Item* item = Disk.Find(Path);
-    return item != nullptr && item->Id == Id;
+    const Item item = Disk.Find(Path);
+    return item.Node && item.Node->Id == Id;
   }
 
  private:
   const Memory_Disk& Disk;
   Text Path;
-  std::shared_ptr<std::set<int>> Locked_Folders;
-  int Id = 0;
+  std::shared_ptr<std::set<std::uint64_t>> Locked_Folders;
+  std::uint64_t Id = 0;
 };
 
 class Memory_Reader : public Read_Stream {
@@ -72,18 +78,14 @@ class Memory_Writer : public Write_Stream {
 
   void Close() override {
     Require_Writable();
-    if (Unicode) {
-      Disk.Put_File(Path, Content);
-    } else {
-      Disk.Put_Bytes(Path, To_Utf8(Content), true);
-    }
+    Disk.Link(Path, Disk.Make_File(Unicode ? Utf16_Bytes(Content) : To_Utf8(Content), !Unicode));
   }
 
  private:
   void Require_Writable() const {
-    Require_Place(Disk, Path);
-    const Item* old = Disk.Find(Path);
-    if (old != nullptr && (old->Is_Folder || old->Is_Read_Only || !Overwrite)) throw Failure();
+    if (!Disk.Is_Taken(Path)) return;
+    const Item old = Disk.Find(Path);
+    if (old.Is_Folder() || old.Node->Is_Read_Only || !Overwrite) throw Failure();
   }
 
   Memory_Disk& Disk;
@@ -100,30 +102,65 @@ class Memory_File : public File {
   Text name() const override { return Memory_Disk::Name(Path); }
 
   std::unique_ptr<Read_Stream> OpenAsTextStream(int, int) override {
-    auto stream = std::make_unique<Memory_Reader>(Existing(Disk, Path, false).Content());
-    if (const auto once = std::exchange(Disk.On_Next_Read, nullptr)) once();
+    auto stream = std::make_unique<Memory_Reader>(Now().Content());
+    Disk_Is_Read();
     return stream;
   }
 
-  void Delete(bool force) override { rivelt::Delete(Disk, Path, force); }
+  void Delete(bool force) override {
+    Now();
+    rivelt::Delete(Disk, Path, force);
+  }
 
   void Move(Text_View target_path) override {
-    Copy(target_path);
-    Disk.Remove(Path);
-    Path = Disk.Find(target_path)->Path;
+    Change_Path(Disk, Now(), target_path);
+    Path = Disk.Find(target_path).Path;
   }
 
   void Copy(Text_View target_path) override {
-    const Item& file = Existing(Disk, Path, false);
+    const Item file = Now();
     Require_Free_Place(Disk, target_path);
-    Disk.Put_Copy(file, target_path);
+    const auto copy = Disk.Make_File(file.Node->Bytes, file.Node->Is_Narrow);
+    copy->Is_Read_Only = file.Node->Is_Read_Only;
+    copy->Modified = file.Node->Modified;
+    Disk.Link(target_path, copy);
   }
 
-  void Keep(Text_View target_path) override { Copy(target_path); }
+  void Keep(Text_View target_path) override {
+    const Item file = Now();
+    if (Disk.Refuses_Links || Disk.Number_Of_Names(*file.Node) != 1) return Copy(target_path);
+    Require_Free_Place(Disk, target_path);
+    Disk.Link(target_path, file.Node);
+  }
 
-  std::uint64_t Size() const override { return Existing(Disk, Path, false).Bytes.size(); }
+  File_State State() const override {
+    const Item file = Now();
+    return {.Size = file.Node->Bytes.size(),
+            .Modified = file.Node->Modified,
+            .Identity = {1, file.Node->Id},
+            .Names = Disk.Number_Of_Names(*file.Node)};
+  }
+
+  void Read_Bytes(const std::function<void(std::string_view)>& take) const override {
+    constexpr std::size_t most = std::size_t{1} << 20;
+    const std::string bytes = Now().Node->Bytes;
+    Disk_Is_Read();
+    for (std::size_t start = 0; start < bytes.size(); start += most)
+      take(std::string_view(bytes).substr(start, most));
+  }
 
  private:
+  // Not another file that differs in letter case.
+  Item Now() const {
+    Item file = Existing(Disk, Path, false);
+    if (file.Path != Path) throw Failure();
+    return file;
+  }
+
+  void Disk_Is_Read() const {
+    if (const auto once = std::exchange(Disk.On_Next_Read, nullptr)) once();
+  }
+
   Memory_Disk& Disk;
   Text Path;
 };
@@ -140,8 +177,9 @@ class Memory_Folder : public Folder {
   template <class Seen, class Made>
   Collection<Seen> Items(bool folders) const {
     std::vector<std::unique_ptr<Seen>> items;
-    for (const Item* item : Disk.In_Folder(Path, folders)) {
-      items.push_back(std::make_unique<Made>(Disk, item->Path));
+    Existing(Disk, Path, true);
+    for (const Item& item : Disk.In_Folder(Path, folders)) {
+      items.push_back(std::make_unique<Made>(Disk, item.Path));
     }
     return Collection<Seen>(std::move(items));
   }
@@ -161,18 +199,16 @@ std::unique_ptr<Folder> Memory_Files::GetFolder(Text_View path) {
 }
 
 bool Memory_Files::FolderExists(Text_View path) {
-  const Item* item = Disk.Find(path);
-  return item != nullptr && item->Is_Folder;
+  return Disk.Find(path).Is_Folder();
 }
 
 bool Memory_Files::FileExists(Text_View path) {
-  const Item* item = Disk.Find(path);
-  return item != nullptr && !item->Is_Folder;
+  return Disk.Find(path).Is_File();
 }
 
 void Memory_Files::CreateFolder(Text_View path) {
   Require_Free_Place(Disk, path);
-  Disk.Put_Folder(path);
+  Disk.Link(path, Disk.Make_Folder());
 }
 
 std::unique_ptr<Write_Stream> Memory_Files::CreateTextFile(Text_View path, bool overwrite,
@@ -185,24 +221,21 @@ void Memory_Files::DeleteFile(Text_View path, bool force) {
 }
 
 void Memory_Files::MoveFolder(Text_View path, Text_View target_path) {
-  const int id = Existing(Disk, path, true).Id;
-  Require_Free_Place(Disk, target_path);
+  const Item folder = Existing(Disk, path, true);
   // A folder cannot go into itself.
-  for (Text above = Memory_Disk::Parent(target_path); above != Memory_Disk::Parent(above);
-       above = Memory_Disk::Parent(above)) {
-    if (Existing(Disk, above, true).Id == id) throw Failure();
-  }
-  Disk.Rename_Folder(path, target_path);
+  const Text target_parent = Disk.Find(Memory_Disk::Parent(target_path)).Path;
+  if ((target_parent + u"\\").starts_with(folder.Path + u"\\")) throw Failure();
+  Change_Path(Disk, folder, target_path);
 }
 
 void Memory_Files::DeleteFolder(Text_View path) {
-  const Item& folder = Existing(Disk, path, true);
-  if (!Disk.In_Folder(path, true).empty() || !Disk.In_Folder(path, false).empty()) throw Failure();
-  Disk.Remove(Text(folder.Path));
+  const Item folder = Existing(Disk, path, true);
+  if (!folder.Node->Names.empty()) throw Failure();
+  Disk.Unlink(folder.Path);
 }
 
 void Memory_Files::Flush(Text_View folder_path) {
-  Existing(Disk, folder_path, true);
+  Disk.Flush(folder_path);
 }
 
 std::unique_ptr<Folder_Lock> Memory_Files::Lock(Text_View folder_path) {

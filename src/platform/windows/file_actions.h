@@ -2,18 +2,28 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 
+#include "app/file_service.h"
 #include "platform/windows/win32.h"
 
 namespace rivelt {
 
+using Take_Piece = std::function<void(std::string_view piece)>;
+
 Owned_Handle Open_For_Reading(const std::wstring& path);
 
 // As the members of File promise.
+File_State State_Of_File(const std::wstring& path);
+void Read_Bytes(const std::wstring& path, const Take_Piece& take);
 void Delete_File(const std::wstring& path, bool force);
 void Move_File(const std::wstring& source, const std::wstring& target);
 void Copy_File(const std::wstring& source, const std::wstring& target);
 void Keep_File(const std::wstring& source, const std::wstring& target);
+
+// As MoveFolder.
+void Move_Folder(const std::wstring& source, const std::wstring& target);
 
 }  // namespace rivelt

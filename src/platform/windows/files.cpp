@@ -121,10 +121,9 @@ class Windows_File : public File {
   }
   void Copy(Text_View target_path) override { Copy_File(Path, Full_Path(target_path)); }
   void Keep(Text_View target_path) override { Keep_File(Path, Full_Path(target_path)); }
-  std::uint64_t Size() const override {
-    LARGE_INTEGER size{};
-    Require(GetFileSizeEx(Open_For_Reading(Path).get(), &size));
-    return static_cast<std::uint64_t>(size.QuadPart);
+  File_State State() const override { return State_Of_File(Path); }
+  void Read_Bytes(const std::function<void(std::string_view)>& take) const override {
+    rivelt::Read_Bytes(Path, take);
   }
 
  private:
@@ -181,16 +180,16 @@ void Flush_Folder(const std::wstring& path) {
 class Windows_File_System : public File_System_Object {
  public:
   std::unique_ptr<File> GetFile(Text_View path) override {
-    std::wstring full = Full_Path(path);
+    const std::wstring full = Full_Path(path);
     const Path_State state = State_Of(full);
     Require(state.Exists && !state.Is_Folder);
-    return std::make_unique<Windows_File>(std::move(full));
+    return std::make_unique<Windows_File>(As_On_Disk(full));
   }
 
   std::unique_ptr<Folder> GetFolder(Text_View path) override {
-    std::wstring full = Full_Path(path);
+    const std::wstring full = Full_Path(path);
     Require(State_Of(full).Is_Folder);
-    return std::make_unique<Windows_Folder>(std::move(full));
+    return std::make_unique<Windows_Folder>(As_On_Disk(full));
   }
 
   bool FolderExists(Text_View path) override { return State_Of_Any(path).Is_Folder; }
@@ -217,7 +216,7 @@ class Windows_File_System : public File_System_Object {
   void MoveFolder(Text_View path, Text_View target_path) override {
     const std::wstring full = Full_Path(path);
     Require(State_Of(full).Is_Folder);
-    Require(MoveFileExW(full.c_str(), Full_Path(target_path).c_str(), 0));
+    Move_Folder(full, Full_Path(target_path));
   }
 
   void DeleteFolder(Text_View path) override { Require(RemoveDirectoryW(Full_Path(path).c_str())); }

@@ -57,6 +57,17 @@ std::wstring Path_In(const std::wstring& folder, const std::wstring& name) {
   return folder.ends_with(L'\\') ? folder + name : folder + L'\\' + name;
 }
 
+std::wstring As_On_Disk(std::wstring full_path) {
+  full_path.resize(full_path.find_last_not_of(L'\\') + 1);
+  if (full_path.ends_with(L':')) return full_path + L'\\';  // the root of a volume
+  WIN32_FIND_DATAW entry{};
+  const HANDLE search = FindFirstFileW(full_path.c_str(), &entry);
+  // A share is in no folder.
+  if (search == INVALID_HANDLE_VALUE) return full_path;
+  FindClose(search);
+  return full_path.replace(full_path.rfind(L'\\') + 1, std::wstring::npos, entry.cFileName);
+}
+
 Text Last_Name(const std::wstring& full_path) {
   const std::size_t end = full_path.find_last_not_of(L'\\') + 1;
   const std::size_t separator = full_path.rfind(L'\\', end - 1);

@@ -16,6 +16,9 @@ std::wstring Full_Path(Text_View path);
 // The path of an entry of the folder, with the name exactly as given.
 std::wstring Path_In(const std::wstring& folder, const std::wstring& name);
 
+// The path of what exists, with its last component as it is on disk.
+std::wstring As_On_Disk(std::wstring full_path);
+
 // What stands behind the last separator.
 Text Last_Name(const std::wstring& full_path);
 

@@ -11,16 +11,10 @@
 namespace rivelt {
 namespace {
 
-std::wstring Temporary_Name(int attempt) {
-  return To_Wide(Temporary_Prefix) + std::to_wstring(GetCurrentProcessId()) + L"-" +
-         std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(attempt) + L".tmp";
-}
-
 Owned_Handle Create_Beside(const std::wstring& target, std::wstring& path) {
-  const std::wstring folder = target.substr(0, target.rfind(L'\\'));
   constexpr int attempts = 100;
   for (int attempt = 0; attempt < attempts; ++attempt) {
-    path = Path_In(folder, Temporary_Name(attempt));
+    path = Temporary_Beside(target, attempt);
     const HANDLE handle = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle != INVALID_HANDLE_VALUE) return Owned_Handle(handle);
@@ -30,6 +24,12 @@ Owned_Handle Create_Beside(const std::wstring& target, std::wstring& path) {
 }
 
 }  // namespace
+
+std::wstring Temporary_Beside(const std::wstring& path, int attempt) {
+  return Path_In(path.substr(0, path.rfind(L'\\')),
+                 To_Wide(Temporary_Prefix) + std::to_wstring(GetCurrentProcessId()) + L"-" +
+                     std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(attempt) + L".tmp");
+}
 
 Staged_File::Staged_File(std::wstring target)
     : Target(std::move(target)), Handle(Create_Beside(Target, Temporary_Path)) {

@@ -1,0 +1,210 @@
+#include "platform/memory/memory_tree.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <unordered_map>
+
+#include "text/letter_case.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+constexpr std::size_t Longest_Name = 255;
+constexpr std::int64_t Time_Of_A_Write = 1'000'000;
+constexpr Text_View Path_Of_Root = u"\\";
+constexpr Text_View Path_Of_Working_Folder = u".";
+
+std::int64_t Nanoseconds_Since_1970() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+}
+
+bool Is_From_Root(Text_View path) {
+  return !path.empty() && (path[0] == u'\\' || path[0] == u'/');
+}
+
+std::vector<Text_View> Components(Text_View path) {
+  std::vector<Text_View> components;
+  while (!path.empty()) {
+    const Text_View name = path.substr(0, path.find_first_of(u"\\/"));
+    path.remove_prefix(std::min(path.size(), name.size() + 1));
+    if (name.empty() || name == u".") continue;
+    if (name == u".." && !components.empty() && components.back() != u"..") {
+      components.pop_back();
+    } else {
+      components.push_back(name);
+    }
+  }
+  return components;
+}
+
+bool Is_Usable(Text_View path) {
+  return !path.empty() && path.find(u'\0') == Text_View::npos &&
+         std::ranges::all_of(Components(path),
+                             [](Text_View name) { return name.size() <= Longest_Name; });
+}
+
+Memory_Names::iterator First_That_Fits(Memory_Names& names, const Text& folded) {
+  const auto first = names.lower_bound({folded, Text()});
+  return first != names.end() && first->first.first == folded ? first : names.end();
+}
+
+Memory_Names::iterator Look_Up(Memory_Names& names, Text_View name) {
+  const Text folded = Fold_Case(name);
+  const auto as_spelled = names.find({folded, Text(name)});
+  return as_spelled != names.end() ? as_spelled : First_That_Fits(names, folded);
+}
+
+using Copies = std::unordered_map<const Memory_Node*, std::shared_ptr<Memory_Node>>;
+
+std::shared_ptr<Memory_Node> Copy_Of(const Memory_Node& node, Copies& copies) {
+  std::shared_ptr<Memory_Node>& copy = copies[&node];
+  if (copy) return copy;
+  copy = std::make_shared<Memory_Node>(node);
+  for (Memory_Names* names : {&copy->Names, &copy->Durable_Names}) {
+    for (auto& [name, child] : *names) child = Copy_Of(*child, copies);
+  }
+  return copy;
+}
+
+Text From_Utf16_Bytes(std::string_view bytes) {
+  const bool high_first = bytes.starts_with("\xFE\xFF");
+  if (high_first || bytes.starts_with("\xFF\xFE")) bytes.remove_prefix(2);
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  Text text;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const int high = byte(high_first ? i : i + 1);
+    text += static_cast<char16_t>(high << 8 | byte(high_first ? i + 1 : i));
+  }
+  if (bytes.size() % 2 != 0) text += static_cast<char16_t>(byte(bytes.size() - 1));
+  return text;
+}
+
+}  // namespace
+
+Text Memory_Node::Content() const {
+  return Is_Narrow ? From_Utf8(Bytes) : From_Utf16_Bytes(Bytes);
+}
+
+Memory_Tree::Memory_Tree()
+    : Time(Nanoseconds_Since_1970()), Root(Make_Folder()), Working_Folder(Make_Folder()) {}
+
+Memory_Tree::Memory_Tree(const Memory_Tree& other)
+    : Tells_Letter_Case_Apart(other.Tells_Letter_Case_Apart),
+      Time(other.Time),
+      Last_Id(other.Last_Id) {
+  Copies copies;
+  Root = Copy_Of(*other.Root, copies);
+  Working_Folder = Copy_Of(*other.Working_Folder, copies);
+}
+
+Memory_Tree::Item Memory_Tree::Find(Text_View path) const {
+  if (!Is_Usable(path)) return {};
+  const bool from_root = Is_From_Root(path);
+  Item item{Text(from_root ? Path_Of_Root : Path_Of_Working_Folder),
+            from_root ? Root : Working_Folder};
+  for (const Text_View name : Components(path)) {
+    const auto found = Look_Up(item.Node->Names, name);
+    if (found == item.Node->Names.end()) return {};
+    item = {Below(item.Path, found->first.second), found->second};
+  }
+  return item;
+}
+
+std::vector<Memory_Tree::Item> Memory_Tree::In_Folder(Text_View path, bool folders) const {
+  const Item folder = Find(path);
+  std::vector<Item> found;
+  if (!folder.Node) return found;
+  for (const auto& [name, node] : folder.Node->Names) {
+    if (node->Is_Folder == folders) found.push_back({Below(folder.Path, name.second), node});
+  }
+  return found;
+}
+
+Memory_Tree::Place Memory_Tree::Place_Of(Text_View path) const {
+  if (!Is_Usable(path) || Components(path).empty()) throw Failure();
+  const Item folder = Find(Parent(path));
+  if (!folder.Is_Folder()) throw Failure();
+  return {folder.Node, Text(Components(path).back())};
+}
+
+Memory_Names::iterator Memory_Tree::In_The_Way(const Place& place) const {
+  Memory_Names& names = place.Folder->Names;
+  const auto found = Look_Up(names, place.Name);
+  const bool is_apart = found != names.end() && Tells_Letter_Case_Apart &&
+                        !found->second->Is_Folder && found->first.second != place.Name;
+  return is_apart ? names.end() : found;
+}
+
+bool Memory_Tree::Is_Taken(Text_View path) const {
+  const Place place = Place_Of(path);
+  return In_The_Way(place) != place.Folder->Names.end();
+}
+
+Memory_Tree::Node_Pointer Memory_Tree::Make_File(std::string bytes, bool is_narrow) {
+  auto file = std::make_shared<Memory_Node>();
+  file->Id = ++Last_Id;
+  file->Is_Narrow = is_narrow;
+  Write(*file, std::move(bytes));
+  return file;
+}
+
+Memory_Tree::Node_Pointer Memory_Tree::Make_Folder() {
+  auto folder = std::make_shared<Memory_Node>();
+  folder->Id = ++Last_Id;
+  folder->Is_Folder = true;
+  return folder;
+}
+
+void Memory_Tree::Write(Memory_Node& file, std::string bytes) {
+  file.Bytes = std::move(bytes);
+  file.Modified = Time;
+  file.Is_Flushed = false;
+  Time += Time_Of_A_Write;
+}
+
+void Memory_Tree::Link(Text_View path, Node_Pointer node) {
+  const Place place = Place_Of(path);
+  Memory_Names& names = place.Folder->Names;
+  if (const auto old = In_The_Way(place); old != names.end()) names.erase(old);
+  names[{Fold_Case(place.Name), place.Name}] = std::move(node);
+}
+
+void Memory_Tree::Unlink(Text_View path) {
+  const Place place = Place_Of(path);
+  const auto found = Look_Up(place.Folder->Names, place.Name);
+  if (found == place.Folder->Names.end()) throw Failure();
+  place.Folder->Names.erase(found);
+}
+
+std::uint32_t Memory_Tree::Number_Of_Names(const Memory_Node& file) const {
+  std::uint32_t count = 0;
+  const std::function<void(const Memory_Node&)> count_in = [&](const Memory_Node& folder) {
+    for (const auto& [name, node] : folder.Names) {
+      if (node.get() == &file) ++count;
+      count_in(*node);
+    }
+  };
+  count_in(*Root);
+  count_in(*Working_Folder);
+  return count;
+}
+
+Text Memory_Tree::Below(Text_View folder, Text_View name) {
+  Text path(folder);
+  if (!path.ends_with(u'\\')) path += u'\\';
+  return path.append(name);
+}
+
+Text Memory_Tree::Parent(Text_View path) {
+  std::vector<Text_View> names = Components(path);
+  if (!names.empty()) names.pop_back();
+  Text parent(Is_From_Root(path) ? Path_Of_Root : Path_Of_Working_Folder);
+  for (const Text_View name : names) parent = Below(parent, name);
+  return parent;
+}
+
+}  // namespace rivelt
