@@ -16,7 +16,7 @@ void frmMain::Form_Init() try {
   FSO->Set_Root(MSTS_Path);
   if (!Read_Routes()) return;
   if (!Read_Global()) return;
-  Take_Back_At_Start();
+  Recover_At_Start();
   Add_Line(NL + u"Select a route above for check/update");
 } catch (const std::exception&) {
   Fatal_Error(u"Could not load Rivelt!");

@@ -7,11 +7,15 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
+#include <vector>
 
 #include "app/file_service.h"
 #include "app/registry.h"
 #include "backup/backups.h"
+#include "backup/recover_updates.h"
+#include "backup/route_update.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
 #include "window/window.h"
@@ -33,12 +37,21 @@ class frmMain {
   // The name of the folder that a listed route leads to. Failure: no such route.
   const Text& Folder_Of_Route(Text_View route) const { return Route_Folders.Look_Up(route); }
 
-  // The originals that earlier updates have replaced. Once Form_Init has found the installation.
-  Backups Route_Backups() const;
+  // The installation's files and root, once Form_Init has found it.
+  File_System_Object& Files() const { return *FSO; }
+  const Text& Root() const { return MSTS_Path; }
 
-  // Puts a backup back over its route. False: it could not be done; what was replaced will be taken
-  // back.
-  bool Restore_Backup(const Backup& backup);
+  // The lines about updates that had not finished.
+  const std::vector<Text>& Recovery_Lines() const { return Recovery_Report; }
+
+  // Makes a route what it was before the update of that time.
+  Restore_Result Restore(const Text& route_folder, const Text& time);
+
+  // The files that the last Update has replaced though they were no longer what the check had read.
+  const std::vector<Text>& Changed_Since_Check() const { return Changed_Files; }
+
+  // For a program that ends after a failed Update of the picked route: rolls it back.
+  void Recover_Before_End();
 
   // The events of the controls, raised by an Event_Gate.
   void cmbRoutes_Click();
@@ -75,7 +88,6 @@ class frmMain {
   bool Settings_Unchanged() const;
   void Rebuild_Transforms();
   void Prepare_Staging_Folder();
-  void Make_Staging_Folder();
   void Do_Tsection();
   void Do_World();
   void Convert_World_File(File& file);
@@ -84,19 +96,25 @@ class frmMain {
   const Text& Current_Route_Folder() const;  // its name; Failure: no route is picked
   Text Route_Folder() const;
   Text Staging_Folder() const;
-  void Stage(Text_View name, Text_View text);
+  void Make_Folder(const Text& path);
+
+  // Writes a converted copy of the file that was read in that state.
+  void Stage(Text_View name, Text_View text, const File_State& original);
 
   // Keeps a second program from the staging folder and the routes. Failure: it is at work there.
   void Lock_Installation();
 
-  // Makes every route what it was before an Update that has not come to its end. At the start a
-  // failure is reported and the program goes on.
-  void Take_Back_Unfinished_Updates();
-  void Take_Back_At_Start();
+  // Completes or rolls back updates that had not finished, each route on its own. At the start what
+  // cannot be done is reported and the program goes on.
+  void Recover_At_Start();
+  void Recover_Or_Report(const Text& route_folder);
+  void Recover_Route(const Text& route_folder);
+  void Report_Recovery(Text_View line, Text_View what);
 
   // The steps of the commands behind Do_Check.
   void Report_Staged_Files();
   void Move_Staged_Files();
+  std::vector<Replacement> Replacements_By(const Collection<File>& staged_files) const;
   Text Destination(Text_View name) const;
 
   Window& Form_Window;
@@ -117,9 +135,11 @@ class frmMain {
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
 
-  bool Stopped = false;    // Fatal_Error was called; nothing leads out of this state
-  bool All_Moved = false;  // the last Update with staged files has moved every one of them
+  bool Stopped = false;  // Fatal_Error was called; nothing leads out of this state
   std::unique_ptr<Folder_Lock> Installation_Lock;  // from the first full check on
+  std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
+  std::vector<Text> Recovery_Report;
+  std::vector<Text> Changed_Files;
 };
 
 }  // namespace rivelt

@@ -1,24 +1,37 @@
-// The names of the folders that hold backups.
+// The names of the folders of updates: local times, each later than every other of the route.
 
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "text/text.h"
 
 namespace rivelt {
 
+// As long as the update has not finished, the name of its folder ends in this.
 inline constexpr Text_View Unfinished_Ending = u".unfinished";
 
-struct Backup_Name {
-  Text Route_Folder;
+// Whether the text is a time as it is written in a name: 2026-11-22 20.15.07.
+bool Is_Backup_Time(Text_View text);
+
+// The name of an update's folder without the ending.
+Text_View Time_In(Text_View name);
+
+// The local time now, or a second after newest if that is not in the past. newest is empty or of
+// the form. Failure: there is no such time.
+Text Backup_Time_After(Text_View newest);
+
+// The local time of a count of nanoseconds since 1970, UTC.
+Text Backup_Time_Of(std::int64_t nanoseconds);
+
+// A backup of the older form is a flat folder named after route and time.
+struct Flat_Backup_Name {
+  Text Route;
   Text Time;
 };
 
-// What the name of a completed backup's folder tells; nothing if it is not of that form.
-std::optional<Backup_Name> Read_Backup_Name(Text_View name);
-
-// The local time so many seconds from now, as it stands in a name: 2026-11-22 20.15.07.
-Text Backup_Time(int seconds_from_now);
+// Nothing if the name is not of that form.
+std::optional<Flat_Backup_Name> Read_Flat_Backup_Name(Text_View name);
 
 }  // namespace rivelt

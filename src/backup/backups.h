@@ -1,12 +1,4 @@
-// The originals that an Update replaces, kept so that it can be taken back.
-//
-//   Quenby\backup\FOLDER.unfinished           of an Update of the route in FOLDER that goes on
-//   Quenby\backup\FOLDER 2026-11-22 20.15.07  of one that has come to its end, by local time
-//
-// Each holds files under the names that they have in the route, flat. From the moment in which the
-// first file of a route is deleted to the moment in which the last new one stands, every original
-// is in the route or in its .unfinished folder, so that the route can be made what it was. An empty
-// .rivelt-NAME in there is for a new file whose original has that name in other letter case.
+// The originals that updates have replaced: listed, and put back.
 
 #pragma once
 
@@ -18,67 +10,49 @@
 
 namespace rivelt {
 
-// The file of a route's own that is staged and kept beside its world files.
-inline constexpr Text_View Local_File = u"tsection.dat";
-
-// Whether the name is that of the local file in any letter case.
-bool Is_Local_File(Text_View name);
-
-// Where the file of a route's own goes by its name: the local tsection.dat into the route's folder,
-// any other into its World folder.
-Text Route_File_Path(Text_View root, Text_View route_folder, bool is_tsection, Text_View name);
-
 struct Backup {
-  Text Route_Folder;
-  Text Time;  // 2026-11-22 20.15.07
+  enum class State {
+    Finished,    // of a finished update: the route can be made what it was before it
+    Unfinished,  // of an update that has not finished
+    Set_Aside,   // of an update that was rolled back: what somebody had changed in between
+  };
+
+  Text Route;  // the name of its folder
+  Text Time;   // 2026-11-22 20.15.07
+  State Kind = State::Finished;
   Long Files = 0;
   std::uint64_t Bytes = 0;
+  std::vector<Text> Changed;  // places of files that were no longer what the check had read
 };
 
-class Backups {
- public:
-  // root is the installation's. The files must outlive the object.
-  Backups(File_System_Object& files, Text_View root) : Files(files), Root(root) {}
+// In the order of routes, the oldest first. Failure: they cannot be read.
+std::vector<Backup> List_Backups(File_System_Object& files, Text_View root);
 
-  // Keeps every file of the route that one of the new files will replace, in the route's
-  // .unfinished folder, and forces it and new_files_folder to disk. What is kept there already
-  // stays. Failure: it cannot be done, or two new files would replace the same one; nothing is kept
-  // that was not before.
-  void Keep_Originals(Text_View route_folder, const Collection<File>& new_files,
-                      Text_View new_files_folder);
+// Places below the route's folder.
+struct Restored {
+  std::vector<Text> Put_Back;
+  std::vector<Text> Removed;     // the route did not have them then
+  std::vector<Text> From_Later;  // of those put back: the original is from a later update
+  std::vector<Text> Newer;       // left alone: newer than the backup and in none
+};
 
-  // Marks the kept originals as those of an Update that has come to its end.
-  void Complete(Text_View route_folder);
+// Makes the route what it was just before the update of that time: every file that this update or a
+// later one has replaced becomes what the earliest of them kept. What is replaced goes into a new
+// backup. The caller holds the lock and has recovered the route's updates. Failure: there is no
+// finished backup of that time, or it cannot be done; Has_Unfinished_Update tells whether the route
+// was touched.
+Restored Restore_Backup(File_System_Object& files, Text_View root, Text_View route, Text_View time);
 
-  // The folders of the routes whose last Update has not come to its end.
-  std::vector<Text> Unfinished() const;
-
-  bool Is_Unfinished(Text_View route_folder) const;
-
-  // Puts the originals back over the route's files. Failure: some may be back, but all are still
-  // kept; it can be tried again.
-  void Take_Back(Text_View route_folder);
-
-  // Completed ones, in the order of routes, the oldest first.
-  std::vector<Backup> List() const;
-
-  // Copies the files of a backup over the route's, which go into a new backup. Failure: there is no
-  // such backup, or not all files could be copied; what was replaced can be taken back then.
-  void Restore(const Backup& backup);
-
- private:
-  Text Parent_Folder() const { return Root + u"\\Quenby\\backup"; }
-  Text Unfinished_Folder(Text_View route_folder) const;
-  Text Completed_Folder(Text_View route_folder, Text_View time) const;
-  Text Original_Path(Text_View route_folder, Text_View name) const;
-  void Make_Folder(const Text& path);
-  void Remove_New_One(Text_View route_folder, Text_View name);
-  void Put_Back(Text_View route_folder, File& original);
-  void Delete_Temporaries(const Text& folder);
-  void Flush_Route(Text_View route_folder);
-
-  File_System_Object& Files;
-  Text Root;
+struct Restore_Result {
+  enum class End {
+    Done,
+    Lock_Held,        // another program is at work; nothing was touched
+    Nothing_Touched,  // it could not be begun
+    Rolled_Back,      // it failed part-way, and the route is what it was
+    Unfinished,       // it failed part-way; the next start rolls it back
+  };
+  End How = End::Done;
+  Restored Files;
 };
 
 }  // namespace rivelt

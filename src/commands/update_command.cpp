@@ -1,5 +1,5 @@
 #include "app/frm_main.h"
-#include "backup/backups.h"
+#include "app/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -28,38 +28,43 @@ void frmMain::cmdUpdate_Click() try {
 }
 
 void frmMain::Move_Staged_Files() {
+  Changed_Files.clear();
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
-  const Text route_folder = Current_Route_Folder();
+  Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
   if (staged_files.Count() == 0) {
-    // An earlier Update can have moved everything and failed behind that. If it has not, somebody
-    // has removed what it had still to move, and it can only be taken back.
-    if (Route_Backups().Is_Unfinished(route_folder)) {
-      if (!All_Moved) throw Failure();
-      Route_Backups().Complete(route_folder);
-    }
+    update.Complete_If_All_Moved();
     Add_Line(NL + u"No update needed");
     return;
   }
   // Another program can have staged these since somebody removed the folder.
   if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
-  for (const auto& file : staged_files) {
-    // As a world file it would pass for the route's own among the originals.
-    if (file->name() != Local_File && Is_Local_File(file->name())) throw Failure();
-  }
-  All_Moved = false;
-  Route_Backups().Keep_Originals(route_folder, staged_files, Staging_Folder());
+  update.Keep_Originals(Replacements_By(staged_files));
   for (const auto& file : staged_files) {
     const Text destination = Destination(file->name());
+    update.Require_As_Kept(places::Place_Of_Staged(file->name()));
     FSO->DeleteFile(destination, true);
     file->Move(destination);
   }
-  All_Moved = true;
-  Route_Backups().Complete(route_folder);
+  update.Complete();
+  Changed_Files = update.Changed_Since_Check();
   Add_Line(NL + u"Finished updating ");
 }
 
+std::vector<Replacement> frmMain::Replacements_By(const Collection<File>& staged_files) const {
+  std::vector<Replacement> replacements;
+  for (const auto& file : staged_files) {
+    const Text name = file->name();
+    Replacement& replacement = replacements.emplace_back();
+    replacement.Place = places::Place_Of_Staged(name);
+    replacement.Source = places::Below(places::Staging_Name, name);
+    const auto checked = Checked_Files.find(name);
+    if (checked != Checked_Files.end()) replacement.As_Checked = checked->second;
+  }
+  return replacements;
+}
+
 Text frmMain::Destination(Text_View name) const {
-  return Route_File_Path(MSTS_Path, Current_Route_Folder(), name == Local_File, name);
+  return places::Destination(MSTS_Path, Current_Route_Folder(), name);
 }
 
 }  // namespace rivelt

@@ -1,4 +1,5 @@
 #include "app/frm_main.h"
+#include "app/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -37,21 +38,21 @@ void frmMain::Rebuild_Transforms() {
 }
 
 void frmMain::Prepare_Staging_Folder() {
+  Make_Folder(places::Quenby(MSTS_Path));
   Lock_Installation();
-  Take_Back_Unfinished_Updates();
+  Recover_Route(Current_Route_Folder());
+  Make_Folder(Staging_Folder());
+  Checked_Files.clear();
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
   for (const auto& file : staged_files) file->Delete(true);
 }
 
-void frmMain::Make_Staging_Folder() {
-  if (FSO->FolderExists(Staging_Folder())) return;
-  const Text parent = MSTS_Path + u"\\Quenby";
-  if (!FSO->FolderExists(parent)) FSO->CreateFolder(parent);
-  FSO->CreateFolder(Staging_Folder());
+void frmMain::Make_Folder(const Text& path) {
+  if (!FSO->FolderExists(path)) FSO->CreateFolder(path);
 }
 
 Text frmMain::Staging_Folder() const {
-  return MSTS_Path + u"\\Quenby\\tmp";
+  return places::Staging(MSTS_Path);
 }
 
 const Text& frmMain::Current_Route_Folder() const {
@@ -59,13 +60,14 @@ const Text& frmMain::Current_Route_Folder() const {
 }
 
 Text frmMain::Route_Folder() const {
-  return Concatenate({MSTS_Path, u"\\routes\\", Current_Route_Folder()});
+  return places::Route(MSTS_Path, Current_Route_Folder());
 }
 
-void frmMain::Stage(Text_View name, Text_View text) {
-  const auto stream = FSO->CreateTextFile(Concatenate({Staging_Folder(), u"\\", name}), true, true);
+void frmMain::Stage(Text_View name, Text_View text, const File_State& original) {
+  const auto stream = FSO->CreateTextFile(places::Below(Staging_Folder(), name), true, true);
   stream->Write(text);
   stream->Close();
+  Checked_Files[Text(name)] = original;
 }
 
 }  // namespace rivelt

@@ -1,4 +1,5 @@
 #include "app/frm_main.h"
+#include "app/places.h"
 #include "convert/rebase_tsection.h"
 
 namespace rivelt {
@@ -6,7 +7,8 @@ namespace rivelt {
 void frmMain::Do_Tsection() try {
   Section_Delta = 0;
   Shape_Delta = 0;
-  const auto file = FSO->GetFile(Route_Folder() + u"\\tsection.dat");
+  const auto file = FSO->GetFile(places::Below(Route_Folder(), places::Tsection));
+  const File_State state = file->State();
   const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(u"Local tsection.dat");
   const Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
@@ -14,7 +16,7 @@ void frmMain::Do_Tsection() try {
   Section_Delta = rebased.Section_Delta;
   Shape_Delta = rebased.Shape_Delta;
   if (Section_Delta == 0 && Shape_Delta == 0) return;
-  Stage(u"tsection.dat", rebased.Output);
+  Stage(places::Tsection, rebased.Output, state);
 } catch (const std::exception&) {
   Section_Delta = 0;
   Shape_Delta = 0;

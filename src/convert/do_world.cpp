@@ -24,6 +24,7 @@ void frmMain::Do_World() try {
 
 void frmMain::Convert_World_File(File& file) {
   const Log_Line log = [this](Text_View line) { Add_Line(line); };
+  const File_State state = file.State();
   Text output = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(Concatenate({NL, u"world\\", file.name()}));
   if (Find_Text(1, output, u"Tr_Worldfile") == 0) {
@@ -44,7 +45,7 @@ void frmMain::Convert_World_File(File& file) {
     output = std::move(passed.Output);
     change_count = passed.Count;
   }
-  if (dyntrack_count != 0 || change_count != 0) Stage(file.name(), output);
+  if (dyntrack_count != 0 || change_count != 0) Stage(file.name(), output, state);
 }
 
 }  // namespace rivelt

@@ -1,0 +1,56 @@
+// Where things lie in an installation: every path is spelled here, by plain concatenation onto the
+// installation's root. A route is named by its folder.
+
+#pragma once
+
+#include "text/primitives.h"
+#include "text/text.h"
+
+namespace rivelt::places {
+
+// The catalogue's name, in the installation and in a route.
+inline constexpr Text_View Tsection = u"tsection.dat";
+inline constexpr Text_View World_Folder = u"World";
+
+inline Text Below(Text_View folder, Text_View name) {
+  return Concatenate({folder, u"\\", name});
+}
+
+inline Text Routes(Text_View root) {
+  return Concatenate({root, u"\\routes"});
+}
+inline Text Route(Text_View root, Text_View route) {
+  return Concatenate({root, u"\\routes\\", route});
+}
+inline Text World(Text_View root, Text_View route) {
+  return Concatenate({root, u"\\routes\\", route, u"\\world"});
+}
+
+// The folder of everything that the program writes beside the routes.
+inline Text Quenby(Text_View root) {
+  return Concatenate({root, u"\\Quenby"});
+}
+inline Text Backups(Text_View root) {
+  return Concatenate({root, u"\\Quenby\\backup"});
+}
+// The folder of all updates of a route.
+inline Text Updates(Text_View root, Text_View route) {
+  return Concatenate({root, u"\\Quenby\\backup\\", route});
+}
+
+// Below Quenby.
+inline constexpr Text_View Staging_Name = u"tmp";
+
+inline Text Staging(Text_View root) {
+  return Concatenate({root, u"\\Quenby\\tmp"});
+}
+
+// Where a staged file goes below the route's folder. Its exact name decides.
+inline Text Place_Of_Staged(Text_View name) {
+  return name == Tsection ? Text(name) : Below(World_Folder, name);
+}
+inline Text Destination(Text_View root, Text_View route, Text_View name) {
+  return Concatenate({root, u"\\Routes\\", route, u"\\", Place_Of_Staged(name)});
+}
+
+}  // namespace rivelt::places

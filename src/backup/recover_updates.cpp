@@ -1,0 +1,140 @@
+#include "backup/recover_updates.h"
+
+#include <algorithm>
+
+#include "app/places.h"
+#include "backup/backup_name.h"
+#include "backup/update_folder.h"
+
+namespace rivelt {
+namespace {
+
+class Recovery_Of_One {
+ public:
+  Recovery_Of_One(File_System_Object& files, Update_Folder& folder, Recovery& report)
+      : Files(files), Folder(folder), Report(report) {}
+
+  void Run() {
+    const auto journal = Folder.Read();
+    if (!journal) return Folder.Discard({});
+    Require_Route(*journal);
+    Folder.Route.Delete_Temporaries();
+    switch (Folder.Outcome_Of(*journal)) {
+      case Outcome::Untouched:
+        return Leave(*journal);
+      case Outcome::Finished:
+        Folder.Route.Flush();
+        return Folder.Complete();
+      case Outcome::Rolled_Back:
+        return Roll_Back(*journal);
+    }
+  }
+
+ private:
+  void Require_Route(const Journal& journal) const {
+    const auto in_world = [](const Journal_File& file) {
+      return !Folder_In(file.New_Place).empty();
+    };
+    const bool needs_world = std::ranges::any_of(journal, in_world);
+    if (!Folder.Route.Exists()) throw Failure();
+    if (needs_world && !Files.FolderExists(Folder.Route.Path(places::World_Folder))) {
+      throw Failure();
+    }
+  }
+
+  // Where somebody has changed files, the originals stay as a backup of its own right.
+  void Leave(const Journal& journal) {
+    const auto is_original = [&](const Journal_File& file) {
+      const Found found = Folder.Found_Of(file);
+      return found == Found::Original || found == Found::Either;
+    };
+    if (std::ranges::all_of(journal, is_original)) return Folder.Discard(journal);
+    for (const Journal_File& file : journal) Detach(file);
+    Folder.Kept.Flush();
+    Folder.Complete();
+  }
+
+  // A kept file that is the route's own becomes a copy, or editing the route would change both.
+  void Detach(const Journal_File& file) {
+    if (!file.Original) return;
+    const auto kept = Folder.Kept.Find_Exactly(file.Original_Place);
+    const auto in_route = Folder.Holder_Of(file, file.Original_Place);
+    if (!in_route) return;
+    if (kept && kept->State().Identity != in_route->State().Identity) return;
+    // Killed in between, the file is in the route alone, and this is done again.
+    if (kept) kept->Delete(true);
+    in_route->Copy(Folder.Kept.Path(file.Original_Place));
+  }
+
+  void Roll_Back(const Journal& journal) {
+    for (const Journal_File& file : journal) Put_Back(file);
+    Folder.Route.Flush();
+    Folder.Discard(journal);
+    Report.Was_Rolled_Back = true;
+  }
+
+  void Put_Back(const Journal_File& file) {
+    bool has_place = false;
+    for (const Update_Folder::Holder& holder : Folder.Holders_Of(file)) {
+      if (holder.Kind == Found::New) {
+        holder.Held->Delete(true);
+      } else if (holder.Kind == Found::Other) {
+        Set_Aside(file, *holder.Held);
+      } else {
+        has_place = true;
+      }
+    }
+    if (has_place || !file.Original) return;
+    const auto kept = Folder.Kept.Find_Exactly(file.Original_Place);
+    if (!kept) throw Failure();
+    kept->Keep(Folder.Route.Path(file.Original_Place));
+  }
+
+  void Set_Aside(const Journal_File& file, File& changed) {
+    Placed_Files aside(Files, Folder.Kept.Path(Changed_Since_Name));
+    const Text place = Concatenate({Folder_In(file.New_Place), changed.name()});
+    aside.Make_Folder_Of(place);
+    Text target = place;
+    for (int number = 2; aside.Find(target); ++number) target = place + Number_Text(number);
+    changed.Move(aside.Path(target));
+    Report.Set_Aside.push_back(place);
+  }
+
+  File_System_Object& Files;
+  Update_Folder& Folder;
+  Recovery& Report;
+};
+
+std::vector<Text> Unfinished(File_System_Object& files, Text_View root, Text_View route) {
+  std::vector<Text> names = Update_Folders(files, root, route);
+  std::erase_if(names, [](const Text& name) { return !name.ends_with(Unfinished_Ending); });
+  return names;
+}
+
+}  // namespace
+
+Recovery Recover_Updates(File_System_Object& files, Text_View root, Text_View route) {
+  Recovery report;
+  std::vector<Text> names = Unfinished(files, root, route);
+  std::ranges::reverse(names);
+  for (const Text& name : names) {
+    Update_Folder folder(files, root, route, name);
+    Recovery_Of_One(files, folder, report).Run();
+  }
+  return report;
+}
+
+std::vector<Text> Routes_With_Unfinished_Updates(File_System_Object& files, Text_View root) {
+  std::vector<Text> routes;
+  const auto folders = files.GetFolder(places::Backups(root))->SubFolders();
+  for (const auto& folder : folders) {
+    if (Has_Unfinished_Update(files, root, folder->name())) routes.push_back(folder->name());
+  }
+  return routes;
+}
+
+bool Has_Unfinished_Update(File_System_Object& files, Text_View root, Text_View route) {
+  return !Unfinished(files, root, route).empty();
+}
+
+}  // namespace rivelt
