@@ -291,8 +291,9 @@ TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothin
                    No_Update));
 
   Train.Put(u"routes\\A\\world\\TSECTION.DAT", u"theirs").Put(u"Quenby\\tmp\\TSECTION.DAT", u"");
-  Window.Press(cmdUpdate);  // would replace it without keeping it
-  EXPECT_EQ(Train.Content(u"routes\\A\\world\\TSECTION.DAT"), u"theirs");
+  Window.Press(cmdUpdate);  // only the exact name leads to the route's own folder
+  EXPECT_EQ(Train.Content(u"routes\\A\\world\\TSECTION.DAT"), u"");
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Moved_Local);
 }
 
 TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {

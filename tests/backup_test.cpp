@@ -1,0 +1,103 @@
+// The pure parts of the journal of an update.
+
+#include <gtest/gtest.h>
+
+#include "backup/backup_name.h"
+#include "backup/decision.h"
+#include "backup/journal.h"
+#include "text/utf8.h"
+
+namespace rivelt {
+namespace {
+
+TEST(Decide, What_Is_Found_Of_An_Unfinished_Update_Settles_What_Becomes_Of_It) {
+  using enum Found;
+  using enum Outcome;
+  const struct {
+    std::vector<Found> Files;
+    bool All_Moved;
+    Outcome Wanted;
+  } cases[] = {
+      {{Original, Original}, false, Untouched}, {{Original, Either, Other}, false, Untouched},
+      {{Other, Not_Moved}, true, Untouched},    {{New, New, Either}, false, Finished},
+      {{New, Other}, true, Finished},           {{New, Other}, false, Rolled_Back},
+      {{New, Original}, true, Rolled_Back},     {{New, Missing}, true, Rolled_Back},
+      {{New, Not_Moved}, true, Rolled_Back},    {{Missing, Original}, false, Rolled_Back},
+      {{Missing, Other}, false, Rolled_Back},   {{Missing, Either}, false, Rolled_Back},
+  };
+  for (const auto& [files, all_moved, wanted] : cases) {
+    std::string named;
+    for (const Found found : files) named += std::to_string(static_cast<int>(found)) + " ";
+    EXPECT_EQ(Decide(files, all_moved), wanted) << named << all_moved;
+  }
+}
+
+TEST(Content, Pieces_Make_No_Difference_And_Every_Byte_Does) {
+  std::string bytes = "some bytes of a file, more than a word, and with \xFF";
+  const auto in_pieces = [&](std::size_t size) {
+    Content_Reader reader;
+    for (std::size_t i = 0; i < bytes.size(); i += size) {
+      reader.Add(std::string_view(bytes).substr(i, size));
+    }
+    return reader.Whole();
+  };
+  const Content whole = in_pieces(bytes.size());
+  for (std::size_t size = 1; size < 20; ++size) EXPECT_EQ(in_pieces(size), whole) << size;
+  for (char& byte : bytes) {
+    byte ^= 1;
+    EXPECT_NE(in_pieces(bytes.size()), whole);
+    byte ^= 1;
+  }
+  bytes.back() = '\0';
+  const Content with_zero = in_pieces(8);
+  bytes.pop_back();
+  EXPECT_NE(in_pieces(8).Checksum, with_zero.Checksum);
+}
+
+Journal Example() {
+  return {{u"TSection.DAT", Content{12, 0xFFFFFFFFFFFFFFFF}, u"tsection.dat", Content{14, 1},
+           u"tmp\\tsection.dat", true, false},
+          {u"", std::nullopt, u"World\\w-1.w", Content{0, 0}, u"tmp\\w-1.w", false, false},
+          {u"World\\w 2.w", Content{3, 4}, u"World\\w 2.w", std::nullopt, u"", false, true}};
+}
+
+TEST(Journal, Comes_Back_As_It_Was_And_Only_Whole) {
+  const Text text = Journal_Text(Example());
+  const auto journal = Read_Journal(text);
+  ASSERT_TRUE(journal);
+  EXPECT_EQ(*journal, Example());
+  EXPECT_EQ(Read_Journal(Journal_Text({})), Journal());
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    EXPECT_FALSE(Read_Journal(text.substr(0, length))) << length;
+    Text changed = text;
+    changed[length] ^= 1;
+    EXPECT_FALSE(Read_Journal(changed)) << length;
+  }
+  for (const Text_View name : {u"tmp\\a\tb", u"tmp\\a\r\nb"}) {
+    Journal odd = Example();
+    odd[0].Source = name;
+    EXPECT_THROW(Journal_Text(odd), Failure) << To_Utf8(name);
+  }
+}
+
+TEST(Backup_Time, Is_Later_Than_Every_Other_Whatever_The_Clock_Says) {
+  const struct {
+    Text_View Newest, Wanted;
+  } cases[] = {
+      {u"2999-12-31 23.59.59", u"3000-01-01 00.00.00"},
+      {u"2996-02-28 23.59.59", u"2996-02-29 00.00.00"},
+      {u"2999-08-09 10.19.08", u"2999-08-09 10.19.09"},
+  };
+  for (const auto& [newest, wanted] : cases) EXPECT_EQ(Backup_Time_After(newest), wanted);
+  EXPECT_TRUE(Is_Backup_Time(Backup_Time_After(u"")));
+  EXPECT_GT(Backup_Time_After(u"2001-01-01 00.00.00"), u"2026");
+  EXPECT_THROW(Backup_Time_After(u"9999-12-31 23.59.59"), Failure);
+  for (const Text_View text :
+       {u"2026-11-22 20.15.0", u"2026-11-22_20.15.07", u"nineteen characters",
+        u"2026-11-22 20:15:07", u"2026-11-22 20.15.07 "}) {
+    EXPECT_FALSE(Is_Backup_Time(text)) << To_Utf8(text);
+  }
+}
+
+}  // namespace
+}  // namespace rivelt
