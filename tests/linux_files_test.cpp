@@ -13,7 +13,9 @@
 #include <functional>
 #include <thread>
 
-#include "backup/backups.h"
+#include "app/places.h"
+#include "backup/recover_updates.h"
+#include "backup/route_update.h"
 #include "machine_folder.h"
 #include "platform/linux/linux_files.h"
 #include "text/utf8.h"
@@ -137,22 +139,33 @@ TEST_F(Linux_Files, Folders_That_Differ_In_Case_Only_Are_One_Below_The_Root_And_
 
 TEST_F(Linux_Files, A_World_File_Renamed_In_Case_Is_Replaced_And_Comes_Back_Under_Its_Own_Name) {
   const Text world = u"Routes/A/World";
-  for (const Text& name : {Text(u"Routes"), Text(u"Routes/A"), world, Text(u"tmp")})
+  for (const Text& name : {Text(u"Routes"), Text(u"Routes/A"), world, Text(u"Quenby")})
     Machine.Plant_Folder(name);
   for (const Text name : {u"/W-1.W", u"/b.w", u"/B.w"}) Machine.Plant(world + name, "old");
-  for (const Text name : {u"tmp/w-1.w", u"tmp/b.w"}) Machine.Plant(name, "new");
-  Backups backups(Files(), Path(u""));
-  const auto staged = Files().GetFolder(Path(u"tmp"))->Files();
   for (const bool is_whole : {false, true}) {
-    backups.Keep_Originals(u"A", staged, Path(u"tmp"));
+    if (!is_whole) Machine.Plant_Folder(u"Quenby/tmp");
+    for (const Text name : {u"Quenby/tmp/w-1.w", u"Quenby/tmp/b.w"}) Machine.Plant(name, "new");
+    Route_Update update(Files(), Path(u""), u"A");
+    std::vector<Replacement> replacements;
+    for (const Text name : {u"b.w", u"w-1.w"}) {
+      replacements.push_back({places::Place_Of_Staged(name), u"tmp\\" + name, std::nullopt});
+    }
+    update.Keep_Originals(replacements);
+    const auto staged = Files().GetFolder(Path(u"Quenby/tmp"))->Files();
     for (const auto& file : staged) {
-      const Text place = Route_File_Path(Path(u""), u"A", false, file->name());
+      update.Require_As_Kept(places::Place_Of_Staged(file->name()));
+      const Text place = places::Destination(Path(u""), u"A", file->name());
       Files().DeleteFile(place, true);
-      if (is_whole) file->Move(place);
+      if (is_whole || file->name() == u"b.w") file->Move(place);
     }
     EXPECT_EQ(Machine.Names_In(world),
-              is_whole ? Names({u"B.w", u"b.w", u"w-1.w"}) : Names({u"B.w"}));
-    backups.Take_Back(u"A");
+              is_whole ? Names({u"B.w", u"b.w", u"w-1.w"}) : Names({u"B.w", u"b.w"}));
+    EXPECT_EQ(Machine.Bytes(world + u"/B.w"), "old");
+    EXPECT_EQ(Recover_Updates(Files(), Path(u""), u"A").Was_Rolled_Back, !is_whole);
+    if (is_whole) {
+      EXPECT_EQ(Machine.Bytes(world + u"/w-1.w"), "new");
+      continue;
+    }
     EXPECT_EQ(Machine.Names_In(world), Names({u"B.w", u"W-1.W", u"b.w"}));
     for (const Text& name : Machine.Names_In(world))
       EXPECT_EQ(Machine.Bytes(world + u"/" + name), "old");
