@@ -161,7 +161,9 @@ TEST_F(Linux_Files, A_World_File_Renamed_In_Case_Is_Replaced_And_Comes_Back_Unde
     EXPECT_EQ(Machine.Names_In(world),
               is_whole ? Names({u"B.w", u"b.w", u"w-1.w"}) : Names({u"B.w", u"b.w"}));
     EXPECT_EQ(Machine.Bytes(world + u"/B.w"), "old");
-    EXPECT_EQ(Recover_Updates(Files(), Path(u""), u"A").Was_Rolled_Back, !is_whole);
+    Recovery recovery;
+    Recover_Updates(Files(), Path(u""), u"A", recovery);
+    EXPECT_EQ(recovery.Was_Rolled_Back, !is_whole);
     if (is_whole) {
       EXPECT_EQ(Machine.Bytes(world + u"/w-1.w"), "new");
       continue;

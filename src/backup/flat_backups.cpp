@@ -15,7 +15,10 @@ std::vector<Text> Flat_Folders(File_System_Object& files, Text_View root) {
   if (!files.FolderExists(places::Backups(root))) return names;
   const auto folders = files.GetFolder(places::Backups(root))->SubFolders();
   for (const auto& folder : folders) {
-    if (folder->Files().Count() > 0) names.push_back(folder->name());
+    // A folder that cannot be read is no backup that could be restored.
+    Ignoring_Failures([&] {
+      if (folder->Files().Count() > 0) names.push_back(folder->name());
+    });
   }
   return names;
 }

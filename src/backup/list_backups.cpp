@@ -15,8 +15,10 @@ void Count(Backup& backup, const Placed_Files& files) {
   if (!files.Exists()) return;
   for (const Text& place : files.Places()) {
     if (place == Journal_Name || place == All_Moved_Name) continue;
+    const auto file = files.Find_Exactly(place);
+    if (!file) continue;  // another program has just moved it
     ++backup.Files;
-    backup.Bytes += files.Find_Exactly(place)->State().Size;
+    backup.Bytes += file->State().Size;
   }
 }
 

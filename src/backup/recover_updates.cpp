@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/ignoring_failures.h"
 #include "app/places.h"
 #include "backup/backup_name.h"
 #include "backup/update_folder.h"
@@ -24,6 +25,8 @@ class Recovery_Of_One {
         return Leave(*journal);
       case Outcome::Finished:
         Folder.Route.Flush();
+        for (const Journal_File& file : *journal) Folder.Detach(file);
+        Folder.Kept.Flush();
         return Folder.Complete();
       case Outcome::Rolled_Back:
         return Roll_Back(*journal);
@@ -49,28 +52,38 @@ class Recovery_Of_One {
       return found == Found::Original || found == Found::Either;
     };
     if (std::ranges::all_of(journal, is_original)) return Folder.Discard(journal);
-    for (const Journal_File& file : journal) Detach(file);
+    for (const Journal_File& file : journal) Folder.Detach(file);
     Folder.Kept.Flush();
     Folder.Complete();
   }
 
-  // A kept file that is the route's own becomes a copy, or editing the route would change both.
-  void Detach(const Journal_File& file) {
-    if (!file.Original) return;
-    const auto kept = Folder.Kept.Find_Exactly(file.Original_Place);
-    const auto in_route = Folder.Holder_Of(file, file.Original_Place);
-    if (!in_route) return;
-    if (kept && kept->State().Identity != in_route->State().Identity) return;
-    // Killed in between, the file is in the route alone, and this is done again.
-    if (kept) kept->Delete(true);
-    in_route->Copy(Folder.Kept.Path(file.Original_Place));
+  void Roll_Back(const Journal& journal) {
+    Require_Originals(journal);
+    Journal settled;
+    for (const Journal_File& file : journal) {
+      Put_Back(file);
+      // Where somebody's file stays, the original may have been deleted before it came.
+      if (Folder.Found_Of(file) == Found::Original || Folder.Found_Of(file) == Found::Either) {
+        settled.push_back(file);
+      } else {
+        Folder.Detach(file);
+      }
+    }
+    Folder.Route.Flush();
+    Folder.Kept.Flush();
+    Folder.Discard(settled);
+    Report.Was_Rolled_Back = true;
   }
 
-  void Roll_Back(const Journal& journal) {
-    for (const Journal_File& file : journal) Put_Back(file);
-    Folder.Route.Flush();
-    Folder.Discard(journal);
-    Report.Was_Rolled_Back = true;
+  // Before the first file goes: somebody can have taken originals out of the folder.
+  void Require_Originals(const Journal& journal) const {
+    for (const Journal_File& file : journal) {
+      const Found found = Folder.Found_Of(file);
+      const bool goes_back =
+          found == Found::New || found == Found::Missing || found == Found::Other;
+      const bool is_kept = Folder.Kept.Find_Exactly(file.Original_Place) != nullptr;
+      if (goes_back && file.Original && !is_kept) throw Failure();
+    }
   }
 
   void Put_Back(const Journal_File& file) {
@@ -90,13 +103,17 @@ class Recovery_Of_One {
     kept->Keep(Folder.Route.Path(file.Original_Place));
   }
 
+  // The copy is safe on disk before the file leaves the route.
   void Set_Aside(const Journal_File& file, File& changed) {
     Placed_Files aside(Files, Folder.Kept.Path(Changed_Since_Name));
     const Text place = Concatenate({Folder_In(file.New_Place), changed.name()});
     aside.Make_Folder_Of(place);
     Text target = place;
     for (int number = 2; aside.Find(target); ++number) target = place + Number_Text(number);
-    changed.Move(aside.Path(target));
+    changed.Copy(aside.Path(target));
+    aside.Flush();
+    Files.Flush(Folder.Path());
+    changed.Delete(true);
     Report.Set_Aside.push_back(place);
   }
 
@@ -113,22 +130,24 @@ std::vector<Text> Unfinished(File_System_Object& files, Text_View root, Text_Vie
 
 }  // namespace
 
-Recovery Recover_Updates(File_System_Object& files, Text_View root, Text_View route) {
-  Recovery report;
+void Recover_Updates(File_System_Object& files, Text_View root, Text_View route, Recovery& report) {
   std::vector<Text> names = Unfinished(files, root, route);
   std::ranges::reverse(names);
   for (const Text& name : names) {
     Update_Folder folder(files, root, route, name);
     Recovery_Of_One(files, folder, report).Run();
   }
-  return report;
 }
 
 std::vector<Text> Routes_With_Unfinished_Updates(File_System_Object& files, Text_View root) {
   std::vector<Text> routes;
   const auto folders = files.GetFolder(places::Backups(root))->SubFolders();
   for (const auto& folder : folders) {
-    if (Has_Unfinished_Update(files, root, folder->name())) routes.push_back(folder->name());
+    // Of what cannot be read nothing is known, so that the attempt to recover it reports it.
+    bool may_be_unfinished = true;
+    Ignoring_Failures(
+        [&] { may_be_unfinished = Has_Unfinished_Update(files, root, folder->name()); });
+    if (may_be_unfinished) routes.push_back(folder->name());
   }
   return routes;
 }

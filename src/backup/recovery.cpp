@@ -37,13 +37,22 @@ void frmMain::Recover_Or_Report(const Text& route_folder) try {
 }
 
 void frmMain::Recover_Route(const Text& route_folder) {
-  const Recovery recovery = Recover_Updates(*FSO, MSTS_Path, route_folder);
-  for (const Text& place : recovery.Set_Aside) {
-    Report_Recovery(u"Set aside a file that was changed since the update: ", place);
+  Recovery recovery;
+  const auto report = [&] {
+    for (const Text& place : recovery.Set_Aside) {
+      Report_Recovery(u"Set aside a file that was changed since the update: ", place);
+    }
+    if (recovery.Was_Rolled_Back) {
+      Report_Recovery(u"Rolled back an unfinished update: ", route_folder);
+    }
+  };
+  try {
+    Recover_Updates(*FSO, MSTS_Path, route_folder, recovery);
+  } catch (const std::exception&) {
+    report();  // what was done so far
+    throw;
   }
-  if (recovery.Was_Rolled_Back) {
-    Report_Recovery(u"Rolled back an unfinished update: ", route_folder);
-  }
+  report();
 }
 
 void frmMain::Report_Recovery(Text_View line, Text_View what) {

@@ -77,9 +77,10 @@ class Restoration {
 
   void Add_Flat(const Flat_Backup_Name& name, std::vector<Earlier_File>& kept) const {
     const Text folder = Flat_Backup_Path(Root, name);
-    for (const Text& place : Placed_Files(Files, folder).Places()) {
-      kept.push_back(
-          {In_Route.Own_Spelling(Place_In_Route(place)), places::Below(folder, place), name.Time});
+    const auto files = Files.GetFolder(folder)->Files();
+    for (const auto& file : files) {
+      kept.push_back({In_Route.Own_Spelling(Place_In_Route(file->name())),
+                      places::Below(folder, file->name()), name.Time});
     }
   }
 
@@ -120,6 +121,7 @@ class Restoration {
       Ignoring_Failures([&] { Update.Give_Up(); });
       throw;
     }
+    for (const auto& [key, file] : Wanted) In_Route.Make_Folder_Of(file.Place);
     auto replacement = replacements.begin();
     for (const auto& [key, file] : Wanted) Put_Back(*replacement++, file);
     Update.Complete();

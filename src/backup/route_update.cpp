@@ -65,7 +65,7 @@ void Route_Update::Keep_Originals(const std::vector<Replacement>& replacements) 
     Ignoring_Failures([&] { Give_Up(); });
     throw;
   }
-  for (const Text& place : Dropped) Files.DeleteFile(Current->Kept.Path(place), true);
+  Current->Discard_Kept(Dropped);
 }
 
 // The journal of the failed update, as far as it still holds.
@@ -77,7 +77,7 @@ void Route_Update::Carry_Over(const std::vector<Replacement>& replacements) {
     const auto still_staged = staged.find(file.Source);
     if (still_staged == staged.end()) {
       if (found == Found::Original) {
-        Dropped.push_back(file.Original_Place);
+        Dropped.push_back(file);
       } else if (found == Found::New || found == Found::Either) {
         Entries.push_back(file);
       } else {
@@ -108,10 +108,10 @@ Journal_File Route_Update::Kept(const Replacement& replacement) {
   if (!file.Source.empty()) {
     file.New = Content_Of(*Files.GetFile(places::Below(places::Quenby(Root), file.Source)));
   }
-  const auto original = Current->Route.Find(file.New_Place);
+  file.Has_Twin = Twins.contains(Fold_Case(file.New_Place));
+  const auto original = Current->Holder_Of(file, file.New_Place);
   if (!original) return file;
   file.Original_Place = Concatenate({Folder_In(file.New_Place), original->name()});
-  file.Has_Twin = Twins.contains(Fold_Case(file.Original_Place));
   Keep_File(*original, file);
   const auto& checked = replacement.As_Checked;
   file.Changed_Since_Check = checked && !Is_Unchanged(*checked, As_Kept[file.Original_Place]);
@@ -123,8 +123,9 @@ void Route_Update::Keep_File(File& original, Journal_File& file) {
   As_Kept[place] = original.State();
   Current->Kept.Make_Folder_Of(place);
   original.Keep(Current->Kept.Path(place));
-  Newly_Kept.push_back(place);
-  file.Original = Content_Of(*Files.GetFile(Current->Kept.Path(place)));
+  Newly_Kept.push_back(file);
+  file.Original = Newly_Kept.back().Original =
+      Content_Of(*Files.GetFile(Current->Kept.Path(place)));
 }
 
 void Route_Update::Note_Twins() {
@@ -165,7 +166,8 @@ void Route_Update::Give_Up() {
     return;
   }
   Current->Write(Earlier);
-  for (const Text& place : Newly_Kept) Files.DeleteFile(Current->Kept.Path(place), true);
+  Files.Flush(Current->Path());
+  Current->Discard_Kept(Newly_Kept);
 }
 
 const Journal_File& Route_Update::Entry_Of(Text_View place) const {
@@ -208,6 +210,8 @@ void Route_Update::Complete_If_All_Moved() {
   Take_Up_Unfinished();
   if (!Current || Current->Outcome_Of(Earlier) != Outcome::Finished) return;
   Current->Route.Flush();
+  for (const Journal_File& file : Earlier) Current->Detach(file);
+  Current->Kept.Flush();
   Current->Complete();
   Current.reset();
 }

@@ -75,8 +75,8 @@ class Route_Update {
   std::map<Text, std::size_t> By_Place;  // of the replacements: their entries
   std::map<Text, File_State> As_Kept;    // the originals just before they were kept, by place
   std::set<Text> Twins;                  // folded places that the route has more than once
-  std::vector<Text> Newly_Kept;
-  std::vector<Text> Dropped;  // kept for files that the update does not replace any more
+  Journal Newly_Kept;
+  Journal Dropped;  // kept for files that the update does not replace any more
 };
 
 }  // namespace rivelt

@@ -1,7 +1,6 @@
 #include "backup/update_folder.h"
 
 #include <algorithm>
-#include <map>
 
 #include "app/ignoring_failures.h"
 #include "app/places.h"
@@ -92,6 +91,16 @@ Outcome Update_Folder::Outcome_Of(const Journal& journal) const {
   return Decide(found, Kept.Find(All_Moved_Name) != nullptr);
 }
 
+void Update_Folder::Detach(const Journal_File& file) {
+  if (!file.Original) return;
+  const auto kept = Kept.Find_Exactly(file.Original_Place);
+  const auto in_route = Holder_Of(file, file.Original_Place);
+  if (!in_route || (kept && kept->State().Identity != in_route->State().Identity)) return;
+  // Killed in between, the file is in the route alone, and this is done again.
+  if (kept) kept->Delete(true);
+  in_route->Copy(Kept.Path(file.Original_Place));
+}
+
 void Update_Folder::Complete() {
   Remove_New_Files();
   const Text completed = Lose_Ending();
@@ -102,24 +111,28 @@ void Update_Folder::Discard(const Journal& journal) {
   // From here on a process that is killed leaves a folder without a journal, which goes as well.
   Delete_If_There(Journal_Name);
   Delete_If_There(All_Moved_Name);
+  Files.Flush(Path());
   Remove_New_Files();
   Kept.Delete_Temporaries();
-  std::map<Text, Content> known;
-  for (const Journal_File& file : journal) {
-    if (file.Original) known[file.Original_Place] = *file.Original;
-  }
+  Discard_Kept(journal);
   for (const Text& place : Kept.Places()) {
     const auto kept = Kept.Find_Exactly(place);
-    if (!kept) continue;
-    const Content content = Content_Of(*kept);
-    const auto in_journal = known.find(place);
-    const bool is_known = in_journal != known.end() && in_journal->second == content;
-    if (is_known || Is_In_Route(place, content)) kept->Delete(true);
+    if (kept && Is_In_Route(place, Content_Of(*kept))) kept->Delete(true);
   }
   Remove_If_Empty(Files, Kept.Path(places::World_Folder));
   Remove_If_Empty(Files, Kept.Path());
   if (Kept.Exists()) Lose_Ending();
   Remove_If_Empty(Files, Parent);
+}
+
+void Update_Folder::Discard_Kept(const Journal& journal) {
+  for (const Journal_File& file : journal) {
+    if (!file.Original) continue;
+    const auto kept = Kept.Find_Exactly(file.Original_Place);
+    if (!kept) continue;
+    const Content content = Content_Of(*kept);
+    if (content == *file.Original || Is_In_Route(file.Original_Place, content)) kept->Delete(true);
+  }
 }
 
 bool Update_Folder::Is_In_Route(Text_View place, const Content& content) const {

@@ -56,8 +56,16 @@ class Update_Folder {
   Found Found_Of(const Journal_File& file) const;
   Outcome Outcome_Of(const Journal& journal) const;
 
+  // Where the kept original is the route's own file, makes it a copy, or editing the route would
+  // change both.
+  void Detach(const Journal_File& file);
+
   // Makes it the folder of a finished update.
   void Complete();
+
+  // Deletes the kept originals of these entries, as far as their bytes are the known ones or the
+  // route has them.
+  void Discard_Kept(const Journal& journal);
 
   // Removes the folder of an update that has left nothing in the route. What the journal does not
   // know stays, in a folder that has lost its ending. Without a journal the folder loses only what

@@ -30,14 +30,14 @@ void frmMain::cmdUpdate_Click() try {
 void frmMain::Move_Staged_Files() {
   Changed_Files.clear();
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
+  // Without the lock another program can have staged these, or be at work on the route.
+  if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
   Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
   if (staged_files.Count() == 0) {
     update.Complete_If_All_Moved();
     Add_Line(NL + u"No update needed");
     return;
   }
-  // Another program can have staged these since somebody removed the folder.
-  if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
   update.Keep_Originals(Replacements_By(staged_files));
   for (const auto& file : staged_files) {
     const Text destination = Destination(file->name());

@@ -66,8 +66,8 @@ Text frmMain::Route_Folder() const {
 void frmMain::Stage(Text_View name, Text_View text, const File_State& original) {
   const auto stream = FSO->CreateTextFile(places::Below(Staging_Folder(), name), true, true);
   stream->Write(text);
-  stream->Close();
   Checked_Files[Text(name)] = original;
+  stream->Close();
 }
 
 }  // namespace rivelt

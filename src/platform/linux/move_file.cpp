@@ -70,6 +70,7 @@ void Move_By_Copy(const std::string& from, const std::string& to) {
   New_File copy(to);
   Fill(copy, from);
   Set_Aside source(from);
+  copy.Flush();  // the two disks are written independently of each other
   copy.Commit(false);
   if (source.Remove()) return;
   unlink(to.c_str());

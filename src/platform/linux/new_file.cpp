@@ -79,6 +79,10 @@ void New_File::Make_Sure_It_Is_Stored() const {
   if (second < 0 || close(second) != 0) throw Failure();
 }
 
+void New_File::Flush() const {
+  if (fdatasync(Content.Number()) != 0) throw Failure();
+}
+
 bool New_File::Link(const std::string& path) const {
   const std::string itself = "/proc/self/fd/" + std::to_string(Content.Number());
   return linkat(AT_FDCWD, itself.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
@@ -103,6 +107,8 @@ void New_File::Commit(bool replace) {
     // No call links a file over another.
     Link_Beside();
   }
+  // Or a loss of power could leave neither the old content nor the new one.
+  if (replace) Flush();
   const bool renamed =
       replace ? rename(Temporary.c_str(), Path.c_str()) == 0 : Rename_To_Free_Name(Temporary, Path);
   if (!renamed) throw Failure();

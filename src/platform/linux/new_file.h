@@ -31,8 +31,12 @@ class New_File {
   // Permissions and, for a copy, times can be set through it.
   const Descriptor& Handle() const { return Content; }
 
+  // Returns when the content is safe from a loss of power.
+  void Flush() const;
+
   // Gives the file its name, called once. With replace a file of that name makes way in the same
-  // instant, without it is a Failure. After a Failure the file is lost, and an older one as it was.
+  // instant, its content safe on disk; without it is a Failure. After a Failure the file is lost,
+  // and an older one as it was.
   void Commit(bool replace);
 
  private:
