@@ -36,4 +36,30 @@ expect_empty() {
 # Two files or folders hold the same.
 expect_same() { diff -r "$1" "$2" || fail "$1 and $2 differ"; }
 
+# Starts a script of the console program in $programs on msts that is given its lines by `tell`, which
+# waits until they have been carried out; leaves the files said and complained.
+start_script() {
+  mkfifo told
+  timeout 200 "$programs/rivelt-cli" --root msts script - <told >said 2>complained &
+  scripted=$!
+  exec 3>told
+  rm told
+}
+tell() {
+  local line=${BASH_LINENO[0]}.$SECONDS.$RANDOM deadline=$((SECONDS + 60))
+  printf '%s\n' "$@" "echo told $line" >&3
+  until grep -qFx "told $line" said; do
+    if ! kill -0 "$scripted" 2>/dev/null || ((SECONDS > deadline)); then
+      fail "no answer to $*: $(cat complained)"
+      return 0
+    fi
+    sleep 0.01
+  done
+}
+end_script() {
+  exec 3>&-
+  status=0
+  wait "$scripted" || status=$?
+}
+
 finish() { exit $((failures > 0)); }

@@ -91,7 +91,7 @@ Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
   expect_line err "Rivelt: Could not save the log!"
 }
 
-Update_Moves_The_Copies_And_Can_Be_Restored_And_The_Restore_Taken_Back() {
+Update_Moves_The_Copies_And_Can_Be_Restored_As_Can_The_Restore() {
   sample
   cli check Ambrewick --all
   cp -r msts/Quenby/tmp staged
@@ -111,9 +111,11 @@ Update_Moves_The_Copies_And_Can_Be_Restored_And_The_Restore_Taken_Back() {
   cli backups ambrewick
   expect_status 0
   expect_part out "8 files"
+  local first
+  first=$(cut -f 2 out)
   cli restore Ambrewick
   expect_same updated msts/Routes
-  cli restore Ambrewick --backup "$(cli backups; cut -f 2 out)" --yes
+  cli restore Ambrewick --backup "$first" --yes
   expect_status 0
   expect_routes_untouched
   cli restore Ambrewick --yes
@@ -121,6 +123,10 @@ Update_Moves_The_Copies_And_Can_Be_Restored_And_The_Restore_Taken_Back() {
   cli restore Ambrewick --backup never --yes
   expect_status 2
   expect_line err "There is no such backup."
+  # By hand, too: a backup is copied over the route.
+  cp -r "$(backup_of AMBREWICK "$first")/." msts/Routes/AMBREWICK
+  rm msts/Routes/AMBREWICK/journal.txt
+  expect_routes_untouched
 }
 
 Update_Asks_On_A_Terminal_And_Is_Cancelled_Without_One() {
@@ -313,16 +319,204 @@ Script_Stops_At_A_Line_That_Cannot_Be_Carried_Out() {
   expect_untouched
 }
 
-Taking_Back_Spares_A_File_That_Differs_In_Letter_Case() {
+# A script that is given its lines by `tell`, and has checked the route.
+check_in_script() {
+  start_script
+  tell "route $1" 'option all' check
+}
+world=msts/Routes/AMBREWICK/World
+first_converted() { find msts/Quenby/tmp -name 'w*' | sort | sed 's|.*/||;1q'; }
+last_converted() { find msts/Quenby/tmp -name 'w*' | sort | sed -n 's|.*/||;$p'; }
+# The folder of the only backup of the route, by its end.
+backup_of() { find "msts/Quenby/backup/$1" -mindepth 1 -maxdepth 1 -name "*$2"; }
+
+# An Update that comes upon a file that somebody has removed, in a program that ends then.
+interrupted_update() {
+  check_in_script Ambrewick
+  local last
+  last=$(last_converted)
+  rm "$world/$last" "before/${world#*/}/$last"
+  tell update
+  end_script
+  expect_status 1
+  expect_line complained "Rivelt: Had problems updating this route!"
+}
+
+Every_Command_Rolls_Back_What_Was_Interrupted_And_Says_So() {
   sample
-  local world=msts/Routes/AMBREWICK/World
-  echo twin >$world/twin.w
-  cp -r msts/Routes expected
-  mkdir -p msts/Quenby/backup/AMBREWICK.unfinished
-  echo TWIN | tee msts/Quenby/backup/AMBREWICK.unfinished/TWIN.W >expected/AMBREWICK/World/TWIN.W
+  interrupted_update
+  cp -a msts interrupted # -a: a kept file is the route's own until it is replaced
+  local command
+  for command in routes backups 'check Hestbeck' 'update Hestbeck --yes' 'script /dev/null' \
+    'restore Ambrewick --yes'; do
+    rm -r msts
+    cp -a interrupted msts
+    # shellcheck disable=SC2086 # it is words
+    cli $command
+    [[ $command = restore* ]] || expect_status 0 # there is nothing to restore
+    expect_line <(cat out err) "Rolled back an unfinished update: AMBREWICK"
+    expect_same before/Routes/AMBREWICK msts/Routes/AMBREWICK
+    [ ! -e msts/Quenby/backup/AMBREWICK ] || fail "left: $(find msts/Quenby/backup)"
+  done
+}
+
+What_Was_Changed_After_An_Interrupted_Update_Is_Set_Aside() {
+  sample
+  interrupted_update
+  echo edited >>msts/Routes/AMBREWICK/tsection.dat
+  cp msts/Routes/AMBREWICK/tsection.dat edited
+  cli backups
+  expect_line err "Set aside a file that was changed since the update: tsection.dat"
+  expect_line err "Rolled back an unfinished update: AMBREWICK"
+  expect_part out "1 files"
+  expect_part out "set aside, cannot be restored"
+  expect_same edited "$(backup_of AMBREWICK '')/changed since/tsection.dat"
+  expect_routes_untouched
+  cli restore Ambrewick --yes
+  expect_status 2
+  expect_line err "There is no such backup."
+  # Where nothing is the update's any more, nothing is touched.
+  interrupted_update
+  cp -r before/Routes/AMBREWICK/. msts/Routes/AMBREWICK/
   cli routes
+  expect_empty err
+  expect_routes_untouched
+}
+
+A_Route_That_Is_Gone_Holds_Up_No_Other() {
+  sample
+  interrupted_update
+  cp -a msts interrupted
+  local gone
+  for gone in $world msts/Routes/AMBREWICK; do
+    mv $gone gone
+    for command in routes 'update Hestbeck --yes' 'restore Hestbeck --yes'; do
+      # shellcheck disable=SC2086 # it is words
+      cli $command
+      expect_status 0
+      expect_line <(cat out err) "Could not roll back an unfinished update: AMBREWICK"
+    done
+    expect_same before/Routes/Hestbeck msts/Routes/Hestbeck
+    rm -r "msts/Quenby/backup/Hestbeck"
+    mv gone $gone
+  done
+  cli backups
+  expect_line err "Rolled back an unfinished update: AMBREWICK"
+  expect_empty out
+  expect_routes_untouched
+}
+
+A_File_Changed_Between_Check_And_Update_Is_Named_And_Kept() {
+  sample
+  check_in_script Ambrewick
+  local file
+  file=$(first_converted)
+  echo edited >>"$world/$file"
+  cp "$world/$file" edited
+  tell update
+  tell 'answer cancel' update
+  end_script
   expect_status 0
-  expect_same expected msts/Routes
+  expect_line complained "Had changed since the check, and is in the backup: World\\$file"
+  [ "$(grep -c 'Had changed' complained)" -eq 1 ] || fail "named twice"
+  cli backups
+  expect_line out "  had changed since the check$(printf '\tWorld\\%s' "$file")"
+  expect_same edited "$(backup_of AMBREWICK '')/World/$file"
+}
+
+The_Newest_Backup_Is_The_Last_One_Though_The_Clock_Went_Back() {
+  sample
+  cli update Ambrewick --all --yes
+  mv "$(backup_of AMBREWICK '')" "msts/Quenby/backup/AMBREWICK/2099-12-31 23.59.59"
+  cp -r msts/Routes updated
+  cli update Ambrewick --delete My2t90mTrestle --yes
+  cli backups
+  expect_part out "2100-01-01 00.00.00"
+  cli restore Ambrewick --yes
+  expect_status 0
+  expect_same updated msts/Routes
+}
+
+Restore_Says_What_It_Has_Done_And_What_It_Has_Not() {
+  sample
+  cli update Ambrewick --all --yes
+  local first new=$world/w-new.w from_later
+  first=$(backup_of AMBREWICK '')
+  cli update Ambrewick --delete A1t500r10d --yes
+  from_later=$(cd "$(backup_of AMBREWICK '' | grep -v "$first")/World" && ls)
+  cp "$world/$(ls $world | head -n 1)" $new
+  touch -d 'tomorrow' $new
+  cli restore Ambrewick --backup "${first##*/}" --yes
+  expect_status 0
+  expect_line out "$(printf 'Put back\ttsection.dat')"
+  local name
+  for name in $from_later; do
+    [ -e "$first/World/$name" ] || expect_line out \
+      "$(printf 'From a later update, so it may be on other numbers\tWorld\\%s' "$name")"
+  done
+  expect_line out \
+    "$(printf 'Left, newer than the backup, so it may be on other numbers\tWorld\\w-new.w')"
+  rm $new
+  expect_routes_untouched
+}
+
+Restore_Fails_With_The_Route_Untouched_Or_Rolled_Back() {
+  sample
+  cli update Ambrewick --all --yes
+  cp -r msts/Routes updated
+  local kept
+  kept=$(backup_of AMBREWICK '')
+  fails() {
+    cp -r msts/Quenby/backup backups
+    cli restore Ambrewick --yes
+    expect_status 1
+    expect_line err "Had problems restoring this route! $1"
+    expect_same updated msts/Routes
+    expect_same backups msts/Quenby/backup
+    rm -r backups
+  }
+  check_in_script Hestbeck
+  fails "Another program is at work on this installation; nothing was touched."
+  end_script
+  mv "$kept/tsection.dat" aside
+  fails "Nothing was touched."
+  mv aside "$kept/tsection.dat"
+  local file
+  file=$(find updated/AMBREWICK/World "$kept/World" -type f -name 'w*' -printf '%f\n' | sort |
+    uniq -d | tail -n 1)
+  for routes in updated msts/Routes; do
+    rm "$routes/AMBREWICK/World/$file"
+    mkdir "$routes/AMBREWICK/World/$file"
+  done
+  fails "What was replaced is back."
+  expect_line err "Rolled back an unfinished update: AMBREWICK"
+}
+
+Backups_Of_The_Older_Form_Are_Listed_And_Restored() {
+  sample
+  cli update Ambrewick --all --yes
+  cp -r msts/Routes updated
+  local kept older="msts/Quenby/backup/AMBREWICK 2020-01-01 00.00.00"
+  kept=$(backup_of AMBREWICK '')
+  mkdir "$older"
+  mv "$kept"/World/* "$kept/tsection.dat" "$older"
+  rm -r msts/Quenby/backup/AMBREWICK
+  cli backups
+  expect_part out "2020-01-01 00.00.00"
+  expect_part out "8 files"
+  cli restore Ambrewick --yes
+  expect_status 0
+  expect_routes_untouched
+  cli restore Ambrewick --yes
+  expect_same updated msts/Routes
+  # An unfinished one becomes a backup.
+  mv "$older" msts/Quenby/backup/AMBREWICK.unfinished
+  cli routes
+  expect_line err "Could not roll back an unfinished update: AMBREWICK"
+  expect_same updated msts/Routes
+  cli backups
+  expect_empty err
+  [ "$(grep -c '8 files' out)" -eq 3 ] || fail "not three backups: $(cat out)"
 }
 
 Manual_Page_Has_Every_Option_And_No_Fault() {

@@ -61,20 +61,12 @@ expect_failed_update() {
 }
 expect_nothing_stray() { expect_empty <(find msts/ -name '.*'); }
 expect_route_untouched() { expect_same before/Routes msts/Routes; }
-log_of_start() {
-  echo log >script.txt
-  cli script script.txt
+expect_rolled_back_at_start() {
+  cli routes
   expect_status 0
-}
-expect_taken_back_at_start() {
-  log_of_start
-  expect_line out "Took back an update that had not finished: AMBREWICK"
+  expect_line err "Rolled back an unfinished update: AMBREWICK"
   expect_empty <(ls -A msts/Quenby/backup)
   expect_nothing_stray
-}
-expect_not_taken_back_at_start() {
-  log_of_start
-  expect_line out "Could not take back an unfinished update: AMBREWICK"
 }
 expect_update_works() {
   update
@@ -82,36 +74,21 @@ expect_update_works() {
   expect_same updated msts/Routes
 }
 
-# Starts a script that is given its lines by `tell`, and waits until a line has been carried out.
-start_script() {
-  mkfifo told
-  "$programs/rivelt-cli" --root msts script - <told >said 2>complained &
-  scripted=$!
-  exec 3>told
-}
-tell() {
-  printf '%s\n' "$@" "echo told $1" >&3
-  until grep -q "^told $1" said; do kill -0 $scripted && sleep 0.01; done
-}
-end_script() {
-  exec 3>&-
-  status=0
-  wait $scripted || status=$?
-}
+last_converted() { find staged -name 'w*' -printf '%f\n' | sort | tail -n 1; }
 
 check_in_script() {
   start_script
   tell 'route Ambrewick' 'option all'
   tell check
 }
-# Presses Update, which is to fail, and ends the program; until then nobody takes back.
-expect_failed_update_in_script() {
+# Presses Update, which is to fail, and ends the program; until then no other one rolls it back.
+failed_update_in_script() {
   tell update
-  expect_not_taken_back_at_start
+  cli routes
+  expect_empty err
   end_script
   cp complained err
   expect_failed_update
-  expect_taken_back_at_start
 }
 
 # An Update with so many kilobytes for our own folders, and another with enough.
@@ -136,7 +113,7 @@ A_Disk_Full_While_Keeping_Leaves_The_Route_And_Keeps_Nothing() {
   update_on_a_small_and_a_large_disk $(($(kilobytes staged) * 3 / 2))
 }
 
-A_Disk_Full_While_Moving_Is_Taken_Back_Though_It_Is_Still_Full() {
+A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full() {
   sample --objects 100
   own_disk $world 8000
   mkdir msts/Quenby
@@ -144,35 +121,47 @@ A_Disk_Full_While_Moving_Is_Taken_Back_Though_It_Is_Still_Full() {
   # The route's files shrink with what was to take their place, so the copies must grow.
   for file in msts/Quenby/tmp/w*; do head -c 9000 /dev/zero >>"$file"; done
   head -c 9M /dev/zero >$world/filler 2>/dev/null || true
-  expect_failed_update_in_script
+  failed_update_in_script
+  expect_rolled_back_at_start
   rm $world/filler
   expect_route_untouched
 }
 
-A_Folder_In_The_Place_Of_A_File_Is_Left_And_The_Others_Are_Taken_Back() {
+A_Folder_In_The_Place_Of_A_File_Is_Left_And_The_Others_Are_Rolled_Back() {
   sample
   check_in_script
   local file
-  file=$(find staged -name 'w*' -printf '%f\n' | sort | tail -n 1)
+  file=$(last_converted)
   for root in before msts; do
     rm $root/${world#*/}/"$file"
     mkdir $root/${world#*/}/"$file"
   done
-  expect_failed_update_in_script
+  failed_update_in_script
+  expect_rolled_back_at_start
   expect_route_untouched
 }
 
-A_World_Folder_That_Cannot_Be_Written_Is_Taken_Back_When_It_Can() {
+A_World_Folder_That_Cannot_Be_Written_Is_Rolled_Back_When_It_Can() {
   sample
-  mount_or_skip --bind $world $world
-  mount -o remount,bind,ro $world
+  make_read_only() {
+    mount_or_skip --bind $world $world
+    mount -o remount,bind,ro $world
+  }
+  make_read_only
   update
   expect_failed_update
-  expect_not_taken_back_at_start
+  expect_line out "Rolled back an unfinished update: AMBREWICK"
   umount $world
-  expect_taken_back_at_start
+  check_in_script
+  rm "$world/$(last_converted)" "before/${world#*/}/$(last_converted)"
+  failed_update_in_script
+  make_read_only
+  cli routes
+  expect_status 0
+  expect_line err "Could not roll back an unfinished update: AMBREWICK"
+  umount $world
+  expect_rolled_back_at_start
   expect_route_untouched
-  expect_update_works
 }
 
 A_Staging_Folder_That_Cannot_Be_Written_Leaves_The_Route() {

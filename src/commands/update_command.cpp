@@ -5,6 +5,7 @@
 namespace rivelt {
 
 void frmMain::cmdUpdate_Click() try {
+  Changed_Files.clear();
   if (Form_Window.Message_Box(u"Are you sure you want to perform an update?",
                               Style_Question + Style_Ok_Cancel, u"Update") != Answer_Ok) {
     return;
@@ -28,7 +29,6 @@ void frmMain::cmdUpdate_Click() try {
 }
 
 void frmMain::Move_Staged_Files() {
-  Changed_Files.clear();
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
   // Without the lock another program can have staged these, or be at work on the route.
   if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();

@@ -59,9 +59,7 @@ int Run(const CLI::App& app, const Arguments& arguments, Output& output) {
   window.Shows_Log = check || update;
   window.Shows_Status = window.Shows_Log && Error_Is_Terminal();
   window.Start_On(arguments.Root);
-  if (!window.Shows_Log) {
-    for (const Text& line : window.Form().Recovery_Lines()) Write_Error(Text_View(line));
-  }
+  window.Show_Recovery();
   if (check) return Run_Command(window, Control::cmdCheck, arguments.Settings);
   if (update) return Run_Command(window, Control::cmdUpdate, arguments.Settings);
   if (app.got_subcommand("backups")) return List_Backups(window, output, arguments.Backup);

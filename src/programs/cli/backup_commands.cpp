@@ -121,6 +121,7 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   const Listed_Backup& newest = backups.back();
   if (!Is_Confirmed(newest, settings.Yes)) return Exit_Done;
   const Restore_Result result = window.Form().Restore(newest.Content.Route, newest.Content.Time);
+  window.Show_Recovery();
   if (result.How != Restore_Result::End::Done) return Report_Failed_Restore(result.How);
   Report_Restored(output, newest, result.Files);
   return Exit_Done;

@@ -46,6 +46,10 @@ Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted);
 // The answer of the person at the terminal to what has been asked; without a terminal a Cancel.
 int Answer_From_Terminal();
 
+// Names the files that the update just made has replaced though they were no longer what the check
+// had read.
+void Show_Changed_Files(const Console_Window& window);
+
 int List_Routes(Console_Window& window, Output& output);
 int Run_Command(Console_Window& window, Control button, const Route_Settings& settings);
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings);

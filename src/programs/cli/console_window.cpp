@@ -52,6 +52,13 @@ void Console_Window::Yield() {
   Memory_Window::Yield();
 }
 
+void Console_Window::Show_Recovery() {
+  const std::vector<Text>& lines = Form().Recovery_Lines();
+  for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {
+    if (!Shows_Log) Write_Error(Text_View(lines[Recovery_Shown]));
+  }
+}
+
 void Console_Window::Show_Status() {
   if (Shown_Pointer() != Pointer::Hourglass || File_Progress.Total == 0) return;
   std::fprintf(stderr, "\r%d of %d files\033[K", std::max(File_Progress.Opened - 1, 0),

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -40,6 +41,10 @@ class Console_Window : public Memory_Window {
 
   void Clear_Status();
 
+  // Shows on standard error what has been done about unfinished updates since the last call, unless
+  // the log is shown, which has it.
+  void Show_Recovery();
+
  private:
   void Show_Status();
 
@@ -48,6 +53,7 @@ class Console_Window : public Memory_Window {
   Progress File_Progress;
   bool Status_Shown = false;
   bool Failure_Shown = false;
+  std::size_t Recovery_Shown = 0;  // so many of its lines
 };
 
 }  // namespace rivelt

@@ -55,15 +55,6 @@ void Save_Log(Console_Window& window, const std::string& file) {
   if (!window.Press(Control::cmdSave)) Write_Error("The log of a stopped program cannot be saved.");
 }
 
-// An update that failed part-way is rolled back at once. Of one that did not, the user learns which
-// files had changed since the check had read them.
-void Finish_Update(Console_Window& window) {
-  if (window.Failed()) return window.Form().Recover_Before_End();
-  for (const Text& place : window.Form().Changed_Since_Check()) {
-    Write_Error(Text_View(u"Had changed since the check, and is in the backup: " + place));
-  }
-}
-
 int Status_Of(const Console_Window& window) {
   return window.Failed() ? Exit_Failure : Exit_Done;
 }
@@ -83,6 +74,12 @@ int Answer_From_Terminal() {
   std::getline(std::cin, answer);
   if (End_Requested()) throw Interrupted();
   return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
+}
+
+void Show_Changed_Files(const Console_Window& window) {
+  for (const Text& place : window.Form().Changed_Since_Check()) {
+    Write_Error(Text_View(u"Had changed since the check, and is in the backup: " + place));
+  }
 }
 
 int List_Routes(Console_Window& window, Output& output) {
@@ -108,7 +105,10 @@ int Run_Command(Console_Window& window, Control button, const Route_Settings& se
   }
   if (!window.Press(button)) throw Wrong_Usage{"A route without a name cannot be picked.\n"};
   window.Clear_Status();
-  if (button == Control::cmdUpdate) Finish_Update(window);
+  if (button == Control::cmdUpdate) {
+    Show_Changed_Files(window);
+    if (window.Failed()) window.Form().Recover_Before_End();
+  }
   if (settings.Log_File) Save_Log(window, *settings.Log_File);
   return Status_Of(window);
 }
