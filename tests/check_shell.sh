@@ -33,8 +33,8 @@ expect_empty() {
   [ -z "$content" ] || fail "$1 is not empty: $content"
 }
 
-# Two files or folders hold the same.
-expect_same() { diff -r "$1" "$2" || fail "$1 and $2 differ"; }
+# Two files or folders hold the same; options of diff come first.
+expect_same() { diff -r "$@" || fail "${*: -2:1} and ${*: -1} differ"; }
 
 # Starts a script of the console program in $programs on msts that is given its lines by `tell`, which
 # waits until they have been carried out; leaves the files said and complained.
