@@ -89,9 +89,10 @@ run_on_windows() {
 run_on_linux
 run_on_windows
 same "$scratch/linux-staged" "$scratch/windows-staged"
-# A backup has the time of its update in its name.
+# A backup has the time of its update as its name.
 for system in linux windows; do
-  mv "$scratch/$system/Quenby/backup/Brenn_Valley "* "$scratch/$system/Quenby/backup/Brenn_Valley"
+  mv "$scratch/$system/Quenby/backup/Brenn_Valley/"* "$scratch/$system/Quenby/backup/once"
+  rmdir "$scratch/$system/Quenby/backup/Brenn_Valley"
 done
 for result in '' -check.txt -update.txt; do same "$scratch/linux$result" "$scratch/windows$result"; done
 echo "The run under Wine gives the same files and the same log as the one on Linux"
