@@ -32,7 +32,8 @@ kill_it() {
   wait $! 2>/dev/null || true
 }
 is_unfinished() { compgen -G 'msts/Quenby/backup/AMBREWICK/*.unfinished' >/dev/null; }
-until_moving() { until is_unfinished || ! kill -0 $! 2>/dev/null; do :; done; }
+has_journal() { compgen -G 'msts/Quenby/backup/AMBREWICK/*.unfinished/journal.txt' >/dev/null; }
+until_it() { until "$1" || ! kill -0 $! 2>/dev/null; do :; done; }
 # In every second round the files have two names, so that an Update has to copy what it keeps.
 copy_of_sample() {
   rm -rf msts second
@@ -70,10 +71,13 @@ cp -r msts/Quenby/tmp staged
 files=$(find staged -type f | wc -l)
 began=$(now)
 start update Ambrewick --all --yes
-until_moving
+until_it is_unfinished
+keep_began=$(now)
+until_it has_journal
 move_began=$(now)
 wait $!
 update_time=$(($(now) - began))
+keep_time=$(($(now) - keep_began))
 move_time=$(($(now) - move_began))
 cp -rL msts/Routes updated
 sums_of updated/AMBREWICK >new
@@ -87,7 +91,7 @@ stage() {
     echo before
   elif ! is_unfinished; then
     echo after
-  elif compgen -G 'msts/Quenby/backup/AMBREWICK/*.unfinished/journal.txt' >/dev/null; then
+  elif has_journal; then
     echo moving
   else
     echo keeping
@@ -248,8 +252,12 @@ changed=0
 for ((round = 0; round < rounds && failures == 0; ++round)); do
   copy_of_sample $((round / 2))
   start update Ambrewick --all --yes
-  ((round % 4 == 0)) || until_moving # aimed at the time from the first kept original on
-  sleep_below $((round % 4 ? move_time : update_time))
+  # Aimed at the whole time, at that from the first kept original on, or at the moves.
+  case $((round % 4)) in
+    0) sleep_below "$update_time" ;;
+    1) until_it is_unfinished && sleep_below "$keep_time" ;;
+    *) until_it has_journal && sleep_below "$move_time" ;;
+  esac
   kill_it
   for ((kills = 0; kills < round / 2 % 3; ++kills)); do killed_restart; done
   reached=$(stage)
@@ -271,7 +279,7 @@ for ((round = 0; round < rounds && failures == 0; ++round)); do
 done
 
 echo "$rounds rounds, seed $seed, $files files; update $((update_time / 1000)) ms, of which" \
-  "$((move_time / 1000)) ms from the first kept original on"
+  "$((keep_time / 1000)) ms from the first kept original and $((move_time / 1000)) ms from the journal on"
 echo "killed before: ${at[before]}, keeping: ${at[keeping]}, moving: ${at[moving]}," \
   "after: ${at[after]}; restarts killed: $restarts_killed; route changed by a person: $changed"
 expect_same old <(sums_of sample/Routes/AMBREWICK)

@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <vector>
+#include <memory>
 
 #include "text/text.h"
 
@@ -41,12 +41,14 @@ long Read(const Descriptor& source, void* buffer, std::size_t size) {
 
 void Read_In_Pieces(const Descriptor& source,
                     const std::function<void(std::string_view piece)>& take) {
-  std::vector<char> buffer(std::size_t{1} << 20);
+  // Not cleared: most files are much smaller, and thousands of them are read.
+  constexpr std::size_t size = std::size_t{1} << 18;
+  const auto buffer = std::make_unique_for_overwrite<char[]>(size);
   for (;;) {
-    const long count = Read(source, buffer.data(), buffer.size());
+    const long count = Read(source, buffer.get(), size);
     if (count < 0) throw Failure();
     if (count == 0) return;
-    take({buffer.data(), static_cast<std::size_t>(count)});
+    take({buffer.get(), static_cast<std::size_t>(count)});
   }
 }
 
