@@ -389,7 +389,7 @@ A_Route_That_Is_Gone_Holds_Up_No_Other() {
   cp -a msts interrupted
   local gone
   for gone in $world msts/Routes/AMBREWICK; do
-    mv $gone gone
+    mv "$gone" gone
     for command in routes 'update Hestbeck --yes' 'restore Hestbeck --yes'; do
       # shellcheck disable=SC2086 # it is words
       cli $command
@@ -398,7 +398,7 @@ A_Route_That_Is_Gone_Holds_Up_No_Other() {
     done
     expect_same before/Routes/Hestbeck msts/Routes/Hestbeck
     rm -r "msts/Quenby/backup/Hestbeck"
-    mv gone $gone
+    mv gone "$gone"
   done
   cli backups
   expect_line err "Rolled back an unfinished update: AMBREWICK"

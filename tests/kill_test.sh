@@ -116,7 +116,7 @@ expect_all_old_or_all_new() {
 # wrote, in bases "SHA1 PLACE" of what that was before, in removed the places of what they removed.
 person() {
   local file name chosen=() change=$1
-  : >person >removed >bases
+  : | tee person removed >bases
   readarray -t chosen < <(files_of $route | sort)
   ((${#chosen[@]} > 0)) || return 0 # killed before there was anything else
   [ "$2" = all ] || chosen=("${chosen[$([ "$2" = first ] && echo 0 || echo $((RANDOM % ${#chosen[@]})))]}")
