@@ -40,7 +40,8 @@ class Database_Reader {
       if (place == 0) Hand_Over(Database_Number::Kind::Section, *field);
       if (place == 1) Hand_Over(Database_Number::Kind::Shape, *field);
     }
-    if (count * Fields_Of_A_Section != static_cast<Double>(fields)) throw Failure();
+    if (fields % Fields_Of_A_Section != 0) throw Failure();
+    if (static_cast<Double>(fields / Fields_Of_A_Section) != count) throw Failure();
   }
 
   void Read_Junction() {

@@ -76,7 +76,11 @@ void Read_Track_Objects(
 
 bool Is_Of_Catalogue(Text_View name, Double number,
                      const std::function<Long(Text_View)>& shape_id) {
-  return shape_id(name) == number || shape_id(Bare_Name(name)) == number;
+  const auto gives_number = [&](Text_View known) {
+    const Long id = shape_id(known);
+    return id != -1 && id == number;
+  };
+  return gives_number(name) || gives_number(Bare_Name(name));
 }
 
 }  // namespace rivelt
