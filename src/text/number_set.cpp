@@ -18,7 +18,7 @@ Number_Set::Number_Set(const std::vector<Double>& numbers) {
     if (Is_Long(number)) Numbers.push_back(static_cast<Long>(number));
   }
   std::ranges::sort(Numbers);
-  Numbers.erase(std::ranges::unique(Numbers).begin(), Numbers.end());
+  Numbers.erase(std::unique(Numbers.begin(), Numbers.end()), Numbers.end());
 }
 
 bool Number_Set::Has(Double number) const {
