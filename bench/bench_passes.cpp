@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "convert/rebase_tsection.h"
+#include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "programs/sample/random_source.h"
 #include "programs/sample/track.h"
@@ -194,6 +196,37 @@ void Rebase_Tsection_Of_A_Real_File(benchmark::State& state) {
   });
 }
 BENCHMARK(Rebase_Tsection_Of_A_Real_File)->Apply(Growing_Sizes);
+
+// A route as a whole
+
+constexpr Long First_Own = 38000;
+
+Own_Numbers Forty_Own_Shapes() {
+  std::vector<Double> numbers;
+  for (Long id = First_Own; id < First_Own + 40; ++id) numbers.push_back(id);
+  return {Number_Set(numbers), Number_Set(numbers)};
+}
+
+void Rebase_Own_Shapes_Of_A_Real_File(benchmark::State& state) {
+  const Text text = Realistic_World(Units(state));
+  const Own_Numbers own = Forty_Own_Shapes();
+  Time_Checked(state, text, [&] {
+    return Rebase_Own_Shapes(
+               text, own, 2000, [](Text_View) { return -1; }, No_Log)
+               .Count > 0;
+  });
+}
+BENCHMARK(Rebase_Own_Shapes_Of_A_Real_File)->Apply(Growing_Sizes);
+
+void Rebase_Track_Database_Of_A_Real_File(benchmark::State& state) {
+  const Text text = Realistic_Database(Units(state));
+  const Own_Numbers own = Forty_Own_Shapes();
+  Time_Checked(state, text, [&] {
+    const Rebased_Database rebased = Rebase_Track_Database(text, own, 2000, 2000);
+    return rebased.Section_Count > 0 && rebased.Shape_Count > 0;
+  });
+}
+BENCHMARK(Rebase_Track_Database_Of_A_Real_File)->Apply(Growing_Sizes);
 
 constexpr Hostile Hostile_Tsections[] = {
     {"no_keyword", u"TrackSection ( 1 )\r\n", u"", Fails},

@@ -22,13 +22,28 @@ Text Repeated(Text_View line, std::size_t units, Text_View tail) {
   return text;
 }
 
-Text Realistic_World(std::size_t units) {
-  constexpr std::size_t units_of_an_object = 300;
+namespace {
+
+sample::World Invented_World(std::int64_t objects) {
   const sample::Route_Track route{
       u"AMBREWICK", sample::Invent_Shapes(300),
       sample::Invent_Dynamic_Tracks(40, 38000, 38000, sample::Random_Source(1))};
-  const auto objects = static_cast<std::int64_t>(units / units_of_an_object);
-  return sample::Invent_World(route, objects, true, sample::Random_Source(2)).File;
+  return sample::Invent_World(route, objects, true, sample::Random_Source(2));
+}
+
+}  // namespace
+
+Text Realistic_World(std::size_t units) {
+  constexpr std::size_t units_of_an_object = 300;
+  return Invented_World(static_cast<std::int64_t>(units / units_of_an_object)).File;
+}
+
+Text Realistic_Database(std::size_t units) {
+  constexpr std::size_t units_of_an_object = 135;
+  sample::Track_Database database;
+  database.Add_Tile(-5354, 14850,
+                    Invented_World(static_cast<std::int64_t>(units / units_of_an_object)).Track);
+  return database.File();
 }
 
 void Time_Checked(benchmark::State& state, Text_View input, const std::function<bool()>& work) {

@@ -23,6 +23,9 @@ Text Repeated(Text_View line, std::size_t units, Text_View tail = {});
 // A world file of about so many units as the sample program writes it.
 Text Realistic_World(std::size_t units);
 
+// A track database of about so many units as the sample program writes it.
+Text Realistic_Database(std::size_t units);
+
 // Runs the work, which says whether its result is right, once before the clock starts, then times
 // it. A wrong result ends the case with an error.
 void Time_Checked(benchmark::State& state, Text_View input, const std::function<bool()>& work);

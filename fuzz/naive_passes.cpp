@@ -94,12 +94,14 @@ Long First_Delta(Text_View what, Double id, Long reserved, const Log_Line& log) 
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
                                  const Log_Line& log, bool& reads_back) {
   Rebased_Tsection result;
+  std::vector<Double> sections, shapes;
   bool is_first = true;
   while (const Position p = Find_Text(1, rest, u"SectionCurve")) {
     const Double id = Take_Section(p, rest, result.Output);
     if (std::exchange(is_first, false)) {
       result.Section_Delta = First_Delta(u"SectionIdx", id, reserved_sections, log);
     }
+    sections.push_back(id);
     result.Output += Written_Section(id + result.Section_Delta, reads_back);
   }
   Position p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
@@ -115,14 +117,17 @@ Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserve
     if (std::exchange(is_first, false)) {
       result.Shape_Delta = First_Delta(u"ShapeIdx", id, reserved_shapes, log);
     }
+    shapes.push_back(id);
     fields[0] = Written(id + result.Shape_Delta, reads_back);
     for (std::size_t i = 2; i < fields.size(); ++i) {
+      result.Path_Sections.push_back(Text_Value(fields[i]));
       fields[i] = Trim_Text(Written(Text_Value(fields[i]) + result.Section_Delta, reads_back));
     }
     result.Output += Join_Text(fields);
     rest = u" " + Text(Mid_Text(rest, q));
   }
   result.Output += rest;
+  result.Own = {Number_Set(sections), Number_Set(shapes)};
   log(u"Total of " + Number_Text(record_count) + u" dynamic tracks");
   return result;
 }
@@ -173,7 +178,8 @@ struct Record {
   Position Left_End = 0;  // where it ends if it has to stay as it is, else 0
 };
 
-Record Read_Record(const Text& rest) {
+// Without needs_all, a record with an end may lack what the rest of the text lacks as well.
+Record Read_Record(const Text& rest, bool needs_all = true) {
   const Position open = Find_Text(1, rest, u"(");
   const Position end = open == 0 ? 0 : Walk(rest, open);
   const Text own = end == 0 ? rest : Text(Left_Text(rest, end));
@@ -181,7 +187,7 @@ Record Read_Record(const Text& rest) {
   left.Left_End = end;
   // Where a target is in the record; 0 if it only comes later.
   const auto find = [&](Position start, Text_View target) {
-    if (Find_Text(start, rest, target) == 0) throw Failure();
+    if ((needs_all || end == 0) && Find_Text(start, rest, target) == 0) throw Failure();
     return Find_Text(start, own, target);
   };
   Position p = find(1, u"SectionIdx");
@@ -270,6 +276,151 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
   }
   log(Number_Text(result.Count) + u" track sections has been changed");
   result.Output += rest;
+  return result;
+}
+
+Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_delta,
+                               const std::function<Long(Text_View)>& shape_id,
+                               const Log_Line& log) {
+  Passed_World result;
+  const auto is_of_catalogue = [&](Text name, Double number) {
+    const bool is_known = number != -1 && shape_id(name) == number;
+    std::erase(name, Double_Quote);
+    name = Trim_Text(name.substr(name.find_last_of(u"\\/") + 1));
+    return is_known || (number != -1 && shape_id(name) == number);
+  };
+  while (const Position p = Find_Text(1, rest, u"TrackObj")) {
+    result.Output += Left_Text(rest, p - 1);
+    rest = Mid_Text(rest, p);
+    const Record record = Read_Record(rest, false);
+    if (record.Left_End != 0) {
+      result.Output += Left_Text(rest, record.Left_End);
+      rest = Mid_Text(rest, record.Left_End + 1);
+      continue;
+    }
+    Text read(Left_Text(rest, static_cast<Position>(rest.size() - record.Back.size())));
+    const Double id = Text_Value(record.Id);
+    if (own.Shapes.Has(id) && !is_of_catalogue(record.Name, id)) {
+      const Text old(Left_Text(record.Id, Read_Number(record.Id).End));
+      const std::size_t first = old.find_first_not_of(Blanks);
+      const std::size_t count = old.find_last_not_of(Blanks) + 1 - first;
+      const std::size_t start =
+          record.Name_First ? read.size() - record.Id.size() + 1 : record.Front.size();
+      read.replace(start + first, count, Trim_Text(Number_Text(id + shape_delta)));
+      ++result.Count;
+    }
+    result.Output += read;
+    rest = record.Back;
+  }
+  if (result.Count > 0) {
+    log(Number_Text(result.Count) + u" track objects of the route's own shapes");
+  }
+  result.Output += rest;
+  return result;
+}
+
+namespace {
+
+struct Piece {
+  std::size_t At;
+  Text Units;
+};
+
+bool Is_Comment(const Text& word) {
+  const Text upper = Upper_Text(word);
+  return upper == u"_SKIP" || upper == u"_INFO" || upper == u"COMMENT";
+}
+
+std::size_t Length_Of_Quoted(const Text& line) {
+  for (std::size_t i = 1; i < line.size(); i += line[i] == u'\\' ? 2 : 1) {
+    if (line[i] == u'"') return i + 1;
+  }
+  return 0;
+}
+
+// The words, brackets and quoted texts outside comment blocks.
+std::vector<Piece> Pieces_Of(const Text& text) {
+  std::vector<Piece> all;
+  for (std::size_t i = text.find_first_not_of(Blanks); i < text.size();) {
+    const Text line = text.substr(i, text.find_first_of(u"\r\n", i) - i);
+    std::size_t length = line[0] == u'"' ? Length_Of_Quoted(line) : 0;
+    if (length == 0) length = std::min(line.find_first_of(u" \t()"), line.size());
+    if (length == 0) length = 1;  // a bracket
+    all.push_back({i, text.substr(i, length)});
+    i = text.find_first_not_of(Blanks, i + length);
+  }
+  std::vector<Piece> pieces;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (!Is_Comment(all[i].Units) || i + 1 == all.size() || all[i + 1].Units != u"(") {
+      pieces.push_back(all[i]);
+      continue;
+    }
+    int depth = 0;
+    do {
+      if (++i == all.size()) break;
+      depth += all[i].Units == u"(" ? 1 : all[i].Units == u")" ? -1 : 0;
+    } while (depth > 0);
+  }
+  return pieces;
+}
+
+// The fields of the block whose keyword is at the index, which then is at its ")".
+std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& index) {
+  if (index + 1 >= pieces.size() || pieces[++index].Units != u"(") throw Failure();
+  std::vector<Piece> fields;
+  while (++index < pieces.size() && pieces[index].Units != u")") {
+    const Text& units = pieces[index].Units;
+    if (units == u"(" || (units[0] == u'"' && Length_Of_Quoted(units) == units.size())) {
+      throw Failure();
+    }
+    fields.push_back(pieces[index]);
+  }
+  if (index >= pieces.size()) throw Failure();
+  return fields;
+}
+
+}  // namespace
+
+Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own, Long section_delta,
+                                       Long shape_delta) {
+  Rebased_Database result{text};
+  const std::vector<Piece> pieces = Pieces_Of(text);
+  const auto keyword = [&](std::size_t index) { return Upper_Text(pieces[index].Units); };
+  std::vector<std::pair<Piece, bool>> numbers;  // and whether each is a section
+  std::size_t i = 0;
+  while (i < pieces.size() && keyword(i) != u"TRACKDB") ++i;
+  if (++i >= pieces.size() || pieces[i].Units != u"(") throw Failure();
+  int depth = 1;
+  while (++i < pieces.size()) {
+    const Text word = keyword(i);
+    if (word == u"(" && depth > 0) ++depth;
+    if (word == u")" && depth > 0) --depth;
+    if (word != u"TRVECTORSECTIONS" && word != u"TRJUNCTIONNODE") continue;
+    if (depth == 0) throw Failure();
+    const std::vector<Piece> fields = Fields_Of(pieces, i);
+    if (word == u"TRJUNCTIONNODE") {
+      if (fields.size() < 2) throw Failure();
+      numbers.emplace_back(fields[1], false);
+      continue;
+    }
+    if (fields.empty() || Only_Number(fields[0].Units) * 16 != Double(fields.size() - 1) ||
+        fields.size() % 16 != 1) {
+      throw Failure();
+    }
+    for (std::size_t j = 1; j < fields.size(); j += 16) {
+      numbers.emplace_back(fields[j], true);
+      numbers.emplace_back(fields[j + 1], false);
+    }
+  }
+  if (depth != 0) throw Failure();
+  for (auto number = numbers.rbegin(); number != numbers.rend(); ++number) {
+    const auto& [field, is_section] = *number;
+    const Double id = Only_Number(field.Units);
+    if (!(is_section ? own.Sections : own.Shapes).Has(id)) continue;
+    result.Output.replace(field.At, field.Units.size(),
+                          Trim_Text(Number_Text(id + (is_section ? section_delta : shape_delta))));
+    ++(is_section ? result.Section_Count : result.Shape_Count);
+  }
   return result;
 }
 

@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "convert/rebase_tsection.h"
+#include "convert/whole_route.h"
 #include "convert/world_passes.h"
 
 namespace rivelt::naive {
@@ -19,6 +20,10 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
                               bool& reads_back);
 Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log,
                                  bool& reads_back);
+Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_delta,
+                               const std::function<Long(Text_View)>& shape_id, const Log_Line& log);
+Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own, Long section_delta,
+                                       Long shape_delta);
 
 Text Without_Comments(Text_View text);
 void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape);

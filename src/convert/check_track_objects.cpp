@@ -1,8 +1,8 @@
-#include <algorithm>
 #include <map>
 #include <utility>
 #include <variant>
 
+#include "convert/track_object.h"
 #include "convert/world_passes.h"
 #include "text/block_walker.h"
 #include "text/forward_search.h"
@@ -11,70 +11,6 @@
 
 namespace rivelt {
 namespace {
-
-// An element of a record: a keyword, the first "(" after it, and the first ")" after that.
-struct Element {
-  Position Open = 0;
-  Position Close = 0;
-  Text_View Missing;  // which of the three is not in the text, if one is not
-};
-
-// Where one stretch of text ends and the next goes on. What lies between is written anew.
-struct Track_Object {
-  Element Id;
-  Element Name;
-  Double Old_Id = 0;
-  Text_View Old_Name;
-
-  bool Has_Name_First() const { return Name.Open < Id.Open; }
-  const Element& First() const { return Has_Name_First() ? Name : Id; }
-  const Element& Second() const { return Has_Name_First() ? Id : Name; }
-};
-
-struct Unreadable {
-  Text_View Missing;  // what the record lacks; empty if it has all it needs
-};
-
-using Reading = std::variant<Track_Object, Unreadable>;
-
-Element Find_Element(Position start, Text_View text, Text_View keyword) {
-  Element element;
-  const Position position = Find_Text(start, text, keyword);
-  if (position == 0) return {0, 0, keyword};
-  element.Open = Find_Text(position, text, u"(");
-  if (element.Open == 0) return {0, 0, u"("};
-  element.Close = Find_Text(element.Open, text, u")");
-  if (element.Close == 0) return {0, 0, u")"};
-  return element;
-}
-
-Text_View Inside(Text_View text, const Element& element) {
-  return Mid_Text(text, element.Open + 1, element.Close - element.Open - 1);
-}
-
-// Whether a quoted name holds a ")", which ends it before its closing quotation mark.
-bool Is_Cut_In_Quotes(Text_View record, const Element& name) {
-  return std::ranges::count(Inside(record, name), Double_Quote) % 2 == 1 &&
-         Find_Text(name.Close, record, {&Double_Quote, 1}) != 0;
-}
-
-// Reads the record that is the whole text, or, if no ")" closes it, begins the text. Only a closed
-// record is known to own what is found in it, so only there is a name before the id its own.
-Reading Read_Record(Text_View text, bool is_closed) {
-  Track_Object record;
-  record.Id = Find_Element(1, text, u"SectionIdx");
-  if (!record.Id.Missing.empty()) return Unreadable{record.Id.Missing};
-  record.Old_Id = Text_Value(Inside(text, record.Id));
-  record.Name = Find_Element(record.Id.Close, text, u"FileName");
-  if (is_closed && record.Name.Missing == u"FileName") {
-    record.Name = Find_Element(1, text, u"FileName");
-    if (record.Name.Missing.empty() && record.Name.Close > record.Id.Open) return Unreadable{};
-  }
-  if (!record.Name.Missing.empty()) return Unreadable{record.Name.Missing};
-  if (is_closed && Is_Cut_In_Quotes(text, record.Name)) return Unreadable{};
-  record.Old_Name = Trim_Text(Inside(text, record.Name));
-  return record;
-}
 
 class Track_Object_Pass {
  public:
@@ -97,7 +33,7 @@ class Track_Object_Pass {
     Carry_Over(block.Keyword - 1 - Done());
     const bool is_closed = block.Close != 0;
     const Text_View text = is_closed ? Left_Text(Rest, block.Close - Done()) : Rest;
-    const Reading reading = Read_Record(text, is_closed);
+    const auto reading = Read_Track_Object(text, is_closed);
     if (const auto* unreadable = std::get_if<Unreadable>(&reading)) {
       if (!unreadable->Missing.empty()) Require_After(text, unreadable->Missing);
       return Leave_As_It_Is(static_cast<Position>(text.size()));

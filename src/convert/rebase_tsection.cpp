@@ -26,7 +26,11 @@ class Tsection_Pass {
     Rebase_Path_Records(index_head);
     Output += Rest;
     Log(Concatenate({u"Total of ", Number_Text(record_count), u" dynamic tracks"}));
-    return {std::move(Output), Section_Delta.value_or(0), Shape_Delta.value_or(0)};
+    return {std::move(Output),
+            Section_Delta.value_or(0),
+            Shape_Delta.value_or(0),
+            {Number_Set(Sections), Number_Set(Shapes)},
+            std::move(Path_Sections)};
   }
 
  private:
@@ -37,6 +41,7 @@ class Tsection_Pass {
       const Section_Field field = Read_Section_Field(Rest, close);
       Output += Left_Text(Rest, close);
       if (!Section_Delta) Section_Delta = First_Delta(u"SectionIdx", field.Id, Reserved_Sections);
+      Sections.push_back(field.Id);
       Output += Number_Text(field.Id + *Section_Delta);
       Rest = Mid_Text(Rest, field.End);
       position = Find_Text(1, Rest, u"SectionCurve");
@@ -63,9 +68,11 @@ class Tsection_Pass {
     if (fields.empty()) throw Failure();
     const Double shape_id = Text_Value(fields[0]);
     if (!Shape_Delta) Shape_Delta = First_Delta(u"ShapeIdx", shape_id, Reserved_Shapes);
+    Shapes.push_back(shape_id);
     fields[0] = Number_Text(shape_id + *Shape_Delta);
     for (std::size_t i = 2; i < fields.size(); ++i) {
-      fields[i] = Trim_Text(Number_Text(Text_Value(fields[i]) + Section_Delta.value_or(0)));
+      Path_Sections.push_back(Text_Value(fields[i]));
+      fields[i] = Trim_Text(Number_Text(Path_Sections.back() + Section_Delta.value_or(0)));
     }
     return Join_Text(fields);
   }
@@ -86,6 +93,9 @@ class Tsection_Pass {
   const Log_Line& Log;
   std::optional<Long> Section_Delta;
   std::optional<Long> Shape_Delta;
+  std::vector<Double> Sections;
+  std::vector<Double> Shapes;
+  std::vector<Double> Path_Sections;
 };
 
 }  // namespace

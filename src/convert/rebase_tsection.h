@@ -1,14 +1,25 @@
 #pragma once
 
+#include <vector>
+
 #include "convert/log_line.h"
+#include "text/number_set.h"
 #include "text/text.h"
 
 namespace rivelt {
+
+// The ids that a route's tsection.dat declares, before they move.
+struct Own_Numbers {
+  Number_Set Sections;
+  Number_Set Shapes;
+};
 
 struct Rebased_Tsection {
   Text Output;             // the whole new text
   Long Section_Delta = 0;  // what was added to every section id
   Long Shape_Delta = 0;    // what was added to every shape id
+  Own_Numbers Own;
+  std::vector<Double> Path_Sections;  // the section ids that the shapes refer to, before they move
 };
 
 // Moves the ids of a route's tsection.dat so that the first section id becomes reserved_sections

@@ -7,6 +7,9 @@
 
 namespace rivelt {
 
+// The one number of a field. Failure: it holds anything but one number. Two would be read as one.
+Double Only_Number(Text_View field);
+
 struct Section_Field {
   Double Id;
   Position End;  // of the blank that ends the field

@@ -1,0 +1,35 @@
+// The passes that move a route's own numbers where nothing else does: in its track objects and in
+// its databases. Only the digits of what moves change.
+
+#pragma once
+
+#include <functional>
+
+#include "convert/log_line.h"
+#include "convert/rebase_tsection.h"
+#include "convert/world_passes.h"
+#include "text/text.h"
+
+namespace rivelt {
+
+// Over a world file, after the dynamic track pass and before the track object pass: adds
+// shape_delta to the number of each track object that is one of the route's own shapes, unless
+// shape_id, which gives the catalogue's id for a name or -1, gives its name that very number.
+// Counts those objects and logs how many, if there are any. An object that cannot be read inside
+// its brackets is left as it is. Failure: one that cannot be read and has no end, or a number
+// beyond the range of a Double; the track object pass fails there too.
+Passed_World Rebase_Own_Shapes(Text_View text, const Own_Numbers& own, Long shape_delta,
+                               const std::function<Long(Text_View)>& shape_id, const Log_Line& log);
+
+struct Rebased_Database {
+  Text Output;             // the whole new text
+  Long Section_Count = 0;  // section ids of the route's own
+  Long Shape_Count = 0;    // shape ids of the route's own, those of junctions included
+};
+
+// Over a .tdb or .rdb: adds section_delta to the route's own section ids and shape_delta to its own
+// shape ids. Failure: a text that is not of the form that Read_Track_Database reads.
+Rebased_Database Rebase_Track_Database(Text_View text, const Own_Numbers& own, Long section_delta,
+                                       Long shape_delta);
+
+}  // namespace rivelt
