@@ -13,9 +13,8 @@
 #include <functional>
 #include <thread>
 
-#include "backup/backups.h"
 #include "machine_folder.h"
-#include "platform/linux/linux_files.h"
+#include "platform/linux/files.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -132,30 +131,6 @@ TEST_F(Linux_Files, Folders_That_Differ_In_Case_Only_Are_One_Below_The_Root_And_
   for (const Text folder : {u"IN", u"In"}) {
     Write(Path(folder + u"\\c.w"), u"x");
     EXPECT_EQ(Machine.Names_In(folder), Names({u"c.w"}));
-  }
-}
-
-TEST_F(Linux_Files, A_World_File_Renamed_In_Case_Is_Replaced_And_Comes_Back_Under_Its_Own_Name) {
-  const Text world = u"Routes/A/World";
-  for (const Text& name : {Text(u"Routes"), Text(u"Routes/A"), world, Text(u"tmp")})
-    Machine.Plant_Folder(name);
-  for (const Text name : {u"/W-1.W", u"/b.w", u"/B.w"}) Machine.Plant(world + name, "old");
-  for (const Text name : {u"tmp/w-1.w", u"tmp/b.w"}) Machine.Plant(name, "new");
-  Backups backups(Files(), Path(u""));
-  const auto staged = Files().GetFolder(Path(u"tmp"))->Files();
-  for (const bool is_whole : {false, true}) {
-    backups.Keep_Originals(u"A", staged, Path(u"tmp"));
-    for (const auto& file : staged) {
-      const Text place = Route_File_Path(Path(u""), u"A", false, file->name());
-      Files().DeleteFile(place, true);
-      if (is_whole) file->Move(place);
-    }
-    EXPECT_EQ(Machine.Names_In(world),
-              is_whole ? Names({u"B.w", u"b.w", u"w-1.w"}) : Names({u"B.w"}));
-    backups.Take_Back(u"A");
-    EXPECT_EQ(Machine.Names_In(world), Names({u"B.w", u"W-1.W", u"b.w"}));
-    for (const Text& name : Machine.Names_In(world))
-      EXPECT_EQ(Machine.Bytes(world + u"/" + name), "old");
   }
 }
 

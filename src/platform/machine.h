@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "app/file_service.h"
-#include "app/registry.h"
+#include "app/registry_service.h"
 
 namespace rivelt {
 

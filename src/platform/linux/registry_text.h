@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/registry.h"
+#include "app/registry_service.h"
 
 namespace rivelt {
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "text/letter_case.h"
+#include "text/utf16.h"
 
 namespace rivelt {
 namespace {
@@ -25,15 +26,6 @@ void Lose_Power_In(Memory_Node& folder, const Text& path, const Asked& forgets) 
 
 }  // namespace
 
-std::string Utf16_Bytes(Text_View text) {
-  std::string bytes = "\xFF\xFE";
-  for (const char16_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  }
-  return bytes;
-}
-
 void Memory_Disk::Make_Name_Durable(Text_View path) {
   const Place place = Place_Of(path);
   const Text folded = Fold_Case(place.Name);
@@ -55,7 +47,7 @@ void Memory_Disk::Put_Folder(Text_View path) {
 }
 
 void Memory_Disk::Put_File(Text_View path, Text_View content) {
-  Put_Bytes(path, Utf16_Bytes(content));
+  Put_Bytes(path, To_Utf16(content));
 }
 
 void Memory_Disk::Put_Bytes(Text_View path, std::string_view bytes) {
@@ -63,7 +55,7 @@ void Memory_Disk::Put_Bytes(Text_View path, std::string_view bytes) {
 }
 
 void Memory_Disk::Edit_In_Place(Text_View path, Text_View content) {
-  Edit_Bytes_In_Place(path, Utf16_Bytes(content));
+  Edit_Bytes_In_Place(path, To_Utf16(content));
 }
 
 void Memory_Disk::Edit_Bytes_In_Place(Text_View path, std::string_view bytes) {

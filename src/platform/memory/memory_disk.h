@@ -80,7 +80,4 @@ class Memory_Disk : public Memory_Tree {
   void Make_Name_Durable(Text_View path);
 };
 
-// As the files of the program have it.
-std::string Utf16_Bytes(Text_View text);
-
 }  // namespace rivelt

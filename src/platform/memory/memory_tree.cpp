@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "text/letter_case.h"
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -70,23 +71,10 @@ std::shared_ptr<Memory_Node> Copy_Of(const Memory_Node& node, Copies& copies) {
   return copy;
 }
 
-Text From_Utf16_Bytes(std::string_view bytes) {
-  const bool high_first = bytes.starts_with("\xFE\xFF");
-  if (high_first || bytes.starts_with("\xFF\xFE")) bytes.remove_prefix(2);
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  Text text;
-  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-    const int high = byte(high_first ? i : i + 1);
-    text += static_cast<char16_t>(high << 8 | byte(high_first ? i + 1 : i));
-  }
-  if (bytes.size() % 2 != 0) text += static_cast<char16_t>(byte(bytes.size() - 1));
-  return text;
-}
-
 }  // namespace
 
 Text Memory_Node::Content() const {
-  return Is_Narrow ? From_Utf8(Bytes) : From_Utf16_Bytes(Bytes);
+  return Is_Narrow ? From_Utf8(Bytes) : From_Utf16(Bytes);
 }
 
 Memory_Tree::Memory_Tree()

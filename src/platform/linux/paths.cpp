@@ -1,4 +1,4 @@
-#include "platform/linux/native_path.h"
+#include "platform/linux/paths.h"
 
 #include <sys/stat.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/wine_registry.h"
+#include "platform/linux/registry.h"
 
 #include <gtest/gtest.h>
 
