@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "text/letter_case.h"
 #include "text/utf16.h"
 
 namespace rivelt {
@@ -10,7 +9,7 @@ namespace {
 
 // All that differ in letter case only from the given one.
 void Erase_Alike(Memory_Names& names, const Text& folded) {
-  std::erase_if(names, [&](const auto& name) { return name.first.first == folded; });
+  std::erase_if(names, [&](const auto& name) { return name.first.Folded == folded; });
 }
 
 using Asked = std::function<bool(Text_View)>;
@@ -19,7 +18,7 @@ void Lose_Power_In(Memory_Node& folder, const Text& path, const Asked& forgets) 
   if (forgets(path)) folder.Names = folder.Durable_Names;
   folder.Durable_Names = folder.Names;
   for (const auto& [name, node] : folder.Names) {
-    if (node->Is_Folder) Lose_Power_In(*node, Memory_Tree::Below(path, name.second), forgets);
+    if (node->Is_Folder) Lose_Power_In(*node, Memory_Tree::Below(path, name.Name), forgets);
     if (!std::exchange(node->Is_Flushed, true)) node->Bytes.clear();
   }
 }
@@ -31,7 +30,7 @@ void Memory_Disk::Make_Name_Durable(Text_View path) {
   const Text folded = Fold_Case(place.Name);
   Erase_Alike(place.Folder->Durable_Names, folded);
   for (const auto& [name, node] : place.Folder->Names) {
-    if (name.first == folded) place.Folder->Durable_Names[name] = node;
+    if (name.Folded == folded) place.Folder->Durable_Names[name] = node;
   }
 }
 

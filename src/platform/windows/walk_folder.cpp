@@ -28,21 +28,22 @@ std::vector<std::wstring> Names_In_Order(const std::wstring& path, bool folders)
     using pointer = HANDLE;
     void operator()(HANDLE handle) const { FindClose(handle); }
   };
-  std::vector<std::wstring> names;
+  std::vector<Name_Key> found;
   WIN32_FIND_DATAW entry{};
   const HANDLE handle = FindFirstFileExW(Path_In(path, L"*").c_str(), FindExInfoBasic, &entry,
                                          FindExSearchNameMatch, nullptr, 0);
   // The root of a volume has no entry "." and so can have none at all.
-  if (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_NOT_FOUND) return names;
+  if (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_NOT_FOUND) return {};
   Require(handle != INVALID_HANDLE_VALUE);
   const std::unique_ptr<HANDLE, Close_Find> search(handle);
   do {
-    if (Is_Wanted(path, entry, folders)) names.emplace_back(entry.cFileName);
+    if (Is_Wanted(path, entry, folders)) found.push_back(Key_Of(From_Wide(entry.cFileName)));
   } while (FindNextFileW(handle, &entry));
   Require(GetLastError() == ERROR_NO_MORE_FILES);
-  std::sort(names.begin(), names.end(), [](const std::wstring& first, const std::wstring& second) {
-    return Compare_By_Name(From_Wide(first), From_Wide(second)) < 0;
-  });
+  std::ranges::sort(found);
+  std::vector<std::wstring> names;
+  names.reserve(found.size());
+  for (const Name_Key& key : found) names.push_back(To_Wide(key.Name));
   return names;
 }
 
