@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
 #include <functional>
 #include <thread>
 

@@ -3,11 +3,9 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <memory>
 #include <vector>
 
 #include "platform/linux/descriptor.h"
-#include "platform/machine.h"
 #include "text/letter_case.h"
 #include "text/utf8.h"
 

@@ -6,7 +6,6 @@
 #include <functional>
 #include <memory>
 #include <set>
-#include <string>
 #include <string_view>
 #include <vector>
 

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstddef>
 #include <fstream>
-#include <string>
 #include <system_error>
 #include <vector>
 
