@@ -31,9 +31,8 @@ std::string Escaped(Text_View text) {
 void Require_Form(const std::optional<Registry_Values>& values) {
   if (!values) return;
   for (const auto& [name, value] : *values) {
-    const bool is_text = value.Type == 1 || value.Type == 2 || value.Type == 7;
     Require(name == Fold_Case(name), "names are folded");
-    Require(!is_text || value.Data.empty() || value.Data.back() == 0, "texts end in a zero");
+    Require(value.Data.ends_with('\0'), "texts end in a zero");
   }
 }
 

@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
 #include <functional>
 #include <thread>
 
@@ -17,7 +16,7 @@
 #include "backup/recover_updates.h"
 #include "backup/route_update.h"
 #include "machine_folder.h"
-#include "platform/linux/linux_files.h"
+#include "platform/linux/files.h"
 #include "text/utf8.h"
 
 namespace rivelt {

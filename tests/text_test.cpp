@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 #include "text/block_walker.h"
@@ -227,9 +226,9 @@ TEST(Fold_Case, Letters_With_A_Simple_Counterpart_Are_One) {
   for (const auto& [first, second] : different) {
     EXPECT_NE(Fold_Case(first), Fold_Case(second)) << To_Utf8(first);
   }
-  EXPECT_LT(Compare_By_Name(u"a", u"B"), 0);
-  EXPECT_LT(Compare_By_Name(u"A", u"a"), 0);
-  EXPECT_GT(Compare_By_Name(u"a1", u"A"), 0);
+  EXPECT_LT(Key_Of(u"a"), Key_Of(u"B"));
+  EXPECT_LT(Key_Of(u"A"), Key_Of(u"a"));
+  EXPECT_GT(Key_Of(u"a1"), Key_Of(u"A"));
 }
 
 TEST(Utf8, Every_Byte_Returns_And_Odd_Ones_Become_Lone_Surrogates) {

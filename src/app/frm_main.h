@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "app/file_service.h"
-#include "app/registry.h"
+#include "app/registry_service.h"
 #include "backup/backups.h"
 #include "backup/recover_updates.h"
 #include "backup/route_update.h"

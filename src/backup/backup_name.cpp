@@ -19,7 +19,7 @@ Text Written(const std::tm& time) {
   std::array<char, 32> written{};
   const std::size_t length =
       std::strftime(written.data(), written.size(), "%Y-%m-%d %H.%M.%S", &time);
-  const Text text(written.begin(), written.begin() + static_cast<std::ptrdiff_t>(length));
+  Text text(written.begin(), written.begin() + static_cast<std::ptrdiff_t>(length));
   if (!Is_Backup_Time(text)) throw Failure();
   return text;
 }

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <tuple>
+#include <utility>
 
 #include "app/places.h"
 #include "backup/backup_name.h"
@@ -58,9 +58,8 @@ std::vector<Backup> List_Backups(File_System_Object& files, Text_View root) {
       backups.push_back(Backup_In(files, root, route->name(), name));
     }
   }
-  std::ranges::stable_sort(backups, [](const Backup& first, const Backup& second) {
-    const int by_route = Compare_By_Name(first.Route, second.Route);
-    return by_route != 0 ? by_route < 0 : first.Time < second.Time;
+  std::ranges::stable_sort(backups, {}, [](const Backup& backup) {
+    return std::pair(Key_Of(backup.Route), backup.Time);
   });
   return backups;
 }

@@ -153,7 +153,7 @@ void Update_Folder::Delete_If_There(Text_View name) {
 }
 
 Text Update_Folder::Lose_Ending() const {
-  const Text completed = Kept.Path().substr(0, Kept.Path().size() - Unfinished_Ending.size());
+  Text completed = Kept.Path().substr(0, Kept.Path().size() - Unfinished_Ending.size());
   Files.MoveFolder(Kept.Path(), completed);
   Files.Flush(Parent);
   return completed;

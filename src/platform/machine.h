@@ -3,13 +3,12 @@
 
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/file_service.h"
-#include "app/registry.h"
+#include "app/registry_service.h"
 
 namespace rivelt {
 

@@ -58,9 +58,8 @@ Text Fold_Case(Text_View text) {
   return folded;
 }
 
-int Compare_By_Name(Text_View first, Text_View second) {
-  const int by_letters = Fold_Case(first).compare(Fold_Case(second));
-  return by_letters != 0 ? by_letters : first.compare(second);
+Name_Key Key_Of(Text_View name) {
+  return {Fold_Case(name), Text(name)};
 }
 
 }  // namespace rivelt

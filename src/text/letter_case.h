@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <compare>
+
 #include "text/text.h"
 
 namespace rivelt {
@@ -10,8 +12,14 @@ namespace rivelt {
 // texts differ in letter case only if their folded forms are equal.
 Text Fold_Case(Text_View text);
 
-// The order of lists and folder walks: letter case does not count, and between equals the code
-// units decide. Below, at or above 0 as first stands before, at or behind second.
-int Compare_By_Name(Text_View first, Text_View second);
+// The one order of names, in lists and folder walks: letter case does not count, and between equals
+// the code units decide. A name is folded once, however often it is compared.
+struct Name_Key {
+  Text Folded;
+  Text Name;
+  auto operator<=>(const Name_Key& other) const = default;
+};
+
+Name_Key Key_Of(Text_View name);
 
 }  // namespace rivelt

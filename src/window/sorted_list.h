@@ -6,12 +6,13 @@
 #include <optional>
 #include <vector>
 
+#include "text/letter_case.h"
 #include "text/text.h"
 
 namespace rivelt {
 
-// Letter case does not count in the order; between equals the code units decide; " -delete-" is
-// first. Adding n entries and then reading costs n log n in all.
+// In the order of names, but " -delete-" is first. Adding n entries and then reading costs n log n
+// in all.
 class Sorted_List {
  public:
   void Add(Text_View entry);
@@ -25,17 +26,10 @@ class Sorted_List {
   std::optional<std::size_t> Find(Text_View entry) const;
 
  private:
-  // An entry beside the form by which it sorts.
-  struct Sort_Entry {
-    Text Folded;
-    Text Shown;
-    bool operator<(const Sort_Entry& other) const;
-  };
-
   void Sort() const;
 
-  mutable std::vector<Sort_Entry> Entries;  // sorted up to Sorted_Count, then as added
-  mutable std::size_t Sorted_Count = 0;
+  mutable std::vector<Name_Key> Entries;
+  mutable bool Is_Sorted = true;
 };
 
 }  // namespace rivelt

@@ -3,8 +3,8 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include "platform/linux/linux_files.h"
-#include "platform/linux/wine_registry.h"
+#include "platform/linux/files.h"
+#include "platform/linux/registry.h"
 
 namespace rivelt {
 namespace {

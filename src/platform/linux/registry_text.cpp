@@ -11,9 +11,6 @@ namespace rivelt {
 namespace {
 
 constexpr Long Type_Expandable_String = 2;
-constexpr Long Type_Binary = 3;
-constexpr Long Type_Number = 4;
-constexpr Long Type_Strings = 7;
 
 std::string_view Take_Line(std::string_view& file) {
   std::string_view line = file.substr(0, file.find('\n'));
@@ -39,7 +36,7 @@ std::optional<std::uint32_t> Take_Number(std::string_view& line, std::size_t mos
   return number;
 }
 
-// What stands behind a backslash: a control character by its letter, a unit by its number, or any
+// What follows a backslash: a control character by its letter, a unit by its number, or any
 // other character for itself.
 void Take_Escape(std::string_view& line, Text& text) {
   constexpr std::string_view letters = "abefnrtv";
@@ -79,83 +76,15 @@ std::optional<Text> Take_Text(std::string_view& line, char end) {
   }
 }
 
-void Take_Blanks(std::string_view& line) {
-  line.remove_prefix(std::min(line.size(), line.find_first_not_of(" \t")));
-}
-
-// Bytes between commas, over as many lines as end in a backslash.
-std::optional<std::string> Take_Bytes(std::string_view line, std::string_view& file) {
-  std::string bytes;
-  for (;;) {
-    Take_Blanks(line);
-    if (line == "\\") {
-      line = Take_Line(file);
-      continue;
-    }
-    if (line.empty()) return bytes;
-    const auto byte = Take_Number(line, 2, 16);
-    if (!byte) return std::nullopt;
-    bytes += static_cast<char>(*byte);
-    Take_Blanks(line);
-    if (!line.empty() && line != "\\" && !Take(line, ",")) return std::nullopt;
-  }
-}
-
-bool Is_String(Long type) {
-  return type == Registry_String || type == Type_Expandable_String || type == Type_Strings;
-}
-
-Registry_Value String_Value(Long type, Text text) {
-  if (!text.empty() && text.back() != 0) text += u'\0';
-  return {type, To_Original_Bytes(text)};
-}
-
-Registry_Value Value_Of_Bytes(Long type, std::string bytes) {
-  if (!Is_String(type)) return {type, std::move(bytes)};
-  Text text;
-  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-    const auto low = static_cast<unsigned char>(bytes[i]);
-    const auto high = static_cast<unsigned char>(bytes[i + 1]);
-    text += static_cast<char16_t>(low | (high << 8));
-  }
-  return String_Value(type, std::move(text));
-}
-
-// The type in brackets, if there is one, and the colon.
-std::optional<Long> Take_Type(std::string_view& line, Long type_without_brackets) {
-  if (Take(line, ":")) return type_without_brackets;
-  if (!Take(line, "(")) return std::nullopt;
-  const auto type = Take_Number(line, 8, 16);
-  if (!type || !Take(line, "):")) return std::nullopt;
-  return static_cast<Long>(*type);
-}
-
-std::optional<Registry_Value> Take_String(std::string_view line, Long type) {
+std::optional<Registry_Value> Take_Data(std::string_view line) {
+  const Long type = Take(line, "str(2):") ? Type_Expandable_String : Registry_String;
   if (!Take(line, "\"")) return std::nullopt;
   auto text = Take_Text(line, '"');
   if (!text) return std::nullopt;
-  return String_Value(type, std::move(*text += u'\0'));
+  return Registry_Value{type, To_Original_Bytes(*text += u'\0')};
 }
 
-std::optional<Registry_Value> Take_Data(std::string_view line, std::string_view& file) {
-  if (Take(line, "hex")) {
-    const auto type = Take_Type(line, Type_Binary);
-    auto bytes = type ? Take_Bytes(line, file) : std::nullopt;
-    if (!bytes) return std::nullopt;
-    return Value_Of_Bytes(*type, std::move(*bytes));
-  }
-  if (Take(line, "dword:")) {
-    const auto number = Take_Number(line, 8, 16);
-    if (!number) return std::nullopt;
-    std::string bytes;
-    for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(*number >> shift);
-    return Registry_Value{Type_Number, std::move(bytes)};
-  }
-  const auto type = Take(line, "str") ? Take_Type(line, Registry_String) : Registry_String;
-  return type ? Take_String(line, *type) : std::nullopt;
-}
-
-void Read_Value(std::string_view line, std::string_view& file, Registry_Values& values) {
+void Read_Value(std::string_view line, Registry_Values& values) {
   std::optional<Text> name;
   if (Take(line, "@")) {
     name.emplace();
@@ -163,8 +92,7 @@ void Read_Value(std::string_view line, std::string_view& file, Registry_Values& 
     name = Take_Text(line, '"');
   }
   if (!name || !Take(line, "=")) return;
-  if (auto value = Take_Data(line, file))
-    values.insert_or_assign(Fold_Case(*name), std::move(*value));
+  if (auto value = Take_Data(line)) values.insert_or_assign(Fold_Case(*name), std::move(*value));
 }
 
 }  // namespace
@@ -180,7 +108,7 @@ std::optional<Registry_Values> Read_Registry_Key(std::string_view file, std::str
       is_inside = name && name->size() == wanted.size() && Fold_Case(*name) == wanted;
       if (is_inside && !values) values.emplace();
     } else if (is_inside) {
-      Read_Value(line, file, *values);
+      Read_Value(line, *values);
     }
   }
   return values;

@@ -1,8 +1,9 @@
 // The text file in which Wine keeps a registry: keys in brackets, and below each its values. A
-// backslash within a name or a text is doubled, one at the end of a line of bytes continues it.
+// backslash in a name or a text is doubled. Only strings are read: the installation's path is one.
 //
 //   [Software\\Example\\1.0] 1017000000
 //   "Path"="C:\\Trains"
+//   "Cache"=str(2):"%TEMP%\\Trains"
 //   "Picture"=hex:42,4d,36
 
 #pragma once
@@ -12,22 +13,20 @@
 #include <string>
 #include <string_view>
 
-#include "app/registry.h"
+#include "app/registry_service.h"
 
 namespace rivelt {
 
 struct Registry_Value {
   Long Type;
-  // A string in UTF-8 with its terminating zero, unless it has no bytes at all; any other value as
-  // its bytes stand.
-  std::string Data;
+  std::string Data;  // in UTF-8, with its terminating zero
 };
 
 // By the folded form of their names; the default value has the empty name.
 using Registry_Values = std::map<Text, Registry_Value>;
 
 // The values of one key, named in UTF-8 with single backslashes; letter case does not count. None
-// if the file has no such key. A line that is no value is passed over, of two values of one name
+// if the file has no such key. A line that is no string is passed over, of two values of one name
 // the later counts. Takes any bytes as a file, in time that grows with their number.
 std::optional<Registry_Values> Read_Registry_Key(std::string_view file, std::string_view key);
 

@@ -4,25 +4,19 @@
 #include <sys/uio.h>
 
 #include <algorithm>
-#include <bit>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
 #include <utility>
 
 #include "platform/linux/descriptor.h"
-#include "platform/linux/new_file.h"
+#include "platform/linux/staged_file.h"
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace rivelt {
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "units are read and written in place");
-
-constexpr char16_t Mark = 0xFEFF;
-constexpr char16_t Swapped_Mark = 0xFFFE;
-constexpr std::string_view Mark_Bytes = "\xFF\xFE";
-constexpr std::size_t Unit_Size = sizeof(char16_t);
 constexpr std::size_t Most_Bytes = Unit_Size * std::numeric_limits<Position>::max();
 
 std::size_t Size_Now(const Descriptor& file) {
@@ -31,17 +25,8 @@ std::size_t Size_Now(const Descriptor& file) {
   return static_cast<std::size_t>(state.st_size);
 }
 
-// The first unit is kept apart: it is a mark as a rule, so that the rest need not be shifted.
-struct Content {
-  char16_t First = 0;
-  Text Rest;
-  std::size_t Size = 0;  // in bytes
-
-  std::size_t Room() const { return (Rest.size() + 1) * Unit_Size; }
-};
-
-// As readv(2), behind what has been read.
-std::size_t Read_More(const Descriptor& file, Content& content) {
+// As readv(2), after what has been read.
+std::size_t Read_More(const Descriptor& file, Utf16_Content& content) {
   const std::size_t of_first = std::min(content.Size, Unit_Size);
   const std::size_t of_rest = content.Size - of_first;
   const iovec parts[] = {{reinterpret_cast<char*>(&content.First) + of_first, Unit_Size - of_first},
@@ -57,7 +42,7 @@ std::size_t Read_More(const Descriptor& file, Content& content) {
 
 // The file may grow or shrink meanwhile: what counts is where reading finds its end. There is
 // always room for more than expected, so that getting exactly that much means the end, too.
-void Read_To_End(const Descriptor& file, Content& content) {
+void Read_To_End(const Descriptor& file, Utf16_Content& content) {
   const std::size_t expected = Size_Now(file);
   if (expected > Most_Bytes) throw Failure();
   content.Rest.resize(expected / Unit_Size + 1);
@@ -66,17 +51,9 @@ void Read_To_End(const Descriptor& file, Content& content) {
     content.Size += count;
     if (content.Size > Most_Bytes) throw Failure();
     if (count == 0 || content.Size == expected) break;
-    if (content.Size == content.Room()) content.Rest.resize(content.Rest.size() * 2);
+    if (content.Size == (content.Rest.size() + 1) * Unit_Size)
+      content.Rest.resize(content.Rest.size() * 2);
   }
-  const std::size_t units = content.Size / Unit_Size + content.Size % Unit_Size;
-  content.Rest.resize(units == 0 ? 0 : units - 1);
-}
-
-// The odd last byte has no partner to change places with.
-void Swap_Bytes(Text& text, bool last_is_odd) {
-  const std::size_t whole = text.size() - (last_is_odd ? 1 : 0);
-  for (std::size_t i = 0; i < whole; ++i)
-    text[i] = static_cast<char16_t>((text[i] >> 8) | (text[i] << 8));
 }
 
 class Linux_Read_Stream : public Read_Stream {
@@ -84,15 +61,9 @@ class Linux_Read_Stream : public Read_Stream {
   explicit Linux_Read_Stream(Descriptor source) : Source(std::move(source)) {}
 
   Text ReadAll() override {
-    Content content;
+    Utf16_Content content;
     Read_To_End(Source, content);
-    if (content.Size == 0) return {};
-    if (content.First == Swapped_Mark) {
-      Swap_Bytes(content.Rest, content.Size % Unit_Size != 0);
-    } else if (content.First != Mark) {
-      content.Rest.insert(content.Rest.begin(), content.First);
-    }
-    return std::move(content.Rest);
+    return Decode_Utf16(std::move(content));
   }
 
  private:
@@ -106,16 +77,16 @@ class Linux_Write_Stream : public Write_Stream {
 
   void Write(Text_View text) override {
     if (!Unicode) return Target.Write({}, To_Utf8(text));
-    const std::string_view mark = std::exchange(Is_First, false) ? Mark_Bytes : std::string_view();
-    Target.Write(mark, {reinterpret_cast<const char*>(text.data()), text.size() * Unit_Size});
+    const std::string_view mark = std::exchange(Is_First, false) ? Utf16_Mark : std::string_view();
+    Target.Write(mark, Bytes_Of(text));
   }
 
-  void Close() override { Target.Commit(Overwrite); }
+  void Close() override { Target.Take_Place(Overwrite); }
 
   const Descriptor& Handle() const { return Target.Handle(); }
 
  private:
-  New_File Target;
+  Staged_File Target;
   bool Overwrite;
   bool Unicode;
   bool Is_First = true;

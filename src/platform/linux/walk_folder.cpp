@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
-#include <tuple>
 
 #include "text/letter_case.h"
 #include "text/utf8.h"
@@ -18,19 +17,13 @@ struct Close_Folder {
   void operator()(DIR* folder) const { closedir(folder); }
 };
 
-// A name with what orders it, so that no comparison has to fold it again.
-struct Sorted_Name {
-  Text Folded;
-  Text Name;
+struct Found_Name {
+  Name_Key Key;
   std::string Native;
-
-  bool operator<(const Sorted_Name& other) const {
-    return std::tie(Folded, Name) < std::tie(other.Folded, other.Name);
-  }
 };
 
-bool Differ_In_Case_Alone(const Sorted_Name& first, const Sorted_Name& second) {
-  return first.Folded == second.Folded;
+bool Differ_In_Case_Alone(const Found_Name& first, const Found_Name& second) {
+  return first.Key.Folded == second.Key.Folded;
 }
 
 bool Is_Kind(const std::string& folder, const char* name, unsigned char entry_kind, mode_t kind) {
@@ -62,23 +55,21 @@ void For_Each_Entry(const std::string& folder,
 }
 
 std::vector<std::string> Names_In_Order(const std::string& folder, mode_t kind) {
-  std::vector<Sorted_Name> found;
+  std::vector<Found_Name> found;
   For_Each_Entry(folder, [&](const char* name, unsigned char entry_kind) {
     // No path of the program leads to a name with a separator in it.
     if (std::string_view(name).find('\\') != std::string_view::npos) return;
     if (!Is_Kind(folder, name, entry_kind, kind)) return;
-    Text wide = From_Utf8(name);
-    Text folded = Fold_Case(wide);
-    found.push_back({std::move(folded), std::move(wide), name});
+    found.push_back({Key_Of(From_Utf8(name)), name});
   });
-  std::sort(found.begin(), found.end());
+  std::ranges::sort(found, {}, &Found_Name::Key);
   if (kind == S_IFDIR) {
     // No path leads to the others, so that they would pass for this one.
     found.erase(std::unique(found.begin(), found.end(), Differ_In_Case_Alone), found.end());
   }
   std::vector<std::string> names;
   names.reserve(found.size());
-  for (Sorted_Name& item : found) names.push_back(std::move(item.Native));
+  for (Found_Name& item : found) names.push_back(std::move(item.Native));
   return names;
 }
 

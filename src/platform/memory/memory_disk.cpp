@@ -2,14 +2,14 @@
 
 #include <utility>
 
-#include "text/letter_case.h"
+#include "text/utf16.h"
 
 namespace rivelt {
 namespace {
 
 // All that differ in letter case only from the given one.
 void Erase_Alike(Memory_Names& names, const Text& folded) {
-  std::erase_if(names, [&](const auto& name) { return name.first.first == folded; });
+  std::erase_if(names, [&](const auto& name) { return name.first.Folded == folded; });
 }
 
 using Asked = std::function<bool(Text_View)>;
@@ -18,28 +18,19 @@ void Lose_Power_In(Memory_Node& folder, const Text& path, const Asked& forgets) 
   if (forgets(path)) folder.Names = folder.Durable_Names;
   folder.Durable_Names = folder.Names;
   for (const auto& [name, node] : folder.Names) {
-    if (node->Is_Folder) Lose_Power_In(*node, Memory_Tree::Below(path, name.second), forgets);
+    if (node->Is_Folder) Lose_Power_In(*node, Memory_Tree::Below(path, name.Name), forgets);
     if (!std::exchange(node->Is_Flushed, true)) node->Bytes.clear();
   }
 }
 
 }  // namespace
 
-std::string Utf16_Bytes(Text_View text) {
-  std::string bytes = "\xFF\xFE";
-  for (const char16_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  }
-  return bytes;
-}
-
 void Memory_Disk::Make_Name_Durable(Text_View path) {
   const Place place = Place_Of(path);
   const Text folded = Fold_Case(place.Name);
   Erase_Alike(place.Folder->Durable_Names, folded);
   for (const auto& [name, node] : place.Folder->Names) {
-    if (name.first == folded) place.Folder->Durable_Names[name] = node;
+    if (name.Folded == folded) place.Folder->Durable_Names[name] = node;
   }
 }
 
@@ -55,7 +46,7 @@ void Memory_Disk::Put_Folder(Text_View path) {
 }
 
 void Memory_Disk::Put_File(Text_View path, Text_View content) {
-  Put_Bytes(path, Utf16_Bytes(content));
+  Put_Bytes(path, To_Utf16(content));
 }
 
 void Memory_Disk::Put_Bytes(Text_View path, std::string_view bytes) {
@@ -63,7 +54,7 @@ void Memory_Disk::Put_Bytes(Text_View path, std::string_view bytes) {
 }
 
 void Memory_Disk::Edit_In_Place(Text_View path, Text_View content) {
-  Edit_Bytes_In_Place(path, Utf16_Bytes(content));
+  Edit_Bytes_In_Place(path, To_Utf16(content));
 }
 
 void Memory_Disk::Edit_Bytes_In_Place(Text_View path, std::string_view bytes) {

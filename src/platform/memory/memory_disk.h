@@ -6,7 +6,6 @@
 #include <functional>
 #include <memory>
 #include <set>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -79,8 +78,5 @@ class Memory_Disk : public Memory_Tree {
   void Put(Text_View path, Node_Pointer node);
   void Make_Name_Durable(Text_View path);
 };
-
-// As the files of the program have it.
-std::string Utf16_Bytes(Text_View text);
 
 }  // namespace rivelt

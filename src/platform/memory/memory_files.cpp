@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -78,7 +79,7 @@ class Memory_Writer : public Write_Stream {
 
   void Close() override {
     Require_Writable();
-    Disk.Link(Path, Disk.Make_File(Unicode ? Utf16_Bytes(Content) : To_Utf8(Content), !Unicode));
+    Disk.Link(Path, Disk.Make_File(Unicode ? To_Utf16(Content) : To_Utf8(Content), !Unicode));
   }
 
  private:

@@ -5,8 +5,9 @@
 #include <cstddef>
 #include <functional>
 #include <unordered_map>
+#include <utility>
 
-#include "text/letter_case.h"
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -49,13 +50,13 @@ bool Is_Usable(Text_View path) {
 
 Memory_Names::iterator First_That_Fits(Memory_Names& names, const Text& folded) {
   const auto first = names.lower_bound({folded, Text()});
-  return first != names.end() && first->first.first == folded ? first : names.end();
+  return first != names.end() && first->first.Folded == folded ? first : names.end();
 }
 
 Memory_Names::iterator Look_Up(Memory_Names& names, Text_View name) {
-  const Text folded = Fold_Case(name);
-  const auto as_spelled = names.find({folded, Text(name)});
-  return as_spelled != names.end() ? as_spelled : First_That_Fits(names, folded);
+  const Name_Key key = Key_Of(name);
+  const auto as_spelled = names.find(key);
+  return as_spelled != names.end() ? as_spelled : First_That_Fits(names, key.Folded);
 }
 
 using Copies = std::unordered_map<const Memory_Node*, std::shared_ptr<Memory_Node>>;
@@ -70,23 +71,10 @@ std::shared_ptr<Memory_Node> Copy_Of(const Memory_Node& node, Copies& copies) {
   return copy;
 }
 
-Text From_Utf16_Bytes(std::string_view bytes) {
-  const bool high_first = bytes.starts_with("\xFE\xFF");
-  if (high_first || bytes.starts_with("\xFF\xFE")) bytes.remove_prefix(2);
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  Text text;
-  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-    const int high = byte(high_first ? i : i + 1);
-    text += static_cast<char16_t>(high << 8 | byte(high_first ? i + 1 : i));
-  }
-  if (bytes.size() % 2 != 0) text += static_cast<char16_t>(byte(bytes.size() - 1));
-  return text;
-}
-
 }  // namespace
 
 Text Memory_Node::Content() const {
-  return Is_Narrow ? From_Utf8(Bytes) : From_Utf16_Bytes(Bytes);
+  return Is_Narrow ? From_Utf8(Bytes) : From_Utf16(Bytes);
 }
 
 Memory_Tree::Memory_Tree()
@@ -109,7 +97,7 @@ Memory_Tree::Item Memory_Tree::Find(Text_View path) const {
   for (const Text_View name : Components(path)) {
     const auto found = Look_Up(item.Node->Names, name);
     if (found == item.Node->Names.end()) return {};
-    item = {Below(item.Path, found->first.second), found->second};
+    item = {Below(item.Path, found->first.Name), found->second};
   }
   return item;
 }
@@ -119,7 +107,7 @@ std::vector<Memory_Tree::Item> Memory_Tree::In_Folder(Text_View path, bool folde
   std::vector<Item> found;
   if (!folder.Node) return found;
   for (const auto& [name, node] : folder.Node->Names) {
-    if (node->Is_Folder == folders) found.push_back({Below(folder.Path, name.second), node});
+    if (node->Is_Folder == folders) found.push_back({Below(folder.Path, name.Name), node});
   }
   return found;
 }
@@ -135,7 +123,7 @@ Memory_Names::iterator Memory_Tree::In_The_Way(const Place& place) const {
   Memory_Names& names = place.Folder->Names;
   const auto found = Look_Up(names, place.Name);
   const bool is_apart = found != names.end() && Tells_Letter_Case_Apart &&
-                        !found->second->Is_Folder && found->first.second != place.Name;
+                        !found->second->Is_Folder && found->first.Name != place.Name;
   return is_apart ? names.end() : found;
 }
 
@@ -170,7 +158,7 @@ void Memory_Tree::Link(Text_View path, Node_Pointer node) {
   const Place place = Place_Of(path);
   Memory_Names& names = place.Folder->Names;
   if (const auto old = In_The_Way(place); old != names.end()) names.erase(old);
-  names[{Fold_Case(place.Name), place.Name}] = std::move(node);
+  names[Key_Of(place.Name)] = std::move(node);
 }
 
 void Memory_Tree::Unlink(Text_View path) {

@@ -7,17 +7,17 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "text/letter_case.h"
 #include "text/text.h"
 
 namespace rivelt {
 
 struct Memory_Node;
 
-// The names in a folder, each with its folded form in front: in the order of a walk.
-using Memory_Names = std::map<std::pair<Text, Text>, std::shared_ptr<Memory_Node>>;
+// The names in a folder, in the order of a walk.
+using Memory_Names = std::map<Name_Key, std::shared_ptr<Memory_Node>>;
 
 // A file or folder, whatever its names.
 struct Memory_Node {

@@ -31,8 +31,7 @@ void Read_In_Pieces(HANDLE from, const Take_Piece& take) {
 
 void Fill(Staged_File& copy, const std::wstring& source) {
   const Owned_Handle from = Open_For_Reading(source);
-  Read_In_Pieces(from.get(),
-                 [&](std::string_view piece) { copy.Write(piece.data(), piece.size()); });
+  Read_In_Pieces(from.get(), [&](std::string_view piece) { copy.Write(piece); });
   copy.Copy_Times(from.get());
 }
 

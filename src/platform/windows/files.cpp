@@ -1,109 +1,17 @@
 #include "platform/windows/files.h"
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 #include <vector>
 
-#include "platform/windows/encoding.h"
 #include "platform/windows/file_actions.h"
 #include "platform/windows/folder_lock.h"
 #include "platform/windows/paths.h"
-#include "platform/windows/staged_file.h"
+#include "platform/windows/text_streams.h"
+#include "platform/windows/walk_folder.h"
 #include "platform/windows/win32.h"
-#include "text/letter_case.h"
 
 namespace rivelt {
 namespace {
-
-class Windows_Read_Stream : public Read_Stream {
- public:
-  explicit Windows_Read_Stream(const std::wstring& path) : Handle(Open_For_Reading(path)) {}
-
-  Text ReadAll() override {
-    LARGE_INTEGER size{};
-    Require(GetFileSizeEx(Handle.get(), &size));
-    constexpr LONGLONG most = 2 * LONGLONG{std::numeric_limits<Position>::max()};
-    Require(size.QuadPart <= most);
-    const auto byte_count = static_cast<std::size_t>(size.QuadPart);
-    Text text((byte_count + 1) / sizeof(char16_t), u'\0');
-    Read_Bytes(reinterpret_cast<char*>(text.data()), byte_count);
-    Decode_Utf16(text, byte_count % sizeof(char16_t) != 0);
-    return text;
-  }
-
- private:
-  void Read_Bytes(char* bytes, std::size_t count) {
-    while (count > 0) {
-      constexpr std::size_t most = std::size_t{1} << 26;
-      DWORD read = 0;
-      Require(
-          ReadFile(Handle.get(), bytes, static_cast<DWORD>(std::min(count, most)), &read, nullptr));
-      Require(read > 0);
-      bytes += read;
-      count -= read;
-    }
-  }
-
-  Owned_Handle Handle;
-};
-
-class Windows_Write_Stream : public Write_Stream {
- public:
-  Windows_Write_Stream(std::wstring path, bool overwrite, bool unicode)
-      : Output(std::move(path)), Overwrite(overwrite), Unicode(unicode) {}
-
-  void Write(Text_View text) override {
-    if (Unicode) {
-      if (std::exchange(Is_First, false)) Output.Write("\xFF\xFE", 2);
-      Output.Write(text.data(), text.size() * sizeof(char16_t));
-    } else {
-      const std::string narrow = To_Ansi(text);
-      Output.Write(narrow.data(), narrow.size());
-    }
-  }
-
-  void Close() override { Output.Take_Place(Overwrite); }
-
- private:
-  Staged_File Output;
-  bool Overwrite;
-  bool Unicode;
-  bool Is_First = true;
-};
-
-bool Is_Wanted(const std::wstring& path, const WIN32_FIND_DATAW& entry, bool folder) {
-  const std::wstring_view name = entry.cFileName;
-  if (name == L"." || name == L"..") return false;
-  if (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) {
-    const Path_State state = State_Of(Path_In(path, entry.cFileName));
-    return state.Exists && state.Is_Folder == folder;
-  }
-  return ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) == folder;
-}
-
-std::vector<std::wstring> Entries_Of(const std::wstring& path, bool folders) {
-  struct Close_Find {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const { FindClose(handle); }
-  };
-  std::vector<std::wstring> names;
-  WIN32_FIND_DATAW entry{};
-  const HANDLE handle = FindFirstFileExW(Path_In(path, L"*").c_str(), FindExInfoBasic, &entry,
-                                         FindExSearchNameMatch, nullptr, 0);
-  // The root of a volume has no entry "." and so can have none at all.
-  if (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_NOT_FOUND) return names;
-  Require(handle != INVALID_HANDLE_VALUE);
-  const std::unique_ptr<HANDLE, Close_Find> search(handle);
-  do {
-    if (Is_Wanted(path, entry, folders)) names.emplace_back(entry.cFileName);
-  } while (FindNextFileW(handle, &entry));
-  Require(GetLastError() == ERROR_NO_MORE_FILES);
-  std::sort(names.begin(), names.end(), [](const std::wstring& first, const std::wstring& second) {
-    return Compare_By_Name(From_Wide(first), From_Wide(second)) < 0;
-  });
-  return names;
-}
 
 class Windows_File : public File {
  public:
@@ -111,7 +19,7 @@ class Windows_File : public File {
 
   Text name() const override { return Last_Name(Path); }
   std::unique_ptr<Read_Stream> OpenAsTextStream(int /*mode*/, int /*format*/) override {
-    return std::make_unique<Windows_Read_Stream>(Path);
+    return Open_Read_Stream(Path);
   }
   void Delete(bool force) override { Delete_File(Path, force); }
   void Move(Text_View target_path) override {
@@ -142,7 +50,7 @@ class Windows_Folder : public Folder {
   template <class Item, class Windows_Item>
   Collection<Item> Items(bool folders) const {
     std::vector<std::unique_ptr<Item>> items;
-    for (const std::wstring& entry : Entries_Of(Path, folders)) {
+    for (const std::wstring& entry : Names_In_Order(Path, folders)) {
       items.push_back(std::make_unique<Windows_Item>(Path_In(Path, entry)));
     }
     return Collection<Item>(std::move(items));
@@ -173,7 +81,8 @@ void Flush_If_Possible(const std::wstring& path) {
 
 void Flush_Folder(const std::wstring& path) {
   Require(State_Of(path).Is_Folder);
-  for (const std::wstring& name : Entries_Of(path, false)) Flush_If_Possible(Path_In(path, name));
+  for (const std::wstring& name : Names_In_Order(path, false))
+    Flush_If_Possible(Path_In(path, name));
   Flush_If_Possible(path);
 }
 
@@ -200,10 +109,7 @@ class Windows_File_System : public File_System_Object {
 
   std::unique_ptr<Write_Stream> CreateTextFile(Text_View path, bool overwrite,
                                                bool unicode) override {
-    std::wstring full = Full_Path(path);
-    const Path_State state = State_Of(full);
-    Require(!state.Exists || (overwrite && !state.Is_Folder && !state.Is_Read_Only));
-    return std::make_unique<Windows_Write_Stream>(std::move(full), overwrite, unicode);
+    return Make_Write_Stream(Full_Path(path), overwrite, unicode);
   }
 
   void DeleteFile(Text_View path, bool force) override { Delete_File(Full_Path(path), force); }

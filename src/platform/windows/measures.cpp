@@ -1,7 +1,6 @@
 #include "platform/windows/measures.h"
 
 #include <cstring>
-#include <type_traits>
 
 namespace rivelt {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/encoding.h"
+#include "platform/windows/ansi.h"
 #include "platform/windows/win32.h"
 
 namespace rivelt {

@@ -1,6 +1,7 @@
 #include "platform/windows/staged_file.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -43,16 +44,14 @@ Staged_File::~Staged_File() {
   if (!Is_Marked) DeleteFileW(Temporary_Path.c_str());
 }
 
-void Staged_File::Write(const void* bytes, std::size_t size) {
-  const char* next = static_cast<const char*>(bytes);
-  while (size > 0) {
+void Staged_File::Write(std::string_view bytes) {
+  while (!bytes.empty()) {
     constexpr std::size_t most = std::size_t{1} << 26;
+    const auto size = static_cast<DWORD>(std::min(bytes.size(), most));
     DWORD written = 0;
-    Require(
-        WriteFile(Handle.get(), next, static_cast<DWORD>(std::min(size, most)), &written, nullptr));
+    Require(WriteFile(Handle.get(), bytes.data(), size, &written, nullptr));
     Require(written > 0);
-    next += written;
-    size -= written;
+    bytes.remove_prefix(written);
   }
 }
 

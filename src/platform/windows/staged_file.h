@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "platform/windows/win32.h"
 
@@ -25,7 +25,7 @@ class Staged_File {
   Staged_File(const Staged_File&) = delete;
   Staged_File& operator=(const Staged_File&) = delete;
 
-  void Write(const void* bytes, std::size_t size);
+  void Write(std::string_view bytes);
 
   // Gives it the times of another file.
   void Copy_Times(HANDLE from);

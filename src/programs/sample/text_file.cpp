@@ -5,9 +5,10 @@
 #include <charconv>
 #include <cstddef>
 #include <fstream>
-#include <string>
 #include <system_error>
 #include <vector>
+
+#include "text/utf16.h"
 
 namespace rivelt::sample {
 
@@ -38,13 +39,7 @@ Text File_Text(Text_View kind, Text_View records) {
 }
 
 void Write_Text_File(const std::filesystem::path& path, Text_View text) {
-  std::string bytes = "\xFF\xFE";
-  bytes.reserve(2 + 2 * text.size());
-  for (const char16_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  }
-  Write_Bytes(path, bytes);
+  Write_Bytes(path, To_Utf16(text));
 }
 
 void Write_Bytes(const std::filesystem::path& path, std::string_view bytes) {

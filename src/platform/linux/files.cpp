@@ -1,4 +1,4 @@
-#include "platform/linux/linux_files.h"
+#include "platform/linux/files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "platform/linux/descriptor.h"
-#include "platform/linux/lock_folder.h"
-#include "platform/linux/move_file.h"
-#include "platform/linux/new_file.h"
+#include "platform/linux/file_actions.h"
+#include "platform/linux/folder_lock.h"
+#include "platform/linux/staged_file.h"
 #include "platform/linux/text_streams.h"
 #include "platform/linux/walk_folder.h"
 #include "text/utf8.h"

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "app/registry.h"
+#include "app/registry_service.h"
 #include "platform/linux/registry_text.h"
 
 namespace rivelt {

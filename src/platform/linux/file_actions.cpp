@@ -1,4 +1,4 @@
-#include "platform/linux/move_file.h"
+#include "platform/linux/file_actions.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "platform/linux/descriptor.h"
-#include "platform/linux/new_file.h"
+#include "platform/linux/staged_file.h"
 #include "text/text.h"
 
 namespace rivelt {
@@ -32,7 +32,7 @@ bool Has_One_Name(const std::string& path) {
   return lstat(path.c_str(), &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1;
 }
 
-void Fill(New_File& copy, const std::string& from) {
+void Fill(Staged_File& copy, const std::string& from) {
   const Descriptor source = Open_Regular_File(from);
   if (!source.Is_Open()) throw Failure();
   Read_In_Pieces(source, [&](std::string_view piece) { copy.Write({}, piece); });
@@ -67,11 +67,11 @@ class Set_Aside {
 };
 
 void Move_By_Copy(const std::string& from, const std::string& to) {
-  New_File copy(to);
+  Staged_File copy(to);
   Fill(copy, from);
   Set_Aside source(from);
   copy.Flush();  // the two disks are written independently of each other
-  copy.Commit(false);
+  copy.Take_Place(false);
   if (source.Remove()) return;
   unlink(to.c_str());
   throw Failure();
@@ -80,9 +80,9 @@ void Move_By_Copy(const std::string& from, const std::string& to) {
 }  // namespace
 
 void Copy_File(const std::string& from, const std::string& to) {
-  New_File copy(to);
+  Staged_File copy(to);
   Fill(copy, from);
-  copy.Commit(false);
+  copy.Take_Place(false);
 }
 
 void Keep_File(const std::string& from, const std::string& to) {

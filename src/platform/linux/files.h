@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/file_service.h"
-#include "platform/linux/native_path.h"
+#include "platform/linux/paths.h"
 
 namespace rivelt {
 

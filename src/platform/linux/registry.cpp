@@ -1,13 +1,11 @@
-#include "platform/linux/wine_registry.h"
+#include "platform/linux/registry.h"
 
 #include <pwd.h>
 #include <unistd.h>
 
-#include <memory>
 #include <vector>
 
 #include "platform/linux/descriptor.h"
-#include "platform/machine.h"
 #include "text/letter_case.h"
 #include "text/utf8.h"
 

@@ -16,14 +16,14 @@ bool Rename_To_Free_Name(const std::string& from, const std::string& to);
 // A name in the folder of path for what is in the making there.
 std::string Temporary_Beside(const std::string& path);
 
-class New_File {
+class Staged_File {
  public:
-  // path is native, its folder exists. Nothing stands under it before Commit, and nothing stays of
-  // a file that is dropped without. Failure: no file can be made in that folder.
-  explicit New_File(const std::string& path);
-  New_File(const New_File&) = delete;
-  New_File& operator=(const New_File&) = delete;
-  ~New_File();
+  // path is native, its folder exists. Nothing stands under it before Take_Place, and nothing stays
+  // of a file that is dropped without. Failure: no file can be made in that folder.
+  explicit Staged_File(const std::string& path);
+  Staged_File(const Staged_File&) = delete;
+  Staged_File& operator=(const Staged_File&) = delete;
+  ~Staged_File();
 
   // Appends head and body. After a Failure the file is lost.
   void Write(std::string_view head, std::string_view body);
@@ -37,7 +37,7 @@ class New_File {
   // Gives the file its name, called once. With replace a file of that name makes way in the same
   // instant, its content safe on disk; without it is a Failure. After a Failure the file is lost,
   // and an older one as it was.
-  void Commit(bool replace);
+  void Take_Place(bool replace);
 
  private:
   void Open_Beside();

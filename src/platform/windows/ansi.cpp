@@ -1,19 +1,12 @@
-#include "platform/windows/encoding.h"
+#include "platform/windows/ansi.h"
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 
 #include "platform/windows/win32.h"
 
 namespace rivelt {
 namespace {
-
-// Units are moved between memory and files as they lie in memory.
-static_assert(std::endian::native == std::endian::little);
-
-constexpr char16_t Mark = 0xFEFF;
-constexpr char16_t Swapped_Mark = 0xFFFE;
 
 constexpr bool Is_High_Surrogate(wchar_t unit) {
   return unit >= 0xD800 && unit < 0xDC00;
@@ -37,16 +30,6 @@ void Drop_Second_Halves(std::wstring& wide) {
 }
 
 }  // namespace
-
-void Decode_Utf16(Text& units, bool last_is_odd) {
-  const bool swapped = units.starts_with(Swapped_Mark);
-  if (swapped) {
-    // The odd last byte has no partner to change places with.
-    std::for_each(units.begin(), units.end() - last_is_odd,
-                  [](char16_t& unit) { unit = static_cast<char16_t>(unit << 8 | unit >> 8); });
-  }
-  if (units.starts_with(Mark)) units.erase(0, 1);
-}
 
 std::string To_Ansi(Text_View text) {
   if (text.empty()) return {};

@@ -1,4 +1,4 @@
-#include "platform/linux/native_path.h"
+#include "platform/linux/paths.h"
 
 #include <sys/stat.h>
 
@@ -84,8 +84,8 @@ Native_Paths::Spelled_Path Native_Paths::Spell(Text_View path) const {
   const std::size_t first = bytes.find_first_not_of('/');
   if (first != std::string::npos)
     spelled.Rest = bytes.substr(first, bytes.find_last_not_of('/') - first + 1);
-  const auto surplus = std::ranges::unique(spelled.Rest, Both_Slashes);
-  spelled.Rest.erase(surplus.begin(), surplus.end());
+  std::string& rest = spelled.Rest;
+  rest.erase(std::unique(rest.begin(), rest.end(), Both_Slashes), rest.end());
   return spelled;
 }
 

@@ -1,4 +1,4 @@
-#include "platform/linux/lock_folder.h"
+#include "platform/linux/folder_lock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/new_file.h"
+#include "platform/linux/staged_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <cstdio>
 
 #include "app/file_service.h"
-#include "platform/linux/native_path.h"
+#include "platform/linux/paths.h"
 #include "platform/linux/walk_folder.h"
 #include "text/utf8.h"
 
@@ -37,16 +37,16 @@ std::string Temporary_Beside(const std::string& path) {
   return Below(Folder_Of(path), name);
 }
 
-New_File::New_File(const std::string& path) : Path(path) {
+Staged_File::Staged_File(const std::string& path) : Path(path) {
   Content = Open(Folder_Of(path), O_TMPFILE | O_WRONLY, Permissions);
   if (!Content.Is_Open()) Open_Beside();
 }
 
-New_File::~New_File() {
+Staged_File::~Staged_File() {
   if (!Temporary.empty()) unlink(Temporary.c_str());
 }
 
-void New_File::Open_Beside() {
+void Staged_File::Open_Beside() {
   std::string temporary;
   do {
     temporary = Temporary_Beside(Path);
@@ -56,7 +56,7 @@ void New_File::Open_Beside() {
   Temporary = std::move(temporary);
 }
 
-void New_File::Write(std::string_view head, std::string_view body) {
+void Staged_File::Write(std::string_view head, std::string_view body) {
   Is_Whole = false;
   while (!head.empty() || !body.empty()) {
     const iovec parts[] = {{const_cast<char*>(head.data()), head.size()},
@@ -74,21 +74,21 @@ void New_File::Write(std::string_view head, std::string_view body) {
 
 // A file system across a network may tell of a full disk only when a descriptor is closed. Closing
 // a second one asks for that answer while the file can still be given up.
-void New_File::Make_Sure_It_Is_Stored() const {
+void Staged_File::Make_Sure_It_Is_Stored() const {
   const int second = fcntl(Content.Number(), F_DUPFD_CLOEXEC, 0);
   if (second < 0 || close(second) != 0) throw Failure();
 }
 
-void New_File::Flush() const {
+void Staged_File::Flush() const {
   if (fdatasync(Content.Number()) != 0) throw Failure();
 }
 
-bool New_File::Link(const std::string& path) const {
+bool Staged_File::Link(const std::string& path) const {
   const std::string itself = "/proc/self/fd/" + std::to_string(Content.Number());
   return linkat(AT_FDCWD, itself.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-void New_File::Link_Beside() {
+void Staged_File::Link_Beside() {
   std::string temporary;
   do {
     temporary = Temporary_Beside(Path);
@@ -97,7 +97,7 @@ void New_File::Link_Beside() {
   if (Temporary.empty()) throw Failure();
 }
 
-void New_File::Commit(bool replace) {
+void Staged_File::Take_Place(bool replace) {
   if (!Is_Whole) throw Failure();
   Is_Whole = false;
   Make_Sure_It_Is_Stored();
