@@ -5,8 +5,8 @@
 
 #include "convert/rebase_tsection.h"
 #include "convert/world_passes.h"
-#include "programs/sample/random_source.h"
-#include "programs/sample/track.h"
+#include "sample/random_source.h"
+#include "sample/track.h"
 #include "repeated.h"
 #include "text/keyed_collection.h"
 #include "text/primitives.h"

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "programs/sample/random_source.h"
-#include "programs/sample/track.h"
+#include "sample/random_source.h"
+#include "sample/track.h"
 
 namespace rivelt::bench {
 

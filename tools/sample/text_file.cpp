@@ -1,21 +1,20 @@
-#include "programs/sample/text_file.h"
+#include "sample/text_file.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstddef>
 #include <fstream>
+#include <stdexcept>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace rivelt::sample {
 
 Text Digits(double number) {
   std::array<char, 32> digits;
-  char* const end = digits.data() + digits.size();
-  return Text(digits.data(),
-              std::to_chars(digits.data(), end, number, std::chars_format::general, 10).ptr);
+  const auto [end, error] =
+      std::to_chars(digits.begin(), digits.end(), number, std::chars_format::general, 10);
+  return Text(digits.begin(), end);
 }
 
 Text File_Text(Text_View kind, Text_View records) {
@@ -39,10 +38,8 @@ Text File_Text(Text_View kind, Text_View records) {
 
 void Write_Text_File(const std::filesystem::path& path, Text_View text) {
   std::string bytes = "\xFF\xFE";
-  bytes.reserve(2 + 2 * text.size());
   for (const char16_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
+    bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
   }
   Write_Bytes(path, bytes);
 }
@@ -51,10 +48,7 @@ void Write_Bytes(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
-  if (!file) {
-    throw std::filesystem::filesystem_error("cannot write", path,
-                                            std::make_error_code(std::errc::io_error));
-  }
+  if (!file) throw std::runtime_error("cannot write " + path.string());
 }
 
 }  // namespace rivelt::sample
