@@ -45,13 +45,4 @@ void Time_Checked(benchmark::State& state, Text_View input, const std::function<
   state.SetComplexityN(static_cast<std::int64_t>(input.size()));
 }
 
-bool Ends_In_Failure(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const Failure&) {
-    return true;
-  }
-  return false;
-}
-
 }  // namespace rivelt::bench
