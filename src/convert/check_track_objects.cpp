@@ -19,7 +19,7 @@ struct Element {
   Text_View Missing;  // which of the three is not in the text, if one is not
 };
 
-// Where one stretch of text ends and the next goes on. What lies between is written anew.
+// Where one stretch of text ends and the next goes on. What is between them is written again.
 struct Track_Object {
   Element Id;
   Element Name;
