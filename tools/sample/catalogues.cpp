@@ -7,28 +7,22 @@ namespace {
 
 constexpr Long Section_Count = 200;
 
-constexpr std::size_t Families = 5;
-constexpr std::size_t Widths = 4;  // tracks side by side
-constexpr std::array Lengths = {100, 10, 50, 25, 5, 20, 250, 500, 1, 2, 4, 8, 200, 15, 40};
-constexpr std::array Radii = {500, 250, 1000, 750, 2000};
-constexpr std::array Curves = {10, 5, 20};
-constexpr std::array Angles = {10, 5, 15, 20, 30, 45, 60, 8};
-constexpr std::size_t Names_In_A_Series = Families * Widths * Lengths.size();
-
-Text Size_Part(std::size_t family, std::size_t size) {
-  static constexpr std::array<Text_View, 3> kinds = {u"Pnt", u"Yard", u"Xover"};
-  if (family == 0) return Joined(Lengths[size], u"mStrt");
-  if (family == 1) return Joined(Radii[size / 3], u"r", Curves[size % 3], u"d");
-  return Joined(kinds[family - 2], Angles[size / 2], u"d", size % 2 == 0 ? u"Lft" : u"Rgt");
-}
-
 // Unlike the name of every other index.
 Text Name_Of(std::size_t index) {
-  const std::size_t series = index / Names_In_A_Series;
-  const std::size_t in_series = index % Names_In_A_Series;
-  return Joined(series == 0 ? Text() : Joined(u"Qb", series, u"_"), u"A",
-                in_series / Families % Widths + 1, u"t",
-                Size_Part(in_series % Families, in_series / (Families * Widths)), u".s");
+  static constexpr std::array lengths = {100, 10, 50, 25, 5, 20, 250, 500, 1, 2, 4, 8, 200, 15, 40};
+  static constexpr std::array radii = {500, 250, 1000, 750, 2000};
+  static constexpr std::array curves = {10, 5, 20};
+  static constexpr std::array angles = {10, 5, 15, 20, 30, 45, 60, 8};
+  static constexpr std::array<Text_View, 3> junctions = {u"Pnt", u"Yard", u"Xover"};
+  constexpr std::size_t widths = 4;  // tracks side by side
+  const std::size_t kind = index % 5;
+  const std::size_t size = index / 5 / widths % lengths.size();
+  const std::size_t series = index / 5 / widths / lengths.size();
+  Text name = series == 0 ? u"" : Joined(u"Qb", series, u"_");
+  name += Joined(u"A", index / 5 % widths + 1, u"t");
+  if (kind == 0) return Joined(name, lengths[size], u"mStrt.s");
+  if (kind == 1) return Joined(name, radii[size / 3], u"r", curves[size % 3], u"d.s");
+  return Joined(name, junctions[kind - 2], angles[size / 2], size % 2 == 0 ? u"dLft.s" : u"dRgt.s");
 }
 
 void Add_Section(Text& records, Long id, Random_Source& random) {
