@@ -111,7 +111,7 @@ class frmMain {
   void Recover_Route(const Text& route_folder);
   void Report_Recovery(Text_View line, Text_View what);
 
-  // The steps of the commands after Do_Check.
+  // The steps of the commands behind Do_Check.
   void Report_Staged_Files();
   void Move_Staged_Files();
   std::vector<Replacement> Replacements_By(const Collection<File>& staged_files) const;

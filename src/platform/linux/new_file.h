@@ -1,4 +1,4 @@
-// A file that gets its name when it is complete.
+// A file that gets its name when it is whole.
 
 #pragma once
 
@@ -18,7 +18,7 @@ std::string Temporary_Beside(const std::string& path);
 
 class New_File {
  public:
-  // path is native, its folder exists. Nothing is there before Commit, and nothing stays of
+  // path is native, its folder exists. Nothing stands under it before Commit, and nothing stays of
   // a file that is dropped without. Failure: no file can be made in that folder.
   explicit New_File(const std::string& path);
   New_File(const New_File&) = delete;

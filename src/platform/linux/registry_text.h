@@ -19,7 +19,7 @@ namespace rivelt {
 struct Registry_Value {
   Long Type;
   // A string in UTF-8 with its terminating zero, unless it has no bytes at all; any other value as
-  // its bytes are.
+  // its bytes stand.
   std::string Data;
 };
 

@@ -16,7 +16,7 @@ struct Control_Kind {
 };
 Control_Kind Kind_Of(const Control_Row& row);
 
-// The number under which a control reports. That of cmdQuit is the one that Esc sends.
+// The number under which a control reports. That of cmdQuit is the one that Esc stands for.
 int Command_Id(Control control);
 std::optional<Control> Control_Of(int command_id);
 
