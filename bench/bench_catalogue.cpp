@@ -7,9 +7,9 @@
 #include "platform/memory/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
-#include "programs/sample/random_source.h"
-#include "programs/sample/track.h"
 #include "repeated.h"
+#include "sample/random_source.h"
+#include "sample/track.h"
 #include "text/block_walker.h"
 #include "text/primitives.h"
 
@@ -63,64 +63,16 @@ BENCHMARK(Read_Shapes_Of_A_Real_File)
     ->Complexity(benchmark::oN)
     ->Unit(benchmark::kMillisecond);
 
-// Records of which none has a name: 200,000 of them fill a text of a few million units.
-void Read_Shapes_Without_Names(benchmark::State& state, Text_View record, Text_View tail) {
-  const auto records = static_cast<std::size_t>(state.range(0));
-  const Text text = Repeated(record, records * record.size(), tail);
-  Time_Checked(state, text, [&] {
-    Long added = 0;
-    Read_Shapes(text, [&](Long, Text_View) { ++added; });
-    return added == 0;
-  });
+// Each line leaves its last part.
+void Strip_Blocks_Of(benchmark::State& state, Text_View line, std::size_t remaining) {
+  const Text text = Repeated(line, static_cast<std::size_t>(state.range(0)));
+  const std::size_t lines = text.size() / line.size();
+  Time_Checked(state, text,
+               [&] { return Strip_Blocks(text, u"_SKIP").size() == lines * remaining; });
 }
-
-void Numbers_Of_Records(benchmark::internal::Benchmark* a_case) {
-  a_case->RangeMultiplier(2)
-      ->Range(25'000, 200'000)
-      ->Complexity(benchmark::oN)
-      ->Unit(benchmark::kMillisecond);
-}
-BENCHMARK_CAPTURE(Read_Shapes_Without_Names, closed, u"TrackShape ( 7 )\r\n", u"")
-    ->Apply(Numbers_Of_Records);
-BENCHMARK_CAPTURE(Read_Shapes_Without_Names, never_closed, u"TrackShape ( 7\r\n", u"")
-    ->Apply(Numbers_Of_Records);
-BENCHMARK_CAPTURE(Read_Shapes_Without_Names, closed_at_the_end, u"TrackShape ( 7\r\n", u")")
-    ->Apply(Numbers_Of_Records);
-BENCHMARK_CAPTURE(Read_Shapes_Without_Names, name_behind_all, u"TrackShape ( 7 )\r\n",
-                  u"FileName ( a.s )")
-    ->Apply(Numbers_Of_Records);
-BENCHMARK_CAPTURE(Read_Shapes_Without_Names, no_bracket, u"TrackShape 7\r\n", u"")
-    ->Apply(Numbers_Of_Records);
-
-struct Comments {
-  Text_View Line;
-  Text_View Tail;
-  Text_View What_Remains;  // of a line; nothing: the failure path
-};
-
-void Strip_Blocks_Of(benchmark::State& state, Comments comments) {
-  const auto units = static_cast<std::size_t>(state.range(0));
-  const Text text = Repeated(comments.Line, units, comments.Tail);
-  const std::size_t lines = (text.size() - comments.Tail.size()) / comments.Line.size();
-  Time_Checked(state, text, [&] {
-    if (comments.What_Remains.empty())
-      return Ends_In_Failure([&] { Strip_Blocks(text, u"_SKIP"); });
-    return Strip_Blocks(text, u"_SKIP").size() ==
-           lines * comments.What_Remains.size() + comments.Tail.size();
-  });
-}
-BENCHMARK_CAPTURE(Strip_Blocks_Of, no_comments,
-                  Comments{u"FileName ( A1t100mStrt.s )\r\n", u"",
-                           u"FileName ( A1t100mStrt.s )\r\n"})
+BENCHMARK_CAPTURE(Strip_Blocks_Of, no_comments, u"FileName ( A1t100mStrt.s )\r\n", 28)
     ->Apply(Growing_Sizes);
-BENCHMARK_CAPTURE(Strip_Blocks_Of, a_comment_on_every_line,
-                  Comments{u"_SKIP ( a ( b ) )\r\n", u"", u"\r\n"})
-    ->Apply(Growing_Sizes);
-BENCHMARK_CAPTURE(Strip_Blocks_Of, never_closed, Comments{u"_SKIP (\r\n", u"", u""})
-    ->Apply(Growing_Sizes);
-BENCHMARK_CAPTURE(Strip_Blocks_Of, no_bracket, Comments{u"_SKIP\r\n", u"", u""})
-    ->Apply(Growing_Sizes);
-BENCHMARK_CAPTURE(Strip_Blocks_Of, no_opening_bracket, Comments{u"_SKIP )\r\n", u"", u"\r\n"})
+BENCHMARK_CAPTURE(Strip_Blocks_Of, a_comment_on_every_line, u"_SKIP ( a ( b ) )\r\n", 2)
     ->Apply(Growing_Sizes);
 
 }  // namespace

@@ -83,7 +83,7 @@ void Open_A_List(benchmark::State& state) {
 BENCHMARK(Open_A_List)->Arg(40'000)->Unit(benchmark::kMillisecond);
 
 // The lines of a long check, in the middle of one, until the last of them is on the screen; older
-// ones may follow. The time of a line must not grow with the number of lines in front of it.
+// ones may follow. The time of a line must not grow with the number of lines before it.
 void Append_Log_Lines(benchmark::State& state) {
   const Text_View line = u"Unknown shape A1t100mStrt.s, id  12345\r\n";
   const auto count = static_cast<std::size_t>(state.range(0));

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "programs/sample/random_source.h"
-#include "programs/sample/track.h"
+#include "sample/random_source.h"
+#include "sample/track.h"
 
 namespace rivelt::bench {
 
@@ -58,15 +58,6 @@ void Time_Checked(benchmark::State& state, Text_View input, const std::function<
   const auto bytes = static_cast<std::int64_t>(input.size() * sizeof(char16_t));
   state.SetBytesProcessed(state.iterations() * bytes);
   state.SetComplexityN(static_cast<std::int64_t>(input.size()));
-}
-
-bool Ends_In_Failure(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const Failure&) {
-    return true;
-  }
-  return false;
 }
 
 }  // namespace rivelt::bench

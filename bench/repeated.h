@@ -16,7 +16,7 @@ namespace rivelt::bench {
 // file of 20 MB.
 void Growing_Sizes(benchmark::internal::Benchmark* a_case);
 
-// Copies of the line, none of them cut, as many as fit into so many units, and the tail behind
+// Copies of the line, none of them cut, as many as fit into so many units, and the tail after
 // them.
 Text Repeated(Text_View line, std::size_t units, Text_View tail = {});
 
@@ -29,8 +29,5 @@ Text Realistic_Database(std::size_t units);
 // Runs the work, which says whether its result is right, once before the clock starts, then times
 // it. A wrong result ends the case with an error.
 void Time_Checked(benchmark::State& state, Text_View input, const std::function<bool()>& work);
-
-// Whether the work ends in a Failure.
-bool Ends_In_Failure(const std::function<void()>& work);
 
 }  // namespace rivelt::bench

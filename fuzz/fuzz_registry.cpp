@@ -1,4 +1,4 @@
-// Wine's registry file: any bytes are taken, and behind any bytes a value that was written is read.
+// Wine's registry file: any bytes are accepted, and a value written after any bytes is read.
 
 #include <cctype>
 #include <string>
@@ -41,7 +41,7 @@ void Require_Form(const std::optional<Registry_Values>& values) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string file(data, data + size);
   Require_Form(Read_Registry_Key(file, "Ab\\c"));
-  // An empty line ends whatever stands in front of it.
+  // An empty line ends whatever comes before it.
   const Text text = From_Utf8(file.substr(0, 300));
   const std::string written = "\"" + Escaped(text) + "\"";
   const std::string ours = "\n\n[AB\\\\C] 1\n@=str(2):\"@\"\n" + written + "=" + written + "\n";

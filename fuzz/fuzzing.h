@@ -53,8 +53,8 @@ Outcome Timed_Outcome(const Input& input, const Pass& pass);
 // The same; requires as well that the pass and its naive twin agree.
 Outcome Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
 
-// For a long input: half a million units, which repeat what stands in it up to the first "|" and
-// end in what stands behind that, must not take the pass more than two seconds.
+// For a long input: half a million units, which repeat the part of it before the first "|" and end
+// in the part after that, must not take the pass more than two seconds.
 void Require_Speed(const Input& input, const std::function<void(Text_View)>& pass);
 
 }  // namespace rivelt::fuzzing

@@ -51,7 +51,7 @@ Text Written(Double number, bool& reads_back) {
   return Number_Text(number);
 }
 
-// Takes the section record at p, up to the blank behind its number, off the rest.
+// Takes the section record at p, up to the blank after its number, off the rest.
 Double Take_Section(Position p, Text& rest, Text& output) {
   p = Find_Text(p, rest, u")");
   if (p == 0) throw Failure();

@@ -29,7 +29,7 @@ expect_part() { grep -qF -- "$2" "$1" || { fail "$1 lacks: $2" && sed 's/^/  /' 
 expect_no_part() { ! grep -F -- "$2" "$1" || fail "$1 should not hold: $2"; }
 expect_empty() {
   local content
-  content=$(cat "$1") # which may be a pipe, of which no size tells
+  content=$(cat "$1") # which may be a pipe and have no size
   [ -z "$content" ] || fail "$1 is not empty: $content"
 }
 

@@ -4,7 +4,7 @@
 
 set -euo pipefail
 build=$(realpath "$1")
-. "$(dirname "$0")/../tools/x11_user.sh"
+. "$(dirname "$0")/x11_user.sh"
 
 fail() {
   echo "FAILED: $*" >&2
@@ -13,9 +13,9 @@ fail() {
 }
 
 cmake --install "$build" --prefix "$scratch/usr" >"$scratch/install.log"
-for file in bin/rivelt share/applications/rivelt.desktop share/pixmaps/rivelt.xpm; do
-  test -s "$scratch/usr/$file" || fail "not installed: $file"
-done
+installed=$(cd "$scratch/usr" && find . -type f | sort | tr '\n' ' ')
+[ "$installed" = "./bin/rivelt ./bin/rivelt-cli ./share/applications/rivelt.desktop \
+./share/man/man1/rivelt-cli.1 ./share/pixmaps/rivelt.xpm " ] || fail "installed: $installed"
 
 train=$scratch/train
 "$build/src/programs/rivelt-sample" "$train"

@@ -129,7 +129,7 @@ class Small_Installation : public Form {
     Window.Pick(cmbRoutes, u"A");
   }
 
-  // What a full run logs behind the first line, for route A and dynamic track only.
+  // What a full run logs after the first line, for route A and dynamic track only.
   const Lines Passes{u"Local tsection.dat",
                      u"SectionIdx changed:  300 ->  400",
                      u"ShapeIdx changed:  360 ->  500",

@@ -14,7 +14,7 @@ namespace rivelt {
 
 using Lines = std::vector<Text>;
 
-// The lines of a log; the text behind the last line end is one more line if it is not empty.
+// The lines of a log; the text after the last line end is one more line if it is not empty.
 inline Lines Lines_Of(Text_View log) {
   Lines lines;
   while (!log.empty()) {

@@ -23,7 +23,7 @@ Log_Line Into(Lines& lines) {
   return [&lines](Text_View line) { lines.emplace_back(line); };
 }
 
-// A section record with its number field, as it stands in a world file.
+// A section record with its number field, as in a world file.
 Text Section(Text_View number) {
   return Concatenate({u"SectionCurve ( 0 )", number, u"10 0\r\n"});
 }

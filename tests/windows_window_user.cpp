@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-// Behind the former, on which it rests.
+// After the header above, which it depends on.
 #include <commdlg.h>
 #include <dlgs.h>
 

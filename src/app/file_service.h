@@ -1,4 +1,4 @@
-// What the program asks of files. A back end stands behind these classes for each system.
+// What the program asks of files. Each system has a back end that implements these classes.
 //
 // Paths are texts with "\" or "/" between their components, several in a row like one. Letter case
 // of a component does not count. Where a folder can hold several entries that differ in letter case
@@ -39,14 +39,14 @@ class Read_Stream {
   virtual Text ReadAll() = 0;
 };
 
-// A file in the making. It stands under its name, complete, once Close has returned, and not
+// A file being written. It appears under its name, complete, when Close returns, and not
 // before: a stream that is dropped without Close, a failure or the end of the process leaves
 // nothing of it, and an older file of that name as it was.
 class Write_Stream {
  public:
   virtual ~Write_Stream() = default;
 
-  // Nothing is added to the text but, in a UTF-16 file, the mark FF FE in front of the first.
+  // Nothing is added to the text but, in a UTF-16 file, the mark FF FE before the first.
   virtual void Write(Text_View text) = 0;
   virtual void Close() = 0;
 };
@@ -101,12 +101,12 @@ class File {
   // With force a read-only file goes too; without, it is a Failure.
   virtual void Delete(bool force) = 0;
 
-  // The file leaves its folder and stands at target_path, on another volume too. target_path must
-  // not exist. After a Failure the file stands where it stood and target_path is as it was. The two
+  // Moves the file to target_path, on another volume too. target_path must
+  // not exist. After a Failure the file is where it was and target_path is as it was. The two
   // names never exist at once: across volumes the file first gives up its name to one of ours.
   virtual void Move(Text_View target_path) = 0;
 
-  // A file of the same content stands at target_path as well, which must not exist. All or nothing.
+  // Copies the file to target_path, which must not exist. All or nothing.
   virtual void Copy(Text_View target_path) = 0;
 
   // As Copy, but a file that has one name gets a second one, where the file system can: it costs no

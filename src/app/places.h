@@ -1,4 +1,4 @@
-// Where things lie in an installation: every path is spelled here, by plain concatenation onto the
+// Where things are in an installation: every path is spelled here, by plain concatenation onto the
 // installation's root. A route is named by its folder.
 
 #pragma once

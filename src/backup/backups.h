@@ -39,7 +39,7 @@ struct Restored {
 // Makes the route what it was just before the update of that time: every file that this update or a
 // later one has replaced becomes what the earliest of them kept. What is replaced goes into a new
 // backup. The caller holds the lock and has recovered the route's updates. Failure: there is no
-// finished backup of that time, or it cannot be done; Has_Unfinished_Update tells whether the route
+// finished backup of that time, or it cannot be done; Has_Unfinished_Update says whether the route
 // was touched.
 Restored Restore_Backup(File_System_Object& files, Text_View root, Text_View route, Text_View time);
 

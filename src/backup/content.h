@@ -25,7 +25,7 @@ class Content_Reader {
   void Add_Word(std::uint64_t word);
 
   Content Read;
-  std::uint64_t Pending = 0;  // the bytes of a word that is not whole yet, the first one lowest
+  std::uint64_t Pending = 0;  // the bytes of a word that is not complete yet, the first one lowest
 };
 
 // Failure: the file cannot be read.

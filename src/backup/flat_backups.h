@@ -26,7 +26,7 @@ Text Newest_Flat_Backup(File_System_Object& files, Text_View root, Text_View rou
 bool Has_Unfinished_Flat_Backups(File_System_Object& files, Text_View root);
 
 // Gives the folders "FOLDER.unfinished" of the older form, of updates that were interrupted, the
-// names of finished ones: nothing in them tells what the route holds. Gives the routes' folders.
+// names of finished ones: nothing in them says what the route has. Gives the routes' folders.
 std::vector<Text> Keep_Unfinished_Flat_Backups(File_System_Object& files, Text_View root);
 
 }  // namespace rivelt

@@ -29,7 +29,7 @@ using Journal = std::vector<Journal_File>;
 // Failure: a path with a tab or a line end in it, which the journal could not give back.
 Text Journal_Text(const Journal& journal);
 
-// Nothing if the text is not that of a whole journal.
+// Nothing if the text is not a complete journal.
 std::optional<Journal> Read_Journal(Text_View text);
 
 }  // namespace rivelt

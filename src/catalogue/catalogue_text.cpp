@@ -10,7 +10,7 @@
 namespace rivelt {
 namespace {
 
-// The text behind the "(" at position; with position 0, where there was none, all of it.
+// The text after the "(" at position; all of it if position is 0, which means that there was none.
 Text_View Behind(Text_View text, Position position) {
   return Mid_Text(text, position + 1);
 }
@@ -46,7 +46,7 @@ void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View nam
   Position position = Find_Text(1, rest, u"TrackShape");
   while (position > 0) {
     position = Find_Text(position, rest, u"(");
-    if (position == 0) return;  // the keyword stands without a record, and nothing can follow it
+    if (position == 0) return;  // the keyword has no record, and nothing can follow it
     rest = Behind(rest, position);
     const Double id = Text_Value(rest);
     const Position first_close = closes.Find(rest);

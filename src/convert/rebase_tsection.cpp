@@ -55,7 +55,7 @@ class Tsection_Pass {
       Output += Left_Text(Rest, position);
       const Position close = Find_Text(position, Rest, u")");
       Output += Rebased_Path(Mid_Text(Rest, position + 1, close - position - 1));
-      // The blank that may have stood in front of the ")" was trimmed off.
+      // The blank that may have been before the ")" was trimmed off.
       Output += u' ';
       Rest = Mid_Text(Rest, close);
       position = Find_Text(1, Rest, u"TrackPath");

@@ -1,4 +1,4 @@
-// The walk over nested brackets. A block is a keyword, whatever stands up to the first "(" behind
+// The walk over nested brackets. A block is a keyword, whatever comes before the first "(" after
 // it, and the text up to the ")" that balances that "(". Only these two characters count: a bracket
 // inside a quoted name counts like any other.
 
@@ -10,10 +10,10 @@
 
 namespace rivelt {
 
-// The walk in steps: one block that lies in several stretches of text.
+// The walk in steps: one block that is in several stretches of text.
 class Block_Walk {
  public:
-  // Walks on over a stretch, which at first begins directly behind the block's "(". Gives the
+  // Walks on over a stretch, which at first begins directly after the block's "(". Gives the
   // position in it of the ")" that balances that "(", else 0. Not called again once it has been
   // found.
   Position Over(Text_View stretch);
@@ -33,7 +33,7 @@ struct Block {
 };
 
 // The blocks of a keyword, in any letter case and also inside a longer word, in the order of the
-// text, in one go over it. A block may lie inside another one. A keyword between another one and
+// text, in one go over it. A block may be inside another one. A keyword between another one and
 // its "(" begins a block as well, with the same brackets.
 std::vector<Block> Find_Blocks(Text_View text, Text_View keyword);
 

@@ -1,5 +1,5 @@
 // A table of values under text keys. Keys that differ only in letter case are the same key; nothing
-// else is folded. Each key stands once.
+// else is folded. Each key occurs once.
 
 #pragma once
 

@@ -8,7 +8,7 @@
 namespace rivelt {
 namespace {
 
-// Every Step-th letter from First to Last folds to the one that stands Distance behind it.
+// Every Step-th letter from First to Last folds to the one that is Distance after it.
 struct Folding_Row {
   std::int32_t First;
   std::int32_t Last;

@@ -1,7 +1,7 @@
 // The operations on which all file handling rests: searches, cuts at positions, and the ways
 // between text and number. Lengths and positions are in code units, positions count from 1.
 //
-// A result of type Text_View lies inside the argument and lives as long as that does.
+// A result of type Text_View is part of the argument and lives as long as it does.
 
 #pragma once
 
@@ -19,10 +19,10 @@ Position Find_Text(Position start, Text_View text, Text_View target);
 // The first count units, or the whole text if it has no more. Failure: count below 0.
 Text_View Left_Text(Text_View text, Position count);
 
-// At most count units from start on; empty behind the end. Failure: start below 1, count below 0.
+// At most count units from start on; empty after the end. Failure: start below 1, count below 0.
 Text_View Mid_Text(Text_View text, Position start, Position count);
 
-// All units from start on; empty behind the end. Failure: start below 1.
+// All units from start on; empty after the end. Failure: start below 1.
 Text_View Mid_Text(Text_View text, Position start);
 
 // The last count units, or the whole text if it has no more. Failure: count below 0.
@@ -43,7 +43,7 @@ std::vector<Text> Split_Text(Text_View text);
 // The elements with one blank between each two: gives back what Split_Text cut.
 Text Join_Text(const std::vector<Text>& elements);
 
-// A number as it stands at the start of a text.
+// A number at the start of a text.
 struct Number_Reading {
   Double Value = 0;         // 0 without a number
   Position End = 0;         // the units read, the blanks around and inside the number among them
@@ -57,13 +57,13 @@ Number_Reading Read_Number(Text_View text);
 // The value that Read_Number gives.
 Double Text_Value(Text_View text);
 
-// The number in decimal with up to 15 significant digits, behind one blank or a minus sign.
+// The number in decimal with up to 15 significant digits, after one blank or a minus sign.
 Text Number_Text(Double number);
 
 // The nearest whole number, a half going to the even neighbour. Failure: it does not fit a Long.
 Long Round_Long(Double number);
 
-// The parts one behind the other.
+// The parts, one after the other.
 Text Concatenate(std::initializer_list<Text_View> parts);
 
 }  // namespace rivelt

@@ -96,7 +96,7 @@ void Read_Mantissa(Number_Reader& reader, Decimal_Form& form) {
 }
 
 // The exponent, saturated where no mantissa could bring the number back into range. Without digits
-// behind the letter there is none, and the reader stays in front of the letter.
+// after the letter there is none, and the reader stays before the letter.
 std::int64_t Read_Exponent(Number_Reader& reader) {
   constexpr std::int64_t limit = std::int64_t{1} << 40;
   if (Lower(reader.Peek()) != u'e' && Lower(reader.Peek()) != u'd') return 0;
@@ -134,7 +134,7 @@ std::optional<Double> Read_Decimal(Number_Reader& reader) {
   return sign == u'-' ? -value : value;
 }
 
-// The base that a prefix at the start selects; the reader then stands behind the prefix.
+// The base that a prefix at the start selects; the reader is then after the prefix.
 int Read_Prefix(Number_Reader& reader) {
   if (reader.Peek() != u'&') return 10;
   Number_Reader ahead = reader;

@@ -12,7 +12,7 @@ constexpr bool Is_Surrogate(char32_t code) {
   return code >= 0xD800 && code < 0xE000;
 }
 
-// A character at the start of the bytes; a Length of 0 if no valid one stands there.
+// A character at the start of the bytes; a Length of 0 if there is no valid one.
 struct Decoded {
   char32_t Code = 0;
   std::size_t Length = 0;

@@ -39,7 +39,7 @@ class Window {
   // Replaces the whole text of txtMessages.
   virtual void Write_Log(Text_View text) = 0;
 
-  // Adds text behind the text of txtMessages, at a cost that depends on the addition alone. The
+  // Adds text to the end of txtMessages, at a cost that depends on the addition alone. The
   // newest line comes into view unless the user has scrolled away from it.
   virtual void Append_Log(Text_View text) = 0;
 

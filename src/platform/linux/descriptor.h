@@ -28,10 +28,10 @@ class Descriptor {
   int Held = -1;
 };
 
-// Not open if it cannot be opened; errno tells why. A child process does not get it.
+// Not open if it cannot be opened; errno says why. A child process does not get it.
 Descriptor Open(const std::string& path, int flags, unsigned permissions = 0);
 
-// Opened for reading if it is a regular file. Whatever else bears the name is not waited for.
+// Opened for reading if it is a regular file. Does not wait for anything else of that name.
 Descriptor Open_Regular_File(const std::string& path);
 
 // As read(2), but starts again where a signal came in between.

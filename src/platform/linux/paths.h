@@ -57,7 +57,7 @@ class Native_Paths {
   std::string Drives;
   std::optional<Spelled_Path> Root;
 
-  // Where folders below the root have been found. Only reading the folder above can tell that no
+  // Where folders below the root have been found. Only reading the folder above can show that no
   // other spelling comes first, which would be too slow for every file of a route.
   std::map<std::string, std::string> Known_Folders;
 };
@@ -65,7 +65,7 @@ class Native_Paths {
 // The last component, empty for the root.
 std::string_view Name_Of(std::string_view native_path);
 
-// The folder that it stands in.
+// The folder that it is in.
 std::string Folder_Of(const std::string& native_path);
 
 }  // namespace rivelt

@@ -10,7 +10,7 @@
 
 namespace rivelt {
 
-// The local machine's keys as a Wine prefix keeps them. A key that stands both under its name and
+// The local machine's keys as a Wine prefix keeps them. A key that is both under its name and
 // under "Wow6432Node", where 32-bit installers leave it, has the values of both; the first counts
 // where both have one of the same name. The prefix is read anew each time a key is opened.
 class Wine_Registry : public Registry {

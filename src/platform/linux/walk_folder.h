@@ -1,4 +1,4 @@
-// What stands in a folder.
+// The entries of a folder.
 
 #pragma once
 
@@ -14,7 +14,7 @@ namespace rivelt {
 // The path of an entry. folder is empty for the working directory.
 std::string Below(const std::string& folder, std::string_view name);
 
-// Visits every name in the folder but "." and "..", in no order, with its kind as d_type tells it.
+// Visits every name in the folder but "." and "..", in no order, with its kind as d_type says.
 // Failure: the folder cannot be read.
 void For_Each_Entry(const std::string& folder,
                     const std::function<void(const char* name, unsigned char kind)>& visit);

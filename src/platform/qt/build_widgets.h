@@ -19,7 +19,7 @@ QSize Client_Area();
 // All controls at their places on the form, in their start state, in their tab order.
 Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks);
 
-// Where the text of the control stands.
+// Where the text of the control is.
 QRect Text_Space(const QWidget& widget, const Control_Row& row);
 
 }  // namespace rivelt

@@ -18,7 +18,7 @@ class Entry_Model : public QAbstractListModel {
   // Whether entries wait for Publish.
   bool Has_News() const { return Published_Count != List.Count(); }
 
-  // Each list that shows the model then has to pick its entry anew.
+  // Each list that shows the model then has to pick its entry again.
   void Publish();
 
   int Row_Of_Entry(Text_View entry) const;  // -1: there is none

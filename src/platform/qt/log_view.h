@@ -20,7 +20,7 @@ class Log_View : public QPlainTextEdit {
 
   // The newest line comes into view, unless the user has scrolled away from it. If more has come
   // than a person could read, only its end is shown for now: to put all of it into the widget would
-  // take longer than the work that it tells of.
+  // take longer than the work that it reports.
   void Show_News();
 
   // The work has ended: shows the news, and soon the lines that were left out.

@@ -2,7 +2,7 @@
 
 #include "platform/windows/win32.h"
 
-// Behind the former, on which they rest.
+// After the header above, which they depend on.
 #include <shellapi.h>
 
 #include <fcntl.h>

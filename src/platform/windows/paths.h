@@ -1,4 +1,4 @@
-// Paths as the file calls take them: absolute, behind the prefix that lifts the limit on their
+// Paths as the file calls take them: absolute, with the prefix that lifts the limit on their
 // length.
 
 #pragma once
@@ -19,10 +19,10 @@ std::wstring Path_In(const std::wstring& folder, const std::wstring& name);
 // The path of what exists, with its last component as it is on disk.
 std::wstring As_On_Disk(std::wstring full_path);
 
-// What stands behind the last separator.
+// What comes after the last separator.
 Text Last_Name(const std::wstring& full_path);
 
-// Whether something stands under the path, and is a folder. Links are followed. Failure: it cannot
+// Whether something exists at the path, and is a folder. Links are followed. Failure: it cannot
 // be told.
 struct Path_State {
   bool Exists = false;

@@ -12,9 +12,9 @@ namespace rivelt {
 // A name in the folder of path for what is in the making there, another for each attempt.
 std::wstring Temporary_Beside(const std::wstring& path, int attempt);
 
-// While it is in the making it stands in the target's folder under a name of its own and is marked
+// While it is being written it is in the target's folder under a name of its own and is marked
 // for deletion, so that the system removes it with its last handle, also when the process is ended
-// from outside. What can stay behind: an empty file, if the process ends in the instant between
+// from outside. What can be left over: an empty file, if the process ends in the instant between
 // making the file and marking it; the complete one, between taking the mark off and renaming it;
 // and what was written, on a volume that knows no such mark.
 class Staged_File {

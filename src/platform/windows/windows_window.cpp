@@ -6,7 +6,7 @@
 #include "platform/windows/control_kinds.h"
 #include "platform/windows/text_box.h"
 
-// Behind the former, on which it rests.
+// After the header above, which it depends on.
 #include <commdlg.h>
 
 namespace rivelt {

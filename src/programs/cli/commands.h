@@ -18,7 +18,7 @@ enum Exit_Status : int {
   Exit_Interrupted = 130,
 };
 
-// A setting that cannot be made; the message, whole lines, tells the user why.
+// A setting that cannot be made. The message, of complete lines, says why.
 struct Wrong_Usage {
   std::string Message;
 };

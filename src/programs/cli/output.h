@@ -27,7 +27,7 @@ class Output {
 
   void Flush();
 
-  // To be called whenever a line is whole: a person at a terminal sees it at once.
+  // To be called whenever a line is complete: a person at a terminal sees it at once.
   void Show() {
     if (Is_Terminal) Flush();
   }

@@ -14,7 +14,7 @@ struct Bad_Line {
   std::string Reason;
 };
 
-// The first word of a line, and all that stands behind the one blank that ends it.
+// The first word of a line, and everything after the one blank that ends it.
 std::pair<std::string_view, std::string_view> Split_Word(std::string_view line) {
   const std::size_t blank = line.find(' ');
   if (blank == std::string_view::npos) return {line, {}};

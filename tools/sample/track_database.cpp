@@ -1,5 +1,5 @@
-#include "programs/sample/text_file.h"
-#include "programs/sample/track.h"
+#include "sample/text_file.h"
+#include "sample/track.h"
 
 namespace rivelt::sample {
 
@@ -54,11 +54,10 @@ Text Track_Database::Section(Long id, const Placed_Track& piece) const {
 }
 
 Text Track_Database::File() const {
-  const Text_View items =
-      u" ) TrItemTable ( 1 PlatformItem ( TrItemId ( 0 ) TrItemSData ( 12.5 00000002 )"
-      u" PlatformName ( \"Upper Platform\" ) ) ) )";
   return File_Text(
-      u"T0t", Joined(u" TrackDB ( Serial ( ", Count + 1, u" ) TrackNodes ( ", Count, Nodes, items));
+      u"T0t", Joined(u" TrackDB ( Serial ( ", Count + 1, u" ) TrackNodes ( ", Count, Nodes,
+                     u" ) TrItemTable ( 1 PlatformItem ( TrItemId ( 0 ) TrItemSData ( 12.5 00000002"
+                     u" ) PlatformName ( \"Upper Platform\" ) ) ) )"));
 }
 
 }  // namespace rivelt::sample

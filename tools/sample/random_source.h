@@ -15,31 +15,25 @@ class Random_Source {
   std::int64_t Below(std::int64_t count) {
     return static_cast<std::int64_t>(Next() % static_cast<std::uint64_t>(count));
   }
-
   std::int64_t Between(std::int64_t first, std::int64_t last) {
     return first + Below(last - first + 1);
   }
-
   double Decimal(std::int64_t first, std::int64_t last, double units_in_one) {
     return static_cast<double>(Between(first, last)) / units_in_one;
   }
-
   bool One_In(std::int64_t count) { return Below(count) == 0; }
-
-  template <class List>
-  const auto& One_Of(const List& list) {
+  const auto& One_Of(const auto& list) {
     return list[static_cast<std::size_t>(Next() % list.size())];
   }
 
   // A source of its own for each part of a whole, so that a part does not depend on the size of the
   // parts before it.
   Random_Source Part(std::uint64_t number) const {
-    Random_Source mixed(State ^ (number + 1) * 0xD1342543DE82EF95u);
-    return Random_Source(mixed.Next());
+    return Random_Source(Random_Source(State ^ (number + 1) * 0xD1342543DE82EF95u).Next());
   }
 
-  // splitmix64
-  std::uint64_t Next() {
+ private:
+  std::uint64_t Next() {  // splitmix64
     State += 0x9E3779B97F4A7C15u;
     std::uint64_t mixed = State;
     mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9u;
@@ -47,7 +41,6 @@ class Random_Source {
     return mixed ^ (mixed >> 31);
   }
 
- private:
   std::uint64_t State;
 };
 

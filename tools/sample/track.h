@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "programs/sample/random_source.h"
+#include "sample/random_source.h"
 #include "text/text.h"
 
 namespace rivelt::sample {
@@ -38,15 +38,14 @@ Long Reserved_Count(const std::vector<Shape>& shapes);
 // The text of Global\tsection.dat.
 Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random);
 
-// One of the five sections of a dynamic track, straight and curved by turns.
-struct Dynamic_Section {
-  Long Id = 0;  // 0 where the place is unused
-  Text Size;    // the two numbers after the id
-};
-
 struct Dynamic_Track {
+  struct Section {
+    Long Id = 0;  // 0 where the place is unused
+    Text Size;    // the two numbers after the id
+  };
+
   Long Shape_Id = 0;
-  std::array<Dynamic_Section, 5> Sections;
+  std::array<Section, 5> Sections;  // straight and curved by turns
 
   std::vector<Long> Section_Ids() const;  // of the places in use: at least one
 };
@@ -79,11 +78,9 @@ struct World {
   std::vector<Placed_Track> Track;
 };
 
-// A world file with so many track objects. Most have the right id, one in forty a wrong one. Others
-// have a shape that the catalogue does not list: an unknown one, or one of the route's own, its
-// name in some of them with folders and before the id. A file of seven objects or more that
-// has_every_kind has some of each and, if the route has track of its own, a dynamic track and a
-// broken one.
+// A world file with so many track objects, most of them with the right id and one in forty with a
+// wrong one. One of seven or more that has_every_kind has some of each kind and, if the route has
+// track of its own, a dynamic track and a broken one.
 World Invent_World(const Route_Track& route, std::int64_t objects, bool has_every_kind,
                    Random_Source random);
 

@@ -1,4 +1,4 @@
-# Sourced: a person in front of the window under Xvfb, with real X events.
+# Sourced: a person at the window under Xvfb, with real X events.
 # Needs Xvfb, xdotool and ImageMagick. SCALE is the factor of the screen (1 unless set).
 
 : "${SCALE:=1}"
@@ -13,7 +13,7 @@ clean_up() {
 }
 trap clean_up EXIT
 
-# The server picks a free display and tells it.
+# The server picks a free display and reports it.
 start_screen() {
   Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
   server=$!

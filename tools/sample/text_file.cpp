@@ -1,11 +1,11 @@
-#include "programs/sample/text_file.h"
+#include "sample/text_file.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstddef>
 #include <fstream>
-#include <system_error>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "text/utf16.h"
@@ -14,9 +14,9 @@ namespace rivelt::sample {
 
 Text Digits(double number) {
   std::array<char, 32> digits;
-  char* const end = digits.data() + digits.size();
-  return Text(digits.data(),
-              std::to_chars(digits.data(), end, number, std::chars_format::general, 10).ptr);
+  const auto [end, error] =
+      std::to_chars(digits.begin(), digits.end(), number, std::chars_format::general, 10);
+  return Text(digits.begin(), end);
 }
 
 Text File_Text(Text_View kind, Text_View records) {
@@ -46,10 +46,7 @@ void Write_Bytes(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
-  if (!file) {
-    throw std::filesystem::filesystem_error("cannot write", path,
-                                            std::make_error_code(std::errc::io_error));
-  }
+  if (!file) throw std::runtime_error("cannot write " + path.string());
 }
 
 }  // namespace rivelt::sample

@@ -1,5 +1,5 @@
-#include "programs/sample/text_file.h"
-#include "programs/sample/track.h"
+#include "sample/text_file.h"
+#include "sample/track.h"
 #include "text/primitives.h"
 
 namespace rivelt::sample {
@@ -7,28 +7,22 @@ namespace {
 
 constexpr Long Section_Count = 200;
 
-constexpr std::size_t Families = 5;
-constexpr std::size_t Widths = 4;  // tracks side by side
-constexpr std::array Lengths = {100, 10, 50, 25, 5, 20, 250, 500, 1, 2, 4, 8, 200, 15, 40};
-constexpr std::array Radii = {500, 250, 1000, 750, 2000};
-constexpr std::array Curves = {10, 5, 20};
-constexpr std::array Angles = {10, 5, 15, 20, 30, 45, 60, 8};
-constexpr std::size_t Names_In_A_Series = Families * Widths * Lengths.size();
-
-Text Size_Part(std::size_t family, std::size_t size) {
-  static constexpr std::array<Text_View, 3> kinds = {u"Pnt", u"Yard", u"Xover"};
-  if (family == 0) return Joined(Lengths[size], u"mStrt");
-  if (family == 1) return Joined(Radii[size / 3], u"r", Curves[size % 3], u"d");
-  return Joined(kinds[family - 2], Angles[size / 2], u"d", size % 2 == 0 ? u"Lft" : u"Rgt");
-}
-
 // Unlike the name of every other index.
 Text Name_Of(std::size_t index) {
-  const std::size_t series = index / Names_In_A_Series;
-  const std::size_t in_series = index % Names_In_A_Series;
-  return Joined(series == 0 ? Text() : Joined(u"Qb", series, u"_"), u"A",
-                in_series / Families % Widths + 1, u"t",
-                Size_Part(in_series % Families, in_series / (Families * Widths)), u".s");
+  static constexpr std::array lengths = {100, 10, 50, 25, 5, 20, 250, 500, 1, 2, 4, 8, 200, 15, 40};
+  static constexpr std::array radii = {500, 250, 1000, 750, 2000};
+  static constexpr std::array curves = {10, 5, 20};
+  static constexpr std::array angles = {10, 5, 15, 20, 30, 45, 60, 8};
+  static constexpr std::array<Text_View, 3> junctions = {u"Pnt", u"Yard", u"Xover"};
+  constexpr std::size_t widths = 4;  // tracks side by side
+  const std::size_t kind = index % 5;
+  const std::size_t size = index / 5 / widths % lengths.size();
+  const std::size_t series = index / 5 / widths / lengths.size();
+  Text name = series == 0 ? u"" : Joined(u"Qb", series, u"_");
+  name += Joined(u"A", index / 5 % widths + 1, u"t");
+  if (kind == 0) return Joined(name, lengths[size], u"mStrt.s");
+  if (kind == 1) return Joined(name, radii[size / 3], u"r", curves[size % 3], u"d.s");
+  return Joined(name, junctions[kind - 2], angles[size / 2], size % 2 == 0 ? u"dLft.s" : u"dRgt.s");
 }
 
 void Add_Section(Text& records, Long id, Random_Source& random) {
@@ -41,33 +35,24 @@ void Add_Section(Text& records, Long id, Random_Source& random) {
 }
 
 void Add_Shape(Text& records, const Shape& shape) {
+  if (shape.Id % 100 == 50) Add(records, u"_INFO ( checked ( twice ) up to", shape.Id, u")");
+  if (shape.Id % 100 == 75) Add(records, u"_SKIP ( TrackShape ( 0 FileName ( Planned.s ) ) )");
   const Text_View quote = shape.Id % 30 == 13 ? u"\"" : u"";
-  const Text name = Joined(u"FileName ( ", quote, shape.File_Name, quote, u" )");
+  const Text name = Joined(u" FileName ( ", quote, shape.File_Name, quote, u" )");
   const bool name_comes_late = shape.Kind == Shape::Record::Name_Comes_Late;
+  const std::vector<Long> sections = shape.Sections();
   Add(records, u"TrackShape (", shape.Id);
-  if (!name_comes_late) Add(records, name);
-  Add(records, u"NumPaths (", shape.Sections().size(), u")");
-  for (const Long id : shape.Sections()) Add(records, u"SectionIdx ( 1 -2.5 0 0 0", id, u")");
-  if (name_comes_late) Add(records, name);
+  if (!name_comes_late) records += name;
+  Add(records, u"NumPaths (", sections.size(), u")");
+  for (const Long id : sections) Add(records, u"SectionIdx ( 1 -2.5 0 0 0", id, u")");
+  if (name_comes_late) records += name;
   Add(records, u")");
-}
-
-void Add_Comments(Text& records, Long id) {
-  if (id % 100 == 50) Add(records, u"_INFO ( checked ( twice ) up to", id, u")");
-  if (id % 100 == 75) Add(records, u"_SKIP ( TrackShape ( 0 FileName ( Planned.s ) ) )");
 }
 
 Text Invented_Size(std::size_t place, Random_Source& random) {
   if (place % 2 == 0) return Joined(random.Decimal(200, 40000, 100), u" 0");
   const auto angle = random.Decimal(-900000, 900000, 1000000);
   return Joined(angle, u" ", random.Decimal(500, 30000, 10));
-}
-
-void Add_Path(Text& records, const Dynamic_Track& track) {
-  const std::vector<Long> ids = track.Section_Ids();
-  Add(records, u"TrackPath (", track.Shape_Id, ids.size());
-  for (const Long id : ids) Add(records, id);
-  Add(records, u")");
 }
 
 }  // namespace
@@ -81,12 +66,11 @@ std::vector<Long> Shape::Sections() const {
 std::vector<Shape> Invent_Shapes(Long count) {
   std::vector<Shape> shapes;
   for (Long id = 1; id <= count; ++id) {
-    const std::size_t index = shapes.size();
-    Shape shape{id, Name_Of(index), Shape::Record::Plain};
+    Shape shape{id, Name_Of(shapes.size())};
     if (id % 30 == 7) shape.Kind = Shape::Record::Name_Comes_Late;
     if (id == 104 || id == 105 || id % 60 == 10) {
       shape.Kind = Shape::Record::Duplicate;
-      shape.File_Name = Upper_Text(shapes[index - 2].File_Name);
+      shape.File_Name = Upper_Text(shapes[shapes.size() - 2].File_Name);
     }
     shapes.push_back(shape);
   }
@@ -106,16 +90,13 @@ Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random) {
   Add(records, u"TrackSections (", Reserved_Count(shapes));
   for (Long id = 0; id < Section_Count; ++id) Add_Section(records, id, random);
   Add(records, u") TrackShapes (", Reserved_Count(shapes));
-  for (const Shape& shape : shapes) {
-    Add_Comments(records, shape.Id);
-    Add_Shape(records, shape);
-  }
+  for (const Shape& shape : shapes) Add_Shape(records, shape);
   return File_Text(u"F0t", records + u" )");
 }
 
 std::vector<Long> Dynamic_Track::Section_Ids() const {
   std::vector<Long> ids;
-  for (const Dynamic_Section& section : Sections) {
+  for (const Section& section : Sections) {
     if (section.Id != 0) ids.push_back(section.Id);
   }
   return ids;
@@ -137,17 +118,21 @@ std::vector<Dynamic_Track> Invent_Dynamic_Tracks(std::size_t count, Long first_s
 
 Text Local_Catalogue(const std::vector<Dynamic_Track>& tracks) {
   Text sections;
+  Text paths;
   std::size_t count = 0;
   for (const Dynamic_Track& track : tracks) {
-    count += track.Section_Ids().size();
+    const std::vector<Long> ids = track.Section_Ids();
+    count += ids.size();
     for (std::size_t place = 0; place < track.Sections.size(); ++place) {
       const auto& [id, size] = track.Sections[place];
       if (id != 0) Add(sections, u"TrackSection ( SectionCurve (", place % 2, u")", id, size, u")");
     }
+    Add(paths, u"TrackPath (", track.Shape_Id, ids.size());
+    for (const Long id : ids) Add(paths, id);
+    Add(paths, u")");
   }
-  Text records = Joined(u" TrackSections ( ", count, sections, u" ) SectionIdx ( ", tracks.size());
-  for (const Dynamic_Track& track : tracks) Add_Path(records, track);
-  return File_Text(u"T0t", records + u" )");
+  return File_Text(u"T0t", Joined(u" TrackSections ( ", count, sections, u" ) SectionIdx ( ",
+                                  tracks.size(), paths, u" )"));
 }
 
 }  // namespace rivelt::sample

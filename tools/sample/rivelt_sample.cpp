@@ -8,16 +8,17 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <stdexcept>
 #include <string>
-#include <system_error>
-#include <utility>
 
-#include "programs/sample/text_file.h"
-#include "programs/sample/track.h"
+#include "sample/text_file.h"
+#include "sample/track.h"
 #include "text/utf8.h"
 
 namespace rivelt::sample {
 namespace {
+
+namespace fs = std::filesystem;
 
 struct Installation_Plan {
   std::int64_t Routes = 4;
@@ -26,8 +27,6 @@ struct Installation_Plan {
   Long Shapes = 300;
   std::uint64_t Seed = 1;
 };
-
-namespace fs = std::filesystem;
 
 struct Route {
   Text Name;           // as the .trk file has it, with its quotes if it has any
@@ -53,13 +52,13 @@ Route Named_Route(std::size_t number) {
 
 Text Trk_Text(const Route& route) {
   const Text_View quote = route.Database.find(' ') == std::string::npos ? u"" : u"\"";
-  Text records;
-  Add(records, u"Tr_RouteFile ( RouteID (", Joined(u"\"", From_Utf8(route.Folder), u"\""),
-      u") Name (", route.Name,
-      u") Description ( \"An invented line. \"+\r\n\t\t\"Nothing of it exists.\" ) FileName (",
-      Joined(quote, From_Utf8(route.Database), quote),
-      u") RouteStart ( -5354 14850 12.5 -340 ) MilepostUnitsKilometers ( ) )");
-  return File_Text(u"r1t", records);
+  return File_Text(
+      u"r1t",
+      Joined(u" Tr_RouteFile ( RouteID ( \"", From_Utf8(route.Folder), u"\" ) Name ( ", route.Name,
+             u" ) Description ( \"An invented line. \"+\r\n\t\t\"Nothing of it exists.\" )"
+             u" FileName ( ",
+             quote, From_Utf8(route.Database), quote,
+             u" ) RouteStart ( -5354 14850 12.5 -340 ) MilepostUnitsKilometers ( ) )"));
 }
 
 // However many shapes are installed, a route uses a few hundred of them, those at the front of the
@@ -90,12 +89,6 @@ std::int64_t Drawn_Objects(std::int64_t mean, Random_Source& random) {
   return std::max<std::int64_t>(1, mean * share * random.Between(80, 120) / 10000);
 }
 
-// The tiles of the world files make up a square.
-std::pair<int, int> Tile(std::int64_t number, std::int64_t count) {
-  const auto width = static_cast<std::int64_t>(std::ceil(std::sqrt(count)));
-  return {static_cast<int>(-5354 + number % width), static_cast<int>(14850 + number / width)};
-}
-
 // A file in the form that the program cannot read.
 std::string Binary_World(Random_Source random) {
   std::string bytes = "SIMISA@@@@@@@@@@JINX0w0b______\r\n";
@@ -103,76 +96,83 @@ std::string Binary_World(Random_Source random) {
   return bytes;
 }
 
-class Route_Writer {
- public:
-  Route_Writer(const Installation_Plan& plan, std::size_t number, const std::vector<Shape>& shapes,
-               const fs::path& routes)
-      : Plan(plan),
-        Random(Random_Source(plan.Seed).Part(number + 1)),
-        Has_Binary_File(number == 0 && plan.World_Files > 1),
-        Named(Named_Route(number)),
-        Folder(routes / Named.Folder),
-        Track{From_Utf8(Named.Folder), Shapes_In_Use(shapes, Random.Part(1)),
-              Own_Track(number, Reserved_Count(shapes), Random.Part(0))} {}
-
-  void Run() {
-    fs::create_directories(Folder / Named.World_Folder);
-    Write_Text_File(Folder / (Named.Folder + ".trk"), Trk_Text(Named));
-    if (!Track.Own.empty()) Write_Text_File(Folder / Named.Local_File, Local_Catalogue(Track.Own));
-    for (std::int64_t i = 0; i < Plan.World_Files; ++i) Write_World(i);
-    Write_Text_File(Folder / (Named.Database + ".tdb"), Tracks.File());
-    Write_Text_File(Folder / (Named.Database + ".rdb"), Roads.File());
-  }
-
- private:
-  // The first world file has an object of every kind.
-  void Write_World(std::int64_t number) {
-    const auto [x, z] = Tile(number, Plan.World_Files);
-    std::array<char, 32> name;
-    std::snprintf(name.data(), name.size(), "w%+07d%+07d", x, z);
-    const fs::path path = Folder / Named.World_Folder / name.data();
-    Random_Source random = Random.Part(static_cast<std::uint64_t>(number) + 2);
-    if (number % 10 == 0) {
-      Write_Text_File(fs::path(path) += ".ws", File_Text(u"w1t", u" Tr_Worldsoundfile ( )"));
-    }
-    if (Has_Binary_File && number == Plan.World_Files - 1) {
-      Write_Bytes(fs::path(path) += ".w", Binary_World(random));
-      return;
-    }
-    std::int64_t objects = Drawn_Objects(Plan.Objects, random);
-    if (number == 0) objects = std::max<std::int64_t>({objects, Plan.Objects, 7});
-    const World world = Invent_World(Track, objects, number == 0, random);
-    Write_Text_File(fs::path(path) += number % 7 == 5 ? ".W" : ".w", world.File);
-    Tracks.Add_Tile(x, z, world.Track);
-    Roads.Add_Tile(x, z, {world.Track.front()});
-  }
-
-  const Installation_Plan& Plan;
-  Random_Source Random;
-  bool Has_Binary_File;
-  Route Named;
-  fs::path Folder;
-  Route_Track Track;
-  Track_Database Tracks;
-  Track_Database Roads;
+struct Tile {
+  int X;
+  int Z;
+  std::string Name;  // of its world file, without the ending
 };
 
-void Write_Installation(const fs::path& folder, const Installation_Plan& plan) {
-  fs::create_directories(folder);
-  if (!fs::is_empty(folder)) {
-    throw fs::filesystem_error("will not write into a folder that is not empty", folder,
-                               std::make_error_code(std::errc::directory_not_empty));
+// The tiles of a route make up a square.
+Tile Tile_Of(std::int64_t number, std::int64_t count) {
+  const auto width = static_cast<std::int64_t>(std::ceil(std::sqrt(count)));
+  Tile tile{static_cast<int>(-5354 + number % width), static_cast<int>(14850 + number / width), ""};
+  std::array<char, 32> name;
+  std::snprintf(name.data(), name.size(), "w%+07d%+07d", tile.X, tile.Z);
+  tile.Name = name.data();
+  return tile;
+}
+
+// The first world file has an object of every kind.
+std::vector<Placed_Track> Write_World(const std::string& path, const Route_Track& track,
+                                      std::int64_t mean, bool is_first, Random_Source random) {
+  std::int64_t objects = Drawn_Objects(mean, random);
+  if (is_first) objects = std::max<std::int64_t>({objects, mean, 7});
+  const World world = Invent_World(track, objects, is_first, random);
+  Write_Text_File(path, world.File);
+  return world.Track;
+}
+
+void Write_Route(const Installation_Plan& plan, std::size_t number,
+                 const std::vector<Shape>& shapes, const fs::path& routes) {
+  const Route route = Named_Route(number);
+  const fs::path folder = routes / route.Folder;
+  const Random_Source random = Random_Source(plan.Seed).Part(number + 1);
+  const Route_Track track{From_Utf8(route.Folder), Shapes_In_Use(shapes, random.Part(1)),
+                          Own_Track(number, Reserved_Count(shapes), random.Part(0))};
+  fs::create_directories(folder / route.World_Folder);
+  Write_Text_File(folder / (route.Folder + ".trk"), Trk_Text(route));
+  if (!track.Own.empty()) Write_Text_File(folder / route.Local_File, Local_Catalogue(track.Own));
+  Track_Database tracks;
+  Track_Database roads;
+  for (std::int64_t i = 0; i < plan.World_Files; ++i) {
+    const Tile tile = Tile_Of(i, plan.World_Files);
+    const std::string path = (folder / route.World_Folder / tile.Name).string();
+    const Random_Source of_file = random.Part(static_cast<std::uint64_t>(i) + 2);
+    if (i % 10 == 0) Write_Text_File(path + ".ws", File_Text(u"w1t", u" Tr_Worldsoundfile ( )"));
+    if (number == 0 && i > 0 && i == plan.World_Files - 1) {
+      Write_Bytes(path + ".w", Binary_World(of_file));
+      continue;
+    }
+    const std::vector<Placed_Track> placed =
+        Write_World(path + (i % 7 == 5 ? ".W" : ".w"), track, plan.Objects, i == 0, of_file);
+    tracks.Add_Tile(tile.X, tile.Z, placed);
+    roads.Add_Tile(tile.X, tile.Z, {placed.front()});
   }
+  Write_Text_File(folder / (route.Database + ".tdb"), tracks.File());
+  Write_Text_File(folder / (route.Database + ".rdb"), roads.File());
+}
+
+void Write_Installation(const fs::path& folder, const Installation_Plan& plan) {
+  if (fs::exists(folder) && !fs::is_empty(folder)) {
+    throw std::runtime_error("will not write into " + folder.string() + ", which is not empty");
+  }
+  fs::create_directories(folder / "Global");
   const std::vector<Shape> shapes = Invent_Shapes(plan.Shapes);
-  fs::create_directory(folder / "Global");
   Write_Text_File(folder / "Global" / "tsection.dat",
                   Global_Catalogue(shapes, Random_Source(plan.Seed).Part(0)));
   for (std::int64_t i = 0; i < plan.Routes; ++i) {
-    Route_Writer(plan, static_cast<std::size_t>(i), shapes, folder / "Routes").Run();
+    Write_Route(plan, static_cast<std::size_t>(i), shapes, folder / "Routes");
   }
 }
 
-void Add_Options(CLI::App& app, std::string& folder, Installation_Plan& plan) {
+}  // namespace
+}  // namespace rivelt::sample
+
+int main(int argc, char** argv) {
+  using rivelt::Long;
+  CLI::App app("Writes an invented installation: a global catalogue and routes.", "rivelt-sample");
+  std::string folder;
+  rivelt::sample::Installation_Plan plan;
   const auto add = [&](const char* name, auto& number, Long first, Long last, const char* help) {
     app.add_option(name, number, help)->check(CLI::Range(first, last))->capture_default_str();
   };
@@ -183,23 +183,11 @@ void Add_Options(CLI::App& app, std::string& folder, Installation_Plan& plan) {
   add("--objects", plan.Objects, 1, 100000, "Mean number of track objects of a world file");
   add("--shapes", plan.Shapes, 10, 1000000, "Track shapes in the global catalogue");
   app.add_option("--seed", plan.Seed, "The same seed gives the same files")->capture_default_str();
-}
-
-}  // namespace
-}  // namespace rivelt::sample
-
-int main(int argc, char** argv) {
-  CLI::App app("Writes an invented installation: a global catalogue and routes.", "rivelt-sample");
-  std::string folder;
-  rivelt::sample::Installation_Plan plan;
-  Add_Options(app, folder, plan);
   try {
     app.parse(argc, argv);
+    rivelt::sample::Write_Installation(folder, plan);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : 2;
-  }
-  try {
-    rivelt::sample::Write_Installation(folder, plan);
   } catch (const std::exception& error) {
     std::cerr << "rivelt-sample: " << error.what() << '\n';
     return 1;

@@ -1,5 +1,4 @@
-// Text files in the form in which the simulator writes them: lines indented by tabs, CR LF after
-// each, UTF-16.
+// Text files as the simulator writes them: lines indented by tabs, CR LF, UTF-16.
 
 #pragma once
 
@@ -11,8 +10,7 @@
 
 namespace rivelt::sample {
 
-// In decimal, with at most ten digits.
-Text Digits(double number);
+Text Digits(double number);  // at most ten, in decimal
 
 // The parts, texts and numbers, one after the other.
 template <class... Parts>
@@ -35,11 +33,11 @@ void Add(Text& records, const Parts&... parts) {
   ((records += Joined(u" ", parts)), ...);
 }
 
-// The text of a file, each record on a line of its own. The kind is the part in which the first
-// lines of files differ: "w0t" for a world file.
+// The records of a file, each on a line of its own. The kind is the part in which the first lines
+// of files differ: "w0t" for a world file.
 Text File_Text(Text_View kind, Text_View records);
 
-// Both write a new file, or throw a std::filesystem::filesystem_error that names it.
+// Both write a new file, or throw an exception that names it.
 void Write_Text_File(const std::filesystem::path& path, Text_View text);
 void Write_Bytes(const std::filesystem::path& path, std::string_view bytes);
 

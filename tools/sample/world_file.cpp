@@ -1,5 +1,5 @@
-#include "programs/sample/text_file.h"
-#include "programs/sample/track.h"
+#include "sample/text_file.h"
+#include "sample/track.h"
 
 namespace rivelt::sample {
 namespace {
@@ -7,9 +7,9 @@ namespace {
 enum class Object_Kind {
   Right,
   Wrong_Id,
-  Unknown_Shape,
+  Unknown_Shape,  // that is not in the catalogue
   Unlisted_Shape,
-  Own_Shape,
+  Own_Shape,  // of the route's dynamic track
   Name_With_Folders,
   Name_Before_Id,  // with folders as well
 };
@@ -20,7 +20,7 @@ class World_Writer {
 
   World Run(std::int64_t objects, bool has_every_kind) {
     if (has_every_kind) objects -= Add_One_Of_Each();
-    for (std::int64_t i = 0; i < objects; ++i) {
+    while (objects-- > 0) {
       const Object_Kind kind = Drawn_Kind();
       Add_Track_Object(kind, Drawn_Shape(kind));
       if (Random.One_In(4)) Add_Scenery();
@@ -46,23 +46,23 @@ class World_Writer {
 
   Object_Kind Drawn_Kind() {
     using enum Object_Kind;
+    static constexpr std::array rare = {Unknown_Shape, Unlisted_Shape, Name_With_Folders,
+                                        Name_Before_Id};
     const std::int64_t draw = Random.Below(200);
     if (draw < 5) return Wrong_Id;
     if (draw < 10) return Route.Own.empty() ? Right : Own_Shape;
-    static constexpr std::array rare = {Unknown_Shape, Unlisted_Shape, Name_With_Folders,
-                                        Name_Before_Id};
     return draw < 14 ? rare[static_cast<std::size_t>(draw - 10)] : Right;
   }
 
-  // Without a shape of the wanted sort close to the draw, the one next best.
+  // The next one of the wanted sort after the draw. A few shapes make up most of a route.
   const Shape& Drawn_Shape(Object_Kind kind) {
-    // A few shapes make up most of a route.
+    using enum Shape::Record;
     const auto most = Random.Below(static_cast<std::int64_t>(Route.Shapes.size())) + 1;
     const auto draw = static_cast<std::size_t>(Random.Below(most));
-    const bool listed = kind != Object_Kind::Unlisted_Shape;
+    const auto wanted = kind == Object_Kind::Unlisted_Shape ? Name_Comes_Late : Plain;
     for (std::size_t i = 0; i < Route.Shapes.size(); ++i) {
       const Shape& shape = Route.Shapes[(draw + i) % Route.Shapes.size()];
-      if (shape.Kind != Shape::Record::Duplicate && shape.Is_Listed() == listed) return shape;
+      if (shape.Kind == wanted) return shape;
     }
     return Route.Shapes.front();
   }
@@ -73,14 +73,14 @@ class World_Writer {
       const Dynamic_Track& own = Random.One_Of(Route.Own);
       placed = {0, own.Shape_Id, own.Section_Ids(), false, placed.Place};
     }
-    const Text name = Joined(u"FileName ( ", Name_Of(kind, shape, placed.Shape_Id), u" )");
+    const Text name = Joined(u" FileName ( ", Name_Of(kind, shape, placed.Shape_Id), u" )");
     const auto wrong_by = kind == Object_Kind::Wrong_Id ? Random.Between(1, 40) : 0;
     placed.Uid = Begin_Object(u"TrackObj");
-    if (kind == Object_Kind::Name_Before_Id) Put(name);
-    Put(u"SectionIdx (", placed.Shape_Id + wrong_by, u")");
-    if (placed.Is_Junction) Put(u"JNodePosn ( -5354 14850", placed.Place, u")");
-    Put(u"Elevation (", Elevation(), u") CollideFlags ( 519 )");
-    if (kind != Object_Kind::Name_Before_Id) Put(name);
+    if (kind == Object_Kind::Name_Before_Id) Records += name;
+    Add(Records, u"SectionIdx (", placed.Shape_Id + wrong_by, u")");
+    if (placed.Is_Junction) Add(Records, u"JNodePosn ( -5354 14850", placed.Place, u")");
+    Add(Records, u"Elevation (", Elevation(), u") CollideFlags ( 519 )");
+    if (kind != Object_Kind::Name_Before_Id) Records += name;
     End_Object(u"00200180", placed.Place);
     Track.push_back(placed);
   }
@@ -111,7 +111,7 @@ class World_Writer {
     static constexpr std::array<Text_View, 4> names = {u"GoodsShed.s", u"WaterTower2.s",
                                                        u"\"Signal Cabin.s\"", u"Oak_Large.s"};
     Begin_Object(u"Static");
-    Put(u"FileName (", Random.One_Of(names), u")");
+    Add(Records, u"FileName (", Random.One_Of(names), u")");
     End_Object(u"00100000", Place());
   }
 
@@ -121,28 +121,28 @@ class World_Writer {
     Placed_Track placed{0, track.Shape_Id, track.Section_Ids(), false, Place()};
     if (is_broken) track.Sections[0] = {0, u"0 0.064127 0"};
     placed.Uid = Begin_Object(u"Dyntrack");
-    Put(u"TrackSections (");
+    Add(Records, u"TrackSections (");
     for (std::size_t place = 0; place < track.Sections.size(); ++place) {
       const auto& [id, size] = track.Sections[place];
       const Text used = id == 0 ? size : Joined(id, u" ", size);
-      Put(u"TrackSection ( SectionCurve (", place % 2, u")",
+      Add(Records, u"TrackSection ( SectionCurve (", place % 2, u")",
           used.empty() ? u"4294967295 0 0" : used, u")");
     }
-    Put(u") SectionIdx (", is_broken ? -2147483648 : track.Shape_Id,
+    Add(Records, u") SectionIdx (", is_broken ? -2147483648 : track.Shape_Id,
         u") Elevation ( 0 ) CollideFlags ( 39 )");
     End_Object(u"00100000", placed.Place);
     if (!is_broken) Track.push_back(placed);
   }
 
   std::int64_t Begin_Object(Text_View keyword) {
-    Put(keyword, u"( UiD (", ++Last_Uid, u")");
+    Add(Records, keyword, u"( UiD (", ++Last_Uid, u")");
     return Last_Uid;
   }
 
   void End_Object(Text_View flags, Text_View place) {
     static constexpr std::array<Text_View, 4> directions = {u"0 0 0 1", u"0 0.6 0 0.8",
                                                             u"0 -0.28 0 0.96", u"0 0.96 0 -0.28"};
-    Put(u"StaticFlags (", flags, u") Position (", place, u") QDirection (",
+    Add(Records, u"StaticFlags (", flags, u") Position (", place, u") QDirection (",
         Random.One_Of(directions), u") VDbId ( 4294967294 ) StaticDetailLevel ( 2 ) )");
   }
 
@@ -150,11 +150,6 @@ class World_Writer {
     const auto across = Random.Decimal(-10240, 10240, 10);
     const auto height = Random.Decimal(0, 2000, 10);
     return Joined(across, u" ", height, u" ", Random.Decimal(-10240, 10240, 10));
-  }
-
-  template <class... Parts>
-  void Put(const Parts&... parts) {
-    Add(Records, parts...);
   }
 
   const Route_Track& Route;
