@@ -10,7 +10,7 @@
 #include "catalogue/catalogue_numbers.h"
 #include "convert/count_references.h"
 #include "convert/track_database.h"
-#include "programs/sample/track.h"
+#include "sample/track.h"
 #include "routes/route_name.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
