@@ -16,6 +16,11 @@ inline Text Below(Text_View folder, Text_View name) {
   return Concatenate({folder, u"\\", name});
 }
 
+// The global catalogue.
+inline Text Catalogue(Text_View root) {
+  return Concatenate({root, u"\\global\\", Tsection});
+}
+
 inline Text Routes(Text_View root) {
   return Concatenate({root, u"\\routes"});
 }
