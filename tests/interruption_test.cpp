@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <map>
 
-#include "app/watched_files.h"
 #include "backup/backups.h"
 #include "installation.h"
+#include "programs/cli/watched_files.h"
 #include "text/letter_case.h"
 #include "text/utf8.h"
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/watched_files.h"
 #include "platform/machine.h"
 #include "platform/memory/fixed_registry.h"
+#include "programs/cli/watched_files.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 
