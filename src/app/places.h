@@ -27,6 +27,9 @@ inline Text Routes(Text_View root) {
 inline Text Route(Text_View root, Text_View route) {
   return Concatenate({root, u"\\routes\\", route});
 }
+inline Text Local_Catalogue(Text_View root, Text_View route) {
+  return Below(Route(root, route), Tsection);
+}
 inline Text World(Text_View root, Text_View route) {
   return Concatenate({root, u"\\routes\\", route, u"\\world"});
 }

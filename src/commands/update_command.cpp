@@ -28,7 +28,7 @@ void frmMain::cmdUpdate_Click() try {
 }
 
 void frmMain::Move_Staged_Files() {
-  Changed_Files.clear();
+  Installed.Changed_Since_Check.clear();
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
   Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
   if (staged_files.Count() == 0) {
@@ -37,16 +37,16 @@ void frmMain::Move_Staged_Files() {
     return;
   }
   // Another program can have staged these since somebody removed the folder.
-  if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
+  if (!Installed.Is_Locked()) throw Failure();
   update.Keep_Originals(Replacements_By(staged_files));
   for (const auto& file : staged_files) {
-    const Text destination = Destination(file->name());
+    const Text destination = places::Destination(MSTS_Path, Current_Route_Folder(), file->name());
     update.Require_As_Kept(places::Place_Of_Staged(file->name()));
     FSO->DeleteFile(destination, true);
     file->Move(destination);
   }
   update.Complete();
-  Changed_Files = update.Changed_Since_Check();
+  Installed.Changed_Since_Check = update.Changed_Since_Check();
   Add_Line(NL + u"Finished updating ");
 }
 
@@ -61,10 +61,6 @@ std::vector<Replacement> frmMain::Replacements_By(const Collection<File>& staged
     if (checked != Checked_Files.end()) replacement.As_Checked = checked->second;
   }
   return replacements;
-}
-
-Text frmMain::Destination(Text_View name) const {
-  return places::Destination(MSTS_Path, Current_Route_Folder(), name);
 }
 
 }  // namespace rivelt

@@ -60,7 +60,7 @@ int Run(const CLI::App& app, const Arguments& arguments, Output& output) {
   window.Shows_Status = window.Shows_Log && Error_Is_Terminal();
   window.Start_On(arguments.Root);
   if (!window.Shows_Log) {
-    for (const Text& line : window.Form().Recovery_Lines()) Write_Error(Text_View(line));
+    for (const Text& line : window.Installed().Recovery_Lines) Write_Error(Text_View(line));
   }
   if (check) return Run_Command(window, Control::cmdCheck, arguments.Settings);
   if (update) return Run_Command(window, Control::cmdUpdate, arguments.Settings);

@@ -1,12 +1,13 @@
 #include "window/event_gate.h"
 
-#include "app/frm_main.h"
-#include "window/window.h"
+#include <utility>
+
+#include "app/main.h"
 
 namespace rivelt {
 
-void Event_Gate::Start_Up(const std::function<frmMain&()>& start) {
-  Run([&] { Form = &start(); });
+void Event_Gate::Start_Up(Registry& registry, Create_File_System_Object create_object) {
+  Run([&] { Form = Main(Form_Window, registry, std::move(create_object), Opened); });
 }
 
 void Event_Gate::Raise(Control control) {

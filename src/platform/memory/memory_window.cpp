@@ -22,11 +22,7 @@ Memory_Window::Memory_Window() {
 }
 
 void Memory_Window::Start(Registry& registry, Create_File_System_Object create_object) {
-  Gate.Start_Up([&]() -> frmMain& {
-    frmMain& form = Main(*this, registry, std::move(create_object));
-    Started_Form = &form;
-    return form;
-  });
+  Gate.Start_Up(registry, std::move(create_object));
 }
 
 bool Memory_Window::Takes_Input(Control control) const {

@@ -11,7 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/main.h"
 #include "window/event_gate.h"
 #include "window/sorted_list.h"
 #include "window/window.h"
@@ -30,7 +29,7 @@ class Memory_Window : public Window {
 
   // Runs the program up to its prompt.
   void Start(Registry& registry, Create_File_System_Object create_object);
-  frmMain& Form() const { return *Started_Form; }
+  Open_Installation& Installed() { return Gate.Installed(); }
 
   // What the user does. False: the control does not take it, being disabled or the program at work,
   // or there is no such entry; nothing has happened then.
@@ -77,7 +76,6 @@ class Memory_Window : public Window {
   static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
 
   Event_Gate Gate{*this};
-  frmMain* Started_Form = nullptr;
   std::array<Text, Control_Count> Texts;  // of the text boxes, and the picked entries of the lists
   std::array<bool, Control_Count> Enabled_States;
   Sorted_List Routes;

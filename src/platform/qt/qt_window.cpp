@@ -77,7 +77,7 @@ void Qt_Window::Connect(const Control_Row& row) {
 }
 
 void Qt_Window::Start(Registry& registry, Create_File_System_Object create_object) {
-  Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Gate.Start_Up(registry, std::move(create_object));
   Finish_Work();
 }
 

@@ -9,7 +9,6 @@
 #include <optional>
 #include <utility>
 
-#include "app/main.h"
 #include "platform/qt/build_widgets.h"
 #include "platform/qt/entry_model.h"
 #include "platform/qt/input_filter.h"

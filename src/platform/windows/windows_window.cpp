@@ -53,7 +53,7 @@ Windows_Window::~Windows_Window() {
 }
 
 void Windows_Window::Start(Registry& registry, Create_File_System_Object create_object) {
-  Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Gate.Start_Up(registry, std::move(create_object));
   Finish_Work();
 }
 

@@ -4,7 +4,6 @@
 
 #include <array>
 
-#include "app/main.h"
 #include "platform/windows/drop_list.h"
 #include "platform/windows/log_box.h"
 #include "platform/windows/measures.h"

@@ -58,8 +58,12 @@ void Save_Log(Console_Window& window, const std::string& file) {
 // An update that failed part-way is rolled back at once. Of one that did not, the user learns which
 // files had changed since the check had read them.
 void Finish_Update(Console_Window& window) {
-  if (window.Failed()) return window.Form().Recover_Before_End();
-  for (const Text& place : window.Form().Changed_Since_Check()) {
+  Open_Installation& installation = window.Installed();
+  if (window.Failed()) {
+    const Text route = window.Read_Text(Control::cmbRoutes);
+    return installation.Recover_Before_End(installation.Route_Folders.Look_Up(route));
+  }
+  for (const Text& place : installation.Changed_Since_Check) {
     Write_Error(Text_View(u"Had changed since the check, and is in the backup: " + place));
   }
 }
@@ -93,7 +97,8 @@ int List_Routes(Console_Window& window, Output& output) {
   const Sorted_List& routes = window.List(Control::cmbRoutes);
   for (std::size_t row = 0; row < routes.Count(); ++row) {
     const Text& route = routes.Entry(row);
-    output.Write(Text_View(route + u"\t" + window.Form().Folder_Of_Route(route) + u"\n"));
+    output.Write(
+        Text_View(route + u"\t" + window.Installed().Route_Folders.Look_Up(route) + u"\n"));
   }
   return Exit_Done;
 }
