@@ -38,7 +38,7 @@ class Event_Gate {
 
  private:
   void Run(const std::function<void()>& procedure);
-  void Run_Event(Control control);
+  void Run_Event(const Control_Row& row);
 
   Window& Form_Window;
   Open_Installation Opened;
