@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "installation.h"
 #include "text/utf8.h"
 #include "window/repaint_pace.h"
@@ -59,7 +61,7 @@ TEST_F(Form, Routes_Of_One_Name_Show_Twice_And_The_First_Folder_Keeps_It) {
   Start();
   ASSERT_EQ(Window.List(cmbRoutes).Count(), 2u);
   EXPECT_EQ(Window.List(cmbRoutes).Entry(0), u"LINE");
-  EXPECT_EQ(Window.Form().Folder_Of_Route(u"Line"), u"a");
+  EXPECT_EQ(Window.Installed().Route_Folders.Look_Up(u"Line"), u"a");
 }
 
 TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message) {
@@ -93,6 +95,44 @@ TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message) {
 TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
   Window.Start(Registry_Value, []() -> std::unique_ptr<File_System_Object> { throw Failure(); });
   EXPECT_EQ(Log(), (Lines{u"Could not load Rivelt!", Text(Standard_Line)}));
+}
+
+TEST_F(Form, The_Controls_Read_In_This_Order) {
+  std::map<std::pair<int, int>, Text> by_place;  // top and left: the caption, else the name
+  for (const Control_Row& row : Control_Table) {
+    const int top = row.Top + (row.Parent ? Row_Of(*row.Parent).Top : 0);
+    const Text name = row.Caption.empty() ? From_Utf8(Written_Name(row)) : Text(row.Caption);
+    by_place[{top, row.Left}] = row.Id == Label2 ? u"Label2" : name;
+  }
+  Lines wanted{u"cmbRoutes", u"Select route:", u"Check dynamic track only",
+               u"Check all track sections", u"Transform shape"};
+  for (const Text_View row : {u"(0)", u"(1)", u"(2)", u"(3)", u"(4)"}) {
+    wanted.push_back(Concatenate({u"txtTrack", row}));
+    wanted.push_back(Concatenate({u"cmbTracks", row}));
+    wanted.push_back(u">>");
+  }
+  for (const Text_View last :
+       {u"txtMessages", u"&Check", u"&Update", u"&Save", u"&Quit", u"Label2"})
+    wanted.emplace_back(last);
+  Lines found;
+  for (const auto& [place, name] : by_place) found.push_back(name);
+  EXPECT_EQ(found, wanted);
+}
+
+TEST_F(Form, The_Lock_Goes_With_The_Window) {
+  Put_Small_Route(Train.Global(Small_Catalogue), u"A");
+  const auto checks = [&](Memory_Window& window) {
+    Start(window, Registry_Value, Train);
+    window.Pick(cmbRoutes, u"A");
+    window.Press(cmdCheck);
+    return window.Log().starts_with(u"Checking: ");
+  };
+  auto first = std::make_unique<Memory_Window>();
+  EXPECT_TRUE(checks(*first));
+  Memory_Window second;
+  EXPECT_FALSE(checks(second));
+  first.reset();
+  EXPECT_TRUE(checks(Window));
 }
 
 // A registry without a key.

@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <map>
 
-#include "app/watched_files.h"
 #include "backup/backups.h"
 #include "installation.h"
+#include "programs/cli/watched_files.h"
 #include "text/letter_case.h"
 #include "text/utf8.h"
 
@@ -159,9 +159,9 @@ void Check_And_Update_Twice(Session& session) {
 }
 
 void Restore_First(Session& session) {
-  frmMain& form = session.Window.Form();
-  const auto backups = List_Backups(form.Files(), form.Root());
-  form.Restore(u"A", backups.at(0).Time);
+  Open_Installation& installation = session.Window.Installed();
+  const auto backups = List_Backups(*installation.Files, installation.Root);
+  installation.Restore(u"A", backups.at(0).Time);
 }
 
 // What a person does to the route between an interruption and what the program does next.
@@ -415,7 +415,7 @@ class Three_Updates : public Interruption {
   }
 
   static void Restore(Session& session, const Text& time, Restore_Result& result) {
-    result = session.Window.Form().Restore(u"A", time);
+    result = session.Window.Installed().Restore(u"A", time);
   }
 
   Installation Train = Made(true);
@@ -580,7 +580,7 @@ TEST_F(Interruption, A_Second_Program_Is_Held_Off_And_Touches_Nothing) {
     EXPECT_FALSE(running.Logged(u"nfinished update"));
     running.Window.Press(cmdUpdate);
     EXPECT_EQ(Lines_Of(running.Window.Log())[0], u"Had problems in Do_Check!");
-    EXPECT_EQ(running.Window.Form().Restore(u"A", u"").How, Restore_Result::End::Lock_Held);
+    EXPECT_EQ(running.Window.Installed().Restore(u"A", u"").How, Restore_Result::End::Lock_Held);
   });
   EXPECT_EQ(train.Staged(), Lines{u"of the first.w"});
   EXPECT_TRUE(Is_Unfinished(train));
@@ -593,8 +593,8 @@ TEST_F(Interruption, A_File_That_Changed_After_The_Check_Is_Replaced_Marked_And_
     session.Window.Press(cmdCheck);
     train.Put(u"routes\\A\\world\\w-1.w", u"newer");
     session.Window.Press(cmdUpdate);
-    EXPECT_EQ(session.Window.Form().Changed_Since_Check(), Lines{u"world\\w-1.w"});
-    const auto backups = List_Backups(session.Window.Form().Files(), u"\\train");
+    EXPECT_EQ(session.Window.Installed().Changed_Since_Check, Lines{u"world\\w-1.w"});
+    const auto backups = List_Backups(*session.Window.Installed().Files, u"\\train");
     ASSERT_EQ(backups.size(), 1u);
     EXPECT_EQ(backups[0].Changed, Lines{u"world\\w-1.w"});
   });

@@ -58,9 +58,8 @@ TEST_F(Windows_Window_Test, Every_Control_Has_Its_Place_At_The_Dpi_Of_The_Screen
     EXPECT_EQ(client.bottom, MulDiv(Client_Height, dpi, 1440));
     for (const Control_Row& row : Control_Table) {
       SCOPED_TRACE(Written_Name(row) + " at " + std::to_string(dpi));
-      const bool in_frame = row.Parent == Control_Parent::Transform;
-      const LONG left = row.Left + (in_frame ? 120 : 0);
-      const LONG top = row.Top + (in_frame ? 840 : 0);
+      const LONG left = row.Left + (row.Parent ? 120 : 0);
+      const LONG top = row.Top + (row.Parent ? 840 : 0);
       const RECT place = Place(row.Id);
       EXPECT_EQ(place.left, MulDiv(left, dpi, 1440));
       EXPECT_EQ(place.top, MulDiv(top, dpi, 1440));

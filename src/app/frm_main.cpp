@@ -4,8 +4,14 @@
 
 namespace rivelt {
 
-frmMain::frmMain(Window& window, Registry& registry, Create_File_System_Object create_object)
-    : Form_Window(window), System_Registry(registry), Create_Object(std::move(create_object)) {}
+frmMain::frmMain(Window& window, Registry& registry, Create_File_System_Object create_object,
+                 Open_Installation& installation)
+    : Form_Window(window),
+      System_Registry(registry),
+      Create_Object(std::move(create_object)),
+      Installed(installation) {
+  Installed.Report = [this](Text_View line) { Add_Line(line); };
+}
 
 void frmMain::Form_Init() try {
   NL = Line_End;
@@ -16,7 +22,7 @@ void frmMain::Form_Init() try {
   FSO->Set_Root(MSTS_Path);
   if (!Read_Routes()) return;
   if (!Read_Global()) return;
-  Recover_At_Start();
+  Installed.Recover_At_Start();
   Add_Line(NL + u"Select a route above for check/update");
 } catch (const std::exception&) {
   Fatal_Error(u"Could not load Rivelt!");

@@ -12,9 +12,8 @@
 #include <vector>
 
 #include "app/file_service.h"
+#include "app/open_installation.h"
 #include "app/registry_service.h"
-#include "backup/backups.h"
-#include "backup/recover_updates.h"
 #include "backup/route_update.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
@@ -27,31 +26,13 @@ using Create_File_System_Object = std::function<std::unique_ptr<File_System_Obje
 
 class frmMain {
  public:
-  // The window and the registry must outlive the form.
-  frmMain(Window& window, Registry& registry, Create_File_System_Object create_object);
+  // The window, the registry and the installation must outlive the form.
+  frmMain(Window& window, Registry& registry, Create_File_System_Object create_object,
+          Open_Installation& installation);
 
   // Finds the installation, lists its routes and reads its catalogue. Called once. Whatever goes
   // wrong ends as a text in the log, with the window stopped.
   void Form_Init();
-
-  // The name of the folder that a listed route leads to. Failure: no such route.
-  const Text& Folder_Of_Route(Text_View route) const { return Route_Folders.Look_Up(route); }
-
-  // The installation's files and root, once Form_Init has found it.
-  File_System_Object& Files() const { return *FSO; }
-  const Text& Root() const { return MSTS_Path; }
-
-  // The lines about updates that had not finished.
-  const std::vector<Text>& Recovery_Lines() const { return Recovery_Report; }
-
-  // Makes a route what it was before the update of that time.
-  Restore_Result Restore(const Text& route_folder, const Text& time);
-
-  // The files that the last Update has replaced though they were no longer what the check had read.
-  const std::vector<Text>& Changed_Since_Check() const { return Changed_Files; }
-
-  // For a program that ends after a failed Update of the picked route: rolls it back.
-  void Recover_Before_End();
 
   // The events of the controls, raised by an Event_Gate.
   void cmbRoutes_Click();
@@ -94,52 +75,38 @@ class frmMain {
 
   // Paths below the installation root.
   const Text& Current_Route_Folder() const;  // its name; Failure: no route is picked
-  Text Route_Folder() const;
   Text Staging_Folder() const;
   void Make_Folder(const Text& path);
 
   // Writes a converted copy of the file that was read in that state.
   void Stage(Text_View name, Text_View text, const File_State& original);
 
-  // Keeps a second program from the staging folder and the routes. Failure: it is at work there.
-  void Lock_Installation();
-
-  // Completes or rolls back updates that had not finished, each route on its own. At the start what
-  // cannot be done is reported and the program goes on.
-  void Recover_At_Start();
-  void Recover_Or_Report(const Text& route_folder);
-  void Recover_Route(const Text& route_folder);
-  void Report_Recovery(Text_View line, Text_View what);
-
   // The steps of the commands behind Do_Check.
   void Report_Staged_Files();
   void Move_Staged_Files();
   std::vector<Replacement> Replacements_By(const Collection<File>& staged_files) const;
-  Text Destination(Text_View name) const;
 
   Window& Form_Window;
   Registry& System_Registry;
   Create_File_System_Object Create_Object;
+  Open_Installation& Installed;
 
-  std::unique_ptr<File_System_Object> FSO;
-  Text MSTS_Path;  // folder path to which "\routes" and the like are appended directly
+  std::unique_ptr<File_System_Object>& FSO = Installed.Files;
+  Text& MSTS_Path = Installed.Root;
   Text NL;
-  Text Last_Route;                       // route of the last check that went through both passes
-  bool Last_Option = false;              // value of optDynamic(0) at that check
-  Keyed_Collection<Long> Shape_Ids;      // shape file name -> id
-  Keyed_Collection<Text> Transforms;     // old shape file name -> new one, or " -delete-"
-  bool Transforms_Changed = false;       // a row was edited since the last check
-  Keyed_Collection<Text> Route_Folders;  // display name -> folder name
-  Long Reserved_Sections = 0;            // counts that the global catalogue declares
+  Text Last_Route;                    // route of the last check that went through both passes
+  bool Last_Option = false;           // value of optDynamic(0) at that check
+  Keyed_Collection<Long> Shape_Ids;   // shape file name -> id
+  Keyed_Collection<Text> Transforms;  // old shape file name -> new one, or " -delete-"
+  bool Transforms_Changed = false;    // a row was edited since the last check
+  Keyed_Collection<Text>& Route_Folders = Installed.Route_Folders;
+  Long Reserved_Sections = 0;  // counts that the global catalogue declares
   Long Reserved_Shapes = 0;
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
 
   bool Stopped = false;  // Fatal_Error was called; nothing leads out of this state
-  std::unique_ptr<Folder_Lock> Installation_Lock;  // from the first full check on
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
-  std::vector<Text> Recovery_Report;
-  std::vector<Text> Changed_Files;
 };
 
 }  // namespace rivelt

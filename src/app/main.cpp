@@ -1,20 +1,16 @@
 #include "app/main.h"
 
-#include <memory>
 #include <utility>
 
 namespace rivelt {
-namespace {
 
-std::unique_ptr<frmMain> Module_Form;
-
-}  // namespace
-
-frmMain& Main(Window& window, Registry& registry, Create_File_System_Object create_object) {
-  Module_Form = std::make_unique<frmMain>(window, registry, std::move(create_object));
+std::unique_ptr<frmMain> Main(Window& window, Registry& registry,
+                              Create_File_System_Object create_object,
+                              Open_Installation& installation) {
+  auto form = std::make_unique<frmMain>(window, registry, std::move(create_object), installation);
   window.Show();
-  Module_Form->Form_Init();
-  return *Module_Form;
+  form->Form_Init();
+  return form;
 }
 
 }  // namespace rivelt

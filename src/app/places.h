@@ -16,11 +16,19 @@ inline Text Below(Text_View folder, Text_View name) {
   return Concatenate({folder, u"\\", name});
 }
 
+// The global catalogue.
+inline Text Catalogue(Text_View root) {
+  return Concatenate({root, u"\\global\\", Tsection});
+}
+
 inline Text Routes(Text_View root) {
   return Concatenate({root, u"\\routes"});
 }
 inline Text Route(Text_View root, Text_View route) {
   return Concatenate({root, u"\\routes\\", route});
+}
+inline Text Local_Catalogue(Text_View root, Text_View route) {
+  return Below(Route(root, route), Tsection);
 }
 inline Text World(Text_View root, Text_View route) {
   return Concatenate({root, u"\\routes\\", route, u"\\world"});

@@ -1,42 +1,44 @@
-#include "app/frm_main.h"
 #include "app/ignoring_failures.h"
+#include "app/open_installation.h"
 #include "app/places.h"
 #include "backup/flat_backups.h"
+#include "backup/recover_updates.h"
+#include "text/primitives.h"
 
 namespace rivelt {
 
-void frmMain::Lock_Installation() {
-  if (Installation_Lock && Installation_Lock->In_Force()) return;
-  Installation_Lock.reset();
-  Installation_Lock = FSO->Lock(places::Quenby(MSTS_Path));
+void Open_Installation::Lock() {
+  if (Is_Locked()) return;
+  Held_Lock.reset();
+  Held_Lock = Files->Lock(places::Quenby(Root));
 }
 
-void frmMain::Recover_At_Start() {
+void Open_Installation::Recover_At_Start() {
   const auto has_work = [&] {
-    return FSO->FolderExists(places::Backups(MSTS_Path)) &&
-           (Has_Unfinished_Flat_Backups(*FSO, MSTS_Path) ||
-            !Routes_With_Unfinished_Updates(*FSO, MSTS_Path).empty());
+    return Files->FolderExists(places::Backups(Root)) &&
+           (Has_Unfinished_Flat_Backups(*Files, Root) ||
+            !Routes_With_Unfinished_Updates(*Files, Root).empty());
   };
   Ignoring_Failures([&] {
     if (!has_work()) return;
-    Lock_Installation();
-    for (const Text& route : Routes_With_Unfinished_Updates(*FSO, MSTS_Path)) {
+    Lock();
+    for (const Text& route : Routes_With_Unfinished_Updates(*Files, Root)) {
       Recover_Or_Report(route);
     }
-    for (const Text& route : Keep_Unfinished_Flat_Backups(*FSO, MSTS_Path)) {
+    for (const Text& route : Keep_Unfinished_Flat_Backups(*Files, Root)) {
       Report_Recovery(u"Could not roll back an unfinished update: ", route);
     }
   });
-  Installation_Lock.reset();
+  Held_Lock.reset();
 }
 
-void frmMain::Recover_Or_Report(const Text& route_folder) try {
+void Open_Installation::Recover_Or_Report(const Text& route_folder) try {
   Recover_Route(route_folder);
 } catch (const std::exception&) {
   Report_Recovery(u"Could not roll back an unfinished update: ", route_folder);
 }
 
-void frmMain::Recover_Route(const Text& route_folder) {
+void Open_Installation::Recover_Route(const Text& route_folder) {
   Recovery recovery;
   const auto report = [&] {
     for (const Text& place : recovery.Set_Aside) {
@@ -47,7 +49,7 @@ void frmMain::Recover_Route(const Text& route_folder) {
     }
   };
   try {
-    Recover_Updates(*FSO, MSTS_Path, route_folder, recovery);
+    Recover_Updates(*Files, Root, route_folder, recovery);
   } catch (const std::exception&) {
     report();  // what was done so far
     throw;
@@ -55,12 +57,12 @@ void frmMain::Recover_Route(const Text& route_folder) {
   report();
 }
 
-void frmMain::Report_Recovery(Text_View line, Text_View what) {
-  Recovery_Report.push_back(Concatenate({line, what}));
-  Add_Line(Recovery_Report.back());
+void Open_Installation::Report_Recovery(Text_View line, Text_View what) {
+  Recovery_Lines.push_back(Concatenate({line, what}));
+  Report(Recovery_Lines.back());
 }
 
-Restore_Result frmMain::Restore(const Text& route_folder, const Text& time) {
+Restore_Result Open_Installation::Restore(const Text& route_folder, const Text& time) {
   using enum Restore_Result::End;
   const auto works = [](const auto& step) {
     try {
@@ -71,22 +73,21 @@ Restore_Result frmMain::Restore(const Text& route_folder, const Text& time) {
     }
   };
   Restore_Result result;
-  if (!works([&] { Lock_Installation(); })) return {Lock_Held, {}};
+  if (!works([&] { Lock(); })) return {Lock_Held, {}};
   if (!works([&] { Recover_Route(route_folder); })) return {Nothing_Touched, {}};
-  Last_Route.clear();  // what is staged must not be moved over the restored files
-  if (works([&] { result.Files = Restore_Backup(*FSO, MSTS_Path, route_folder, time); })) {
+  Restored_Since_Check = true;
+  if (works([&] { result.Files = Restore_Backup(*Files, Root, route_folder, time); })) {
     return result;
   }
-  if (!Has_Unfinished_Update(*FSO, MSTS_Path, route_folder)) return {Nothing_Touched, {}};
+  if (!Has_Unfinished_Update(*Files, Root, route_folder)) return {Nothing_Touched, {}};
   Recover_Or_Report(route_folder);
-  const bool is_unfinished = Has_Unfinished_Update(*FSO, MSTS_Path, route_folder);
+  const bool is_unfinished = Has_Unfinished_Update(*Files, Root, route_folder);
   return {is_unfinished ? Unfinished : Rolled_Back, {}};
 }
 
-void frmMain::Recover_Before_End() {
+void Open_Installation::Recover_Before_End(const Text& route_folder) {
   Ignoring_Failures([&] {
-    if (!Installation_Lock || !Installation_Lock->In_Force()) return;
-    Recover_Or_Report(Current_Route_Folder());
+    if (Is_Locked()) Recover_Or_Report(route_folder);
   });
 }
 

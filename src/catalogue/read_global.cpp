@@ -1,4 +1,5 @@
 #include "app/frm_main.h"
+#include "app/places.h"
 #include "catalogue/catalogue_text.h"
 #include "text/primitives.h"
 
@@ -6,7 +7,7 @@ namespace rivelt {
 
 bool frmMain::Read_Global() try {
   Add_Text(u"Reading global\\tsection.dat");
-  const auto file = FSO->GetFile(MSTS_Path + u"\\global\\tsection.dat");
+  const auto file = FSO->GetFile(places::Catalogue(MSTS_Path));
   Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   if (const auto version = Catalogue_Version(Trim_Text(text))) {
     Add_Text(Concatenate({u" version '", *version, u"'"}));

@@ -5,7 +5,7 @@
 namespace rivelt {
 
 void frmMain::cmdUpdate_Click() try {
-  Changed_Files.clear();
+  Installed.Changed_Since_Check.clear();
   if (Form_Window.Message_Box(u"Are you sure you want to perform an update?",
                               Style_Question + Style_Ok_Cancel, u"Update") != Answer_Ok) {
     return;
@@ -31,7 +31,7 @@ void frmMain::cmdUpdate_Click() try {
 void frmMain::Move_Staged_Files() {
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
   // Without the lock another program can have staged these, or be at work on the route.
-  if (!Installation_Lock || !Installation_Lock->In_Force()) throw Failure();
+  if (!Installed.Is_Locked()) throw Failure();
   Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
   if (staged_files.Count() == 0) {
     update.Complete_If_All_Moved();
@@ -40,13 +40,13 @@ void frmMain::Move_Staged_Files() {
   }
   update.Keep_Originals(Replacements_By(staged_files));
   for (const auto& file : staged_files) {
-    const Text destination = Destination(file->name());
+    const Text destination = places::Destination(MSTS_Path, Current_Route_Folder(), file->name());
     update.Require_As_Kept(places::Place_Of_Staged(file->name()));
     FSO->DeleteFile(destination, true);
     file->Move(destination);
   }
   update.Complete();
-  Changed_Files = update.Changed_Since_Check();
+  Installed.Changed_Since_Check = update.Changed_Since_Check();
   Add_Line(NL + u"Finished updating ");
 }
 
@@ -61,10 +61,6 @@ std::vector<Replacement> frmMain::Replacements_By(const Collection<File>& staged
     if (checked != Checked_Files.end()) replacement.As_Checked = checked->second;
   }
   return replacements;
-}
-
-Text frmMain::Destination(Text_View name) const {
-  return places::Destination(MSTS_Path, Current_Route_Folder(), name);
 }
 
 }  // namespace rivelt

@@ -16,12 +16,14 @@ void frmMain::Do_Check() try {
   Last_Route = Form_Window.Read_Text(Control::cmbRoutes);
   Last_Option = Form_Window.Read_Value(Control::optDynamic_0);
   Transforms_Changed = false;
+  Installed.Restored_Since_Check = false;
 } catch (const std::exception&) {
   Fatal_Error(u"Had problems in Do_Check!");
 }
 
 bool frmMain::Settings_Unchanged() const {
-  return Form_Window.Read_Text(Control::cmbRoutes) == Last_Route &&
+  return !Installed.Restored_Since_Check &&
+         Form_Window.Read_Text(Control::cmbRoutes) == Last_Route &&
          Form_Window.Read_Value(Control::optDynamic_0) == Last_Option;
 }
 
@@ -39,8 +41,8 @@ void frmMain::Rebuild_Transforms() {
 
 void frmMain::Prepare_Staging_Folder() {
   Make_Folder(places::Quenby(MSTS_Path));
-  Lock_Installation();
-  Recover_Route(Current_Route_Folder());
+  Installed.Lock();
+  Installed.Recover_Route(Current_Route_Folder());
   Make_Folder(Staging_Folder());
   Checked_Files.clear();
   const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
@@ -57,10 +59,6 @@ Text frmMain::Staging_Folder() const {
 
 const Text& frmMain::Current_Route_Folder() const {
   return Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
-}
-
-Text frmMain::Route_Folder() const {
-  return places::Route(MSTS_Path, Current_Route_Folder());
 }
 
 void frmMain::Stage(Text_View name, Text_View text, const File_State& original) {

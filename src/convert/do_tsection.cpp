@@ -7,7 +7,7 @@ namespace rivelt {
 void frmMain::Do_Tsection() try {
   Section_Delta = 0;
   Shape_Delta = 0;
-  const auto file = FSO->GetFile(places::Below(Route_Folder(), places::Tsection));
+  const auto file = FSO->GetFile(places::Local_Catalogue(MSTS_Path, Current_Route_Folder()));
   const File_State state = file->State();
   const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(u"Local tsection.dat");

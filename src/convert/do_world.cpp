@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "app/frm_main.h"
+#include "app/places.h"
 #include "convert/world_passes.h"
 #include "text/primitives.h"
 
@@ -14,7 +15,7 @@ bool Is_World_File(const File& file) {
 }  // namespace
 
 void frmMain::Do_World() try {
-  const auto files = FSO->GetFolder(Route_Folder() + u"\\world")->Files();
+  const auto files = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()))->Files();
   for (const auto& file : files) {
     if (Is_World_File(*file)) Convert_World_File(*file);
   }

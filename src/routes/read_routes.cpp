@@ -1,5 +1,6 @@
 #include "app/frm_main.h"
 #include "app/ignoring_failures.h"
+#include "app/places.h"
 #include "routes/route_name.h"
 #include "text/primitives.h"
 
@@ -23,7 +24,7 @@ Text Route_Display_Name(Text_View trk_text) {
 
 bool frmMain::Read_Routes() try {
   Add_Line(u"Reading installed routes");
-  const auto folders = FSO->GetFolder(MSTS_Path + u"\\routes")->SubFolders();
+  const auto folders = FSO->GetFolder(places::Routes(MSTS_Path))->SubFolders();
   for (const auto& folder : folders) Read_Route(*folder);
   return true;
 } catch (const std::exception&) {

@@ -1,19 +1,20 @@
 #include "window/event_gate.h"
 
-#include "app/frm_main.h"
-#include "window/window.h"
+#include <utility>
+
+#include "app/main.h"
 
 namespace rivelt {
 
-void Event_Gate::Start_Up(const std::function<frmMain&()>& start) {
-  Run([&] { Form = &start(); });
+void Event_Gate::Start_Up(Registry& registry, Create_File_System_Object create_object) {
+  Run([&] { Form = Main(Form_Window, registry, std::move(create_object), Opened); });
 }
 
 void Event_Gate::Raise(Control control) {
-  if (control == Control::cmdQuit) {
+  if (control == Quit_Control) {
     Close();
   } else if (!Is_Working && Form != nullptr) {
-    Run([&] { Run_Event(control); });
+    Run([&] { Run_Event(Row_Of(control)); });
   }
 }
 
@@ -40,35 +41,26 @@ void Event_Gate::Run(const std::function<void()>& procedure) {
   if (Wants_To_Quit) Close();
 }
 
-void Event_Gate::Run_Event(Control control) {
-  const int index = Row_Of(control).Index;
-  switch (control) {
-    using enum Control;
-    case cmbRoutes:
+void Event_Gate::Run_Event(const Control_Row& row) {
+  switch (row.Raises) {
+    case Event::cmbRoutes_Click:
       return Form->cmbRoutes_Click();
-    case optDynamic_0:
-    case optDynamic_1:
-      return Form->optDynamic_Click(index);
-    case txtTrack_0:
-    case txtTrack_1:
-    case txtTrack_2:
-    case txtTrack_3:
-    case txtTrack_4:
-      return Form->txtTrack_Change(index);
-    case cmbTracks_0:
-    case cmbTracks_1:
-    case cmbTracks_2:
-    case cmbTracks_3:
-    case cmbTracks_4:
-      return Form->cmbTracks_Click(index);
-    case cmdCheck:
+    case Event::optDynamic_Click:
+      return Form->optDynamic_Click(row.Index);
+    case Event::txtTrack_Change:
+      return Form->txtTrack_Change(row.Index);
+    case Event::cmbTracks_Click:
+      return Form->cmbTracks_Click(row.Index);
+    case Event::cmdCheck_Click:
       return Form->cmdCheck_Click();
-    case cmdUpdate:
+    case Event::cmdUpdate_Click:
       return Form->cmdUpdate_Click();
-    case cmdSave:
+    case Event::cmdSave_Click:
       return Form->cmdSave_Click();
-    default:
-      return;  // the other controls have no event
+    case Event::cmdQuit_Click:
+      return Form->cmdQuit_Click();
+    case Event::None:
+      return;
   }
 }
 

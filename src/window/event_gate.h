@@ -3,13 +3,12 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
+#include "app/frm_main.h"
 #include "window/controls.h"
 
 namespace rivelt {
-
-class frmMain;
-class Window;
 
 // Runs the procedures of the form one at a time. Start-up, Check, Update and Save let the window
 // handle events in the middle of their work: an event that comes then is dropped and not kept for
@@ -21,8 +20,12 @@ class Event_Gate {
   Event_Gate(const Event_Gate&) = delete;
   Event_Gate& operator=(const Event_Gate&) = delete;
 
-  // Starts the program: start shows the window, initialises the form and gives it.
-  void Start_Up(const std::function<frmMain&()>& start);
+  // Starts the program on the window. The form and the installation go with the gate, and the lock
+  // with them.
+  void Start_Up(Registry& registry, Create_File_System_Object create_object);
+
+  // What the form has opened.
+  Open_Installation& Installed() { return Opened; }
 
   // The user has pressed, picked, selected or changed the control.
   void Raise(Control control);
@@ -35,10 +38,11 @@ class Event_Gate {
 
  private:
   void Run(const std::function<void()>& procedure);
-  void Run_Event(Control control);
+  void Run_Event(const Control_Row& row);
 
   Window& Form_Window;
-  frmMain* Form = nullptr;
+  Open_Installation Opened;
+  std::unique_ptr<frmMain> Form;  // null until the start has ended
   bool Is_Working = false;
   bool Wants_To_Quit = false;
 };

@@ -49,10 +49,9 @@ class Window {
   // Of an optDynamic: whether that option is selected.
   virtual bool Read_Value(Control option) const = 0;
 
-  // One more entry in the list of cmbRoutes or a cmbTracks, in its place by the list's order. The
-  // five lists of cmbTracks get the same entries, each of them in all five before the next, so that
-  // a back end may hold them once: what is added to cmbTracks(0) may show in the others from then
-  // on.
+  // One more entry in a list, in its place by the list's order. Lists that the same fills get the
+  // same entries, each of them in all before the next, so that a back end may hold them once: what
+  // is added to the first may show in the others from then on.
   virtual void Add_Item(Control list, Text_View entry) = 0;
 
   virtual void Set_Pointer(Pointer pointer) = 0;

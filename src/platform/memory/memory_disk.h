@@ -63,8 +63,7 @@ class Memory_Disk : public Memory_Tree {
   // Files have one name each: Keep copies.
   bool Refuses_Links = false;
 
-  // Whether another program has locked every folder. The form of an earlier test may outlive its
-  // disk, and so may a lock.
+  // Whether another program has locked every folder. Copies of the disk share this and the locks.
   const std::shared_ptr<bool> Is_Locked = std::make_shared<bool>(false);
 
   // The folders that this program has locked, by their Id.

@@ -18,24 +18,15 @@ Memory_Window::Memory_Window() {
   for (const Control_Row& row : Control_Table) {
     Enabled_States[Tab(row.Id)] = row.Enabled_At_Start;
   }
-  Tracks.Add(Delete_Entry);
 }
 
 void Memory_Window::Start(Registry& registry, Create_File_System_Object create_object) {
-  Gate.Start_Up([&]() -> frmMain& {
-    frmMain& form = Main(*this, registry, std::move(create_object));
-    Started_Form = &form;
-    return form;
-  });
+  Gate.Start_Up(registry, std::move(create_object));
 }
 
 bool Memory_Window::Takes_Input(Control control) const {
-  return Enabled(control) &&
-         (Row_Of(control).Parent == Control_Parent::Window || Enabled(Control::Transform));
-}
-
-const Sorted_List& Memory_Window::List(Control list) const {
-  return list == Control::cmbRoutes ? Routes : Tracks;
+  const auto frame = Row_Of(control).Parent;
+  return Enabled(control) && (!frame || Enabled(*frame));
 }
 
 bool Memory_Window::Pick(Control list, Text_View entry) {
@@ -63,18 +54,13 @@ bool Memory_Window::Select(Control option) {
 
 bool Memory_Window::Press(Control button) {
   if (!Takes_Input(button)) return false;
-  const bool taken = !Gate.Working() || button == Control::cmdQuit;
+  const bool taken = !Gate.Working() || button == Quit_Control;
   Gate.Raise(button);
   return taken;
 }
 
 Text Memory_Window::Read_Text(Control control) const {
-  return control == Control::txtMessages ? Log_Text : Texts[Tab(control)];
-}
-
-void Memory_Window::Add_Item(Control list, Text_View entry) {
-  if (list == Control::cmbRoutes) Routes.Add(entry);
-  if (list == cmbTracks(0)) Tracks.Add(entry);
+  return control == Log_Control ? Log_Text : Texts[Tab(control)];
 }
 
 int Memory_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {

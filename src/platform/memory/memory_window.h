@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/main.h"
 #include "window/event_gate.h"
+#include "window/list_entries.h"
 #include "window/sorted_list.h"
 #include "window/window.h"
 
@@ -30,7 +30,7 @@ class Memory_Window : public Window {
 
   // Runs the program up to its prompt.
   void Start(Registry& registry, Create_File_System_Object create_object);
-  frmMain& Form() const { return *Started_Form; }
+  Open_Installation& Installed() { return Gate.Installed(); }
 
   // What the user does. False: the control does not take it, being disabled or the program at work,
   // or there is no such entry; nothing has happened then.
@@ -51,7 +51,7 @@ class Memory_Window : public Window {
   // What the user sees.
   bool Takes_Input(Control control) const;  // enabled, and so is the frame around it
   bool Enabled(Control control) const { return Enabled_States[Tab(control)]; }
-  const Sorted_List& List(Control list) const;
+  const Sorted_List& List(Control list) const { return Entries.Of(list); }
   const Text& Log() const { return Log_Text; }
   bool Visible() const { return Is_Visible; }
   Pointer Shown_Pointer() const { return Current_Pointer; }
@@ -65,7 +65,7 @@ class Memory_Window : public Window {
   void Append_Log(Text_View text) override { Log_Text += text; }
   void Enable(Control control, bool enabled) override { Enabled_States[Tab(control)] = enabled; }
   bool Read_Value(Control option) const override { return option == Selected_Option; }
-  void Add_Item(Control list, Text_View entry) override;
+  void Add_Item(Control list, Text_View entry) override { Entries.Add(list, entry); }
   void Set_Pointer(Pointer pointer) override { Current_Pointer = pointer; }
   int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
   void Show_Save_Dialog() override;
@@ -77,12 +77,10 @@ class Memory_Window : public Window {
   static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
 
   Event_Gate Gate{*this};
-  frmMain* Started_Form = nullptr;
   std::array<Text, Control_Count> Texts;  // of the text boxes, and the picked entries of the lists
   std::array<bool, Control_Count> Enabled_States;
-  Sorted_List Routes;
-  Sorted_List Tracks;  // of all five lists of cmbTracks
-  Control Selected_Option = Control::optDynamic_0;
+  List_Entries<Sorted_List> Entries;
+  Control Selected_Option = Selected_At_Start;
   Text Log_Text;
   bool Is_Visible = false;
   Pointer Current_Pointer = Pointer::Default;

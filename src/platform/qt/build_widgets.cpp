@@ -107,23 +107,6 @@ QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
   return nullptr;
 }
 
-// What a screen reader says where no caption does.
-QString Accessible_Name(const Control_Row& row) {
-  const auto of_row = [&](const char* what) {
-    return QStringLiteral("%1, row %2").arg(QLatin1String(what)).arg(row.Index + 1);
-  };
-  switch (row.Type) {
-    case Control_Type::Text_Box:
-      return of_row("Shape to replace");
-    case Control_Type::Drop_Down_List:
-      return row.Index == Not_In_Array ? QStringLiteral("Route") : of_row("Replacement");
-    case Control_Type::Log_Text_Box:
-      return QStringLiteral("Message log");
-    default:
-      return {};
-  }
-}
-
 QString Without_Mnemonic(Text_View caption) {
   return To_Qt(caption).remove(u'&');
 }
@@ -177,16 +160,18 @@ QRect Text_Space(const QWidget& widget, const Control_Row& row) {
       const int frame = style.pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &widget);
       return visible.adjusted(frame + 2, frame, -frame - 2, -frame);
     }
-    case Control_Type::Frame:
-      // The caption stands above the first row.
+    case Control_Type::Frame: {
+      // The caption is above the first control inside.
+      const auto is_inside = [&](const Control_Row& inner) { return inner.Parent == row.Id; };
       return {visible.left() + 8, 0, visible.width() - 16,
-              Pixels(Row_Of(Control::txtTrack_0)).top()};
+              Pixels(Row_Of(First_Control(is_inside))).top()};
+    }
     default:
       return visible;
   }
 }
 
-Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks) {
+Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
   Widgets widgets{};
   const auto widget = [&](Control control) -> QWidget*& {
     return widgets[static_cast<std::size_t>(control)];
@@ -194,11 +179,10 @@ Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks) {
   auto* options = new QButtonGroup(&form);
   QWidget* previous = nullptr;
   for (const Control_Row& row : Control_Table) {
-    QWidget* parent = row.Parent == Control_Parent::Window ? &form : widget(Control::Transform);
-    QWidget* made = Build(row, parent, row.Id == Control::cmbRoutes ? routes : tracks);
+    QWidget* made = Build(row, row.Parent ? widget(*row.Parent) : &form, entries.Of(row.Id));
     made->setGeometry(Pixels(row));
     made->setEnabled(row.Enabled_At_Start);
-    made->setAccessibleName(Accessible_Name(row));
+    made->setAccessibleName(To_Qt(row.Accessible_Name));
     made->setObjectName(QString::fromStdString(Written_Name(row)));
     Fit_Font(*made, row);
     if (auto* option = qobject_cast<QRadioButton*>(made)) options->addButton(option, row.Index);

@@ -7,6 +7,7 @@
 
 #include "platform/qt/entry_model.h"
 #include "window/controls.h"
+#include "window/list_entries.h"
 
 namespace rivelt {
 
@@ -17,7 +18,7 @@ using Widgets = std::array<QWidget*, Control_Count>;
 QSize Client_Area();
 
 // All controls at their places on the form, in their start state, in their tab order.
-Widgets Build_Widgets(QWidget& form, Entry_Model& routes, Entry_Model& tracks);
+Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries);
 
 // Where the text of the control is.
 QRect Text_Space(const QWidget& widget, const Control_Row& row);

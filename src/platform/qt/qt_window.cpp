@@ -40,13 +40,12 @@ void Fit_Popup_Width(QComboBox& list, const QString& longest_entry) {
 }  // namespace
 
 Qt_Window::Qt_Window() {
-  Tracks.Add(Delete_Entry);
   Build_Form();
   for (const Control_Row& row : Control_Table) Connect(row);
   auto* quit_key = new QShortcut(Qt::Key_Escape, &Form);
-  QObject::connect(quit_key, &QShortcut::activated, [this] { Raise(Control::cmdQuit); });
-  const Input_Filter::Passing passing{
-      &Form, &Log(), static_cast<QPushButton*>(&Widget(Control::cmdQuit)), quit_key};
+  QObject::connect(quit_key, &QShortcut::activated, [this] { Raise(Quit_Control); });
+  const Input_Filter::Passing passing{&Form, &Log(),
+                                      static_cast<QPushButton*>(&Widget(Quit_Control)), quit_key};
   Filter =
       std::make_unique<Input_Filter>(passing, [this] { return Is_Dropping || Gate.Working(); });
   Publish_Entries();
@@ -59,7 +58,7 @@ void Qt_Window::Build_Form() {
   Form.setFixedSize(Client_Area());
   Form.setWindowTitle(To_Qt(Window_Caption));
   Form.setWindowIcon(QIcon(QPixmap(Icon_Picture)));
-  All = Build_Widgets(Form, Routes, Tracks);
+  All = Build_Widgets(Form, Entries);
   Form.On_Close = [this] { Gate.Close(); };
 }
 
@@ -77,7 +76,7 @@ void Qt_Window::Connect(const Control_Row& row) {
 }
 
 void Qt_Window::Start(Registry& registry, Create_File_System_Object create_object) {
-  Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Gate.Start_Up(registry, std::move(create_object));
   Finish_Work();
 }
 
@@ -85,7 +84,7 @@ void Qt_Window::Raise(Control control) {
   const bool starts_command =
       !Gate.Working() && Row_Of(control).Type == Control_Type::Command_Button;
   // A button can be pressed by a key some time after the key.
-  if (Is_Dropping && control != Control::cmdQuit) return;
+  if (Is_Dropping && control != Quit_Control) return;
   if (const auto* list = List_Of(control)) {
     Picked[static_cast<std::size_t>(control)] = From_Qt(list->currentText());
   }
@@ -124,11 +123,11 @@ void Qt_Window::Unload() {
 }
 
 Log_View& Qt_Window::Log() const {
-  return static_cast<Log_View&>(Widget(Control::txtMessages));
+  return static_cast<Log_View&>(Widget(Log_Control));
 }
 
 Text Qt_Window::Read_Text(Control control) const {
-  if (control == Control::txtMessages) return Log().Content();
+  if (control == Log_Control) return Log().Content();
   // The rows of a list move while entries wait to be published.
   if (List_Of(control) != nullptr) return Picked[static_cast<std::size_t>(control)];
   return From_Qt(static_cast<QLineEdit&>(Widget(control)).text());
@@ -148,15 +147,14 @@ bool Qt_Window::Read_Value(Control option) const {
 }
 
 void Qt_Window::Add_Item(Control list, Text_View entry) {
-  if (list == Control::cmbRoutes) Routes.Add(entry);
-  if (list == cmbTracks(0)) Tracks.Add(entry);
+  Entries.Add(list, entry);
   // A procedure adds many; they are published when it ends.
   if (!Gate.Working()) Publish_Entries();
 }
 
 void Qt_Window::Publish_Entries() {
-  for (Entry_Model* model : {&Routes, &Tracks}) {
-    if (model->Has_News()) Publish(*model);
+  for (Entry_Model& model : Entries) {
+    if (model.Has_News()) Publish(model);
   }
 }
 

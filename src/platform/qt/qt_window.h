@@ -9,7 +9,6 @@
 #include <optional>
 #include <utility>
 
-#include "app/main.h"
 #include "platform/qt/build_widgets.h"
 #include "platform/qt/entry_model.h"
 #include "platform/qt/input_filter.h"
@@ -71,8 +70,7 @@ class Qt_Window : public Window {
   QComboBox* List_Of(Control control) const;  // null: it is no list
   Log_View& Log() const;
 
-  Entry_Model Routes;
-  Entry_Model Tracks;  // of all five lists of cmbTracks
+  List_Entries<Entry_Model> Entries;
   Form_With_Close Form;
   Widgets All{};
   std::array<Text, Control_Count> Picked;  // the entries of the lists

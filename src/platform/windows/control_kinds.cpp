@@ -6,14 +6,15 @@ namespace {
 constexpr int First_Command_Id = 100;
 
 // The arrow keys stay within a group: only the options are more than one.
-DWORD Group_Style(Control control) {
-  return control == optDynamic(1) ? 0 : WS_GROUP;
+DWORD Group_Style(const Control_Row& row) {
+  const bool is_option = row.Type == Control_Type::Option_Button;
+  return is_option && row.Id != Selected_At_Start ? 0 : WS_GROUP;
 }
 
 }  // namespace
 
 Control_Kind Kind_Of(const Control_Row& row) {
-  const DWORD group = Group_Style(row.Id);
+  const DWORD group = Group_Style(row);
   switch (row.Type) {
     case Control_Type::Label:
       return {L"STATIC", SS_LEFT | SS_NOPREFIX | group, 0};
@@ -37,7 +38,7 @@ Control_Kind Kind_Of(const Control_Row& row) {
 }
 
 int Command_Id(Control control) {
-  return control == Control::cmdQuit ? IDCANCEL : First_Command_Id + static_cast<int>(control);
+  return control == Quit_Control ? IDCANCEL : First_Command_Id + static_cast<int>(control);
 }
 
 std::optional<Control> Control_Of(int command_id) {
@@ -45,11 +46,6 @@ std::optional<Control> Control_Of(int command_id) {
     if (Command_Id(row.Id) == command_id) return row.Id;
   }
   return std::nullopt;
-}
-
-std::size_t List_Index(Control list) {
-  if (list == Control::cmbRoutes) return 0;
-  return 1 + static_cast<std::size_t>(Row_Of(list).Index);
 }
 
 }  // namespace rivelt

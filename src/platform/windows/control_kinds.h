@@ -16,11 +16,8 @@ struct Control_Kind {
 };
 Control_Kind Kind_Of(const Control_Row& row);
 
-// The number under which a control reports. That of cmdQuit is the one that Esc stands for.
+// The number under which a control reports. That of Quit is the one that Esc stands for.
 int Command_Id(Control control);
 std::optional<Control> Control_Of(int command_id);
-
-// 0 for cmbRoutes, then each cmbTracks.
-std::size_t List_Index(Control list);
 
 }  // namespace rivelt

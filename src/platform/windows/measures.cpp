@@ -54,9 +54,8 @@ SIZE Client_Size(UINT dpi) {
 }
 
 RECT Place_Of(const Control_Row& row, UINT dpi) {
-  const bool in_frame = row.Parent == Control_Parent::Transform;
-  const int left = in_frame ? Row_Of(Control::Transform).Left : 0;
-  const int top = in_frame ? Row_Of(Control::Transform).Top : 0;
+  const int left = row.Parent ? Row_Of(*row.Parent).Left : 0;
+  const int top = row.Parent ? Row_Of(*row.Parent).Top : 0;
   const Twips_Rect area = Visible_Part(row);
   return {Pixels(left + area.Left, dpi), Pixels(top + area.Top, dpi),
           Pixels(left + area.Right, dpi), Pixels(top + area.Bottom, dpi)};

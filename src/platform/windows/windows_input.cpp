@@ -27,9 +27,9 @@ bool Is_Key_Of_Frame(const MSG& message) {
   }
 }
 
-// The character of the Alt key of cmdQuit.
+// The character of the Alt key of Quit.
 bool Is_Quit_Letter(WPARAM character) {
-  const Text_View caption = Row_Of(Control::cmdQuit).Caption;
+  const Text_View caption = Row_Of(Quit_Control).Caption;
   return Fold_Case(Text(1, static_cast<char16_t>(character))) ==
          Fold_Case(caption.substr(caption.find(u'&') + 1, 1));
 }
@@ -82,7 +82,7 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
       break;
     case WM_CTLCOLORSTATIC:
       // A text box that cannot be typed into would be grey: the log is there to be read.
-      if (reinterpret_cast<HWND>(lparam) == Handle(Control::txtMessages)) {
+      if (reinterpret_cast<HWND>(lparam) == Handle(Log_Control)) {
         SetBkColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOW));
         return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
       }
@@ -92,7 +92,7 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
       if (LOWORD(wparam) == WA_INACTIVE && IsChild(Form, GetFocus())) Last_Focus = GetFocus();
       break;
     case WM_SETFOCUS:
-      SetFocus(IsWindow(Last_Focus) ? Last_Focus : Handle(Control::cmbRoutes));
+      SetFocus(IsWindow(Last_Focus) ? Last_Focus : Handle(Focus_At_Start));
       return 0;
     case WM_DPICHANGED:
       Change_Dpi(LOWORD(wparam), *reinterpret_cast<const RECT*>(lparam));
@@ -162,15 +162,15 @@ void Windows_Window::Handle_Message(MSG& message) {
 }
 
 void Windows_Window::Handle_While_Working(MSG& message) {
-  if (Asks_To_Quit(message, Handle(Control::cmdQuit))) {
+  if (Asks_To_Quit(message, Handle(Quit_Control))) {
     Gate.Close();
     return;
   }
   const bool key = Is_Key(message.message);
   if (key || Is_Press_Of_Mouse(message.message)) {
-    const bool to_log = message.hwnd == Handle(Control::txtMessages) &&
+    const bool to_log = message.hwnd == Handle(Log_Control) &&
                         (!key || Is_Key_To_Read_By(message) || message.message == WM_CHAR);
-    const bool to_quit = message.hwnd == Handle(Control::cmdQuit) && !key;
+    const bool to_quit = message.hwnd == Handle(Quit_Control) && !key;
     // An Alt key becomes a character below, and is looked at then.
     const bool alt_key = message.message == WM_SYSKEYDOWN;
     if (alt_key) TranslateMessage(&message);

@@ -45,7 +45,6 @@ Windows_Window::Windows_Window() {
   for (const Control_Row& row : Control_Table) {
     Enabled_States[Tab(row.Id)] = row.Enabled_At_Start;
   }
-  Tracks.Add(Delete_Entry);
 }
 
 Windows_Window::~Windows_Window() {
@@ -53,7 +52,7 @@ Windows_Window::~Windows_Window() {
 }
 
 void Windows_Window::Start(Registry& registry, Create_File_System_Object create_object) {
-  Gate.Start_Up([&]() -> frmMain& { return Main(*this, registry, std::move(create_object)); });
+  Gate.Start_Up(registry, std::move(create_object));
   Finish_Work();
 }
 
@@ -77,7 +76,7 @@ void Windows_Window::Handle_Pending() {
 void Windows_Window::Show() {
   Create_Window();
   ShowWindow(Form, SW_SHOWNORMAL);
-  SetFocus(Handle(Control::cmbRoutes));
+  SetFocus(Handle(Focus_At_Start));
   UpdateWindow(Form);
 }
 
@@ -99,12 +98,10 @@ void Windows_Window::Create_Control(const Control_Row& row) {
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(Command_Id(row.Id))),
                            GetModuleHandleW(nullptr), nullptr);
   Apply_Enabled(row);
-  if (row.Id == Control::optDynamic_0) SendMessageW(handle, BM_SETCHECK, BST_CHECKED, 0);
-  if (row.Id == Control::txtMessages) Log.Attach(handle);
+  if (row.Id == Selected_At_Start) SendMessageW(handle, BM_SETCHECK, BST_CHECKED, 0);
+  if (row.Id == Log_Control) Log.Attach(handle);
   if (row.Type == Control_Type::Text_Box) Paste_First_Line_Only(handle);
-  if (Drop_List* list = List_Of(row.Id)) {
-    list->Attach(handle, row.Id == Control::cmbRoutes ? Routes : Tracks);
-  }
+  if (Drop_List* list = List_Of(row.Id)) list->Attach(handle, Entries.Of(row.Id));
 }
 
 void Windows_Window::Lay_Out() {
@@ -152,8 +149,8 @@ void Windows_Window::Unload() {
 }
 
 Text Windows_Window::Read_Text(Control control) const {
-  if (control == Control::txtMessages) return Log.Content();
-  if (Is_List(control)) return Lists[List_Index(control)].Picked();
+  if (control == Log_Control) return Log.Content();
+  if (Is_List(control)) return Lists[Tab(control)].Picked();
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle(control))) + 1, L'\0');
   text.resize(static_cast<std::size_t>(
       GetWindowTextW(Handle(control), text.data(), static_cast<int>(text.size()))));
@@ -172,18 +169,16 @@ void Windows_Window::Append_Log(Text_View text) {
 void Windows_Window::Enable(Control control, bool enabled) {
   Enabled_States[Tab(control)] = enabled;
   for (const Control_Row& row : Control_Table) {
-    const bool inside = control == Control::Transform && row.Parent == Control_Parent::Transform;
-    if (row.Id == control || inside) Apply_Enabled(row);
+    if (row.Id == control || row.Parent == control) Apply_Enabled(row);
   }
 }
 
 // The frame and its content are siblings for the system: it does not know that one holds the other.
 void Windows_Window::Apply_Enabled(const Control_Row& row) {
-  const bool inside = row.Parent == Control_Parent::Transform;
-  const bool frame_enabled = !inside || Enabled_States[Tab(Control::Transform)];
+  const bool frame_enabled = !row.Parent || Enabled_States[Tab(*row.Parent)];
   const HWND handle = Handle(row.Id);
   const bool enabled = Enabled_States[Tab(row.Id)] && frame_enabled;
-  if (!enabled && GetFocus() == handle) SetFocus(Handle(Control::cmdQuit));
+  if (!enabled && GetFocus() == handle) SetFocus(Handle(Quit_Control));
   EnableWindow(handle, enabled);
 }
 
@@ -192,8 +187,7 @@ bool Windows_Window::Read_Value(Control option) const {
 }
 
 void Windows_Window::Add_Item(Control list, Text_View entry) {
-  if (list == Control::cmbRoutes) Routes.Add(entry);
-  if (list == cmbTracks(0)) Tracks.Add(entry);
+  Entries.Add(list, entry);
 }
 
 void Windows_Window::Set_Pointer(Pointer pointer) {
@@ -240,7 +234,7 @@ void Windows_Window::Yield() {
 }
 
 Drop_List* Windows_Window::List_Of(Control control) {
-  return Is_List(control) ? &Lists[List_Index(control)] : nullptr;
+  return Is_List(control) ? &Lists[Tab(control)] : nullptr;
 }
 
 Drop_List* Windows_Window::List_Of(HWND window) {

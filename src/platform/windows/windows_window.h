@@ -4,12 +4,12 @@
 
 #include <array>
 
-#include "app/main.h"
 #include "platform/windows/drop_list.h"
 #include "platform/windows/log_box.h"
 #include "platform/windows/measures.h"
 #include "platform/windows/win32.h"
 #include "window/event_gate.h"
+#include "window/list_entries.h"
 #include "window/repaint_pace.h"
 #include "window/sorted_list.h"
 #include "window/window.h"
@@ -87,9 +87,8 @@ class Windows_Window : public Window {
   Owned_Font Font;
   std::array<HWND, Control_Count> Handles{};
   std::array<bool, Control_Count> Enabled_States{};
-  std::array<Drop_List, Row_Count + 1> Lists;  // of cmbRoutes, then of each cmbTracks
-  Sorted_List Routes;
-  Sorted_List Tracks;  // of all five lists of cmbTracks
+  std::array<Drop_List, Control_Count> Lists;  // of the controls that are lists
+  List_Entries<Sorted_List> Entries;
   Log_Box Log;
   HWND Last_Focus = nullptr;
   Pointer Current_Pointer = Pointer::Default;

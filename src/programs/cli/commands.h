@@ -48,7 +48,7 @@ int Answer_From_Terminal();
 
 // Names the files that the update just made has replaced though they were no longer what the check
 // had read.
-void Show_Changed_Files(const Console_Window& window);
+void Show_Changed_Files(Console_Window& window);
 
 int List_Routes(Console_Window& window, Output& output);
 int Run_Command(Console_Window& window, Control button, const Route_Settings& settings);

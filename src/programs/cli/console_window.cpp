@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/watched_files.h"
 #include "platform/machine.h"
 #include "platform/memory/fixed_registry.h"
+#include "programs/cli/watched_files.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 
@@ -53,7 +53,7 @@ void Console_Window::Yield() {
 }
 
 void Console_Window::Show_Recovery() {
-  const std::vector<Text>& lines = Form().Recovery_Lines();
+  const std::vector<Text>& lines = Installed().Recovery_Lines;
   for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {
     if (!Shows_Log) Write_Error(Text_View(lines[Recovery_Shown]));
   }

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "app/watched_files.h"
+#include "programs/cli/watched_files.h"
 
 namespace rivelt {
 

@@ -76,8 +76,8 @@ int Answer_From_Terminal() {
   return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
 }
 
-void Show_Changed_Files(const Console_Window& window) {
-  for (const Text& place : window.Form().Changed_Since_Check()) {
+void Show_Changed_Files(Console_Window& window) {
+  for (const Text& place : window.Installed().Changed_Since_Check) {
     Write_Error(Text_View(u"Had changed since the check, and is in the backup: " + place));
   }
 }
@@ -90,7 +90,8 @@ int List_Routes(Console_Window& window, Output& output) {
   const Sorted_List& routes = window.List(Control::cmbRoutes);
   for (std::size_t row = 0; row < routes.Count(); ++row) {
     const Text& route = routes.Entry(row);
-    output.Write(Text_View(route + u"\t" + window.Form().Folder_Of_Route(route) + u"\n"));
+    output.Write(
+        Text_View(route + u"\t" + window.Installed().Route_Folders.Look_Up(route) + u"\n"));
   }
   return Exit_Done;
 }
@@ -107,7 +108,10 @@ int Run_Command(Console_Window& window, Control button, const Route_Settings& se
   window.Clear_Status();
   if (button == Control::cmdUpdate) {
     Show_Changed_Files(window);
-    if (window.Failed()) window.Form().Recover_Before_End();
+    if (window.Failed()) {
+      const Text route = window.Read_Text(Control::cmbRoutes);
+      window.Installed().Recover_Before_End(window.Installed().Route_Folders.Look_Up(route));
+    }
   }
   if (settings.Log_File) Save_Log(window, *settings.Log_File);
   return Status_Of(window);

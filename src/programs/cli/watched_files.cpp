@@ -1,4 +1,4 @@
-#include "app/watched_files.h"
+#include "programs/cli/watched_files.h"
 
 #include <utility>
 #include <vector>
