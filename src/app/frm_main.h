@@ -105,7 +105,6 @@ class frmMain {
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
 
-  bool Stopped = false;  // Fatal_Error was called; nothing leads out of this state
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
 };
 

@@ -22,6 +22,9 @@ class Open_Installation {
   Text Root;  // folder path to which "\routes" and the like are appended directly
   Keyed_Collection<Text> Route_Folders;  // display name -> folder name
 
+  bool Stopped = false;      // Fatal_Error was called; nothing leads out of this state
+  bool Whole_Route = false;  // a check converts all that uses the route's own numbers
+
   // The files that the last Update has replaced though they were no longer what the check had read.
   std::vector<Text> Changed_Since_Check;
 

@@ -19,7 +19,7 @@ void frmMain::cmdUpdate_Click() try {
   Set_Log(Concatenate({u"Updating: ", route, u", this will take some time", NL}));
   Do_Check();
   // What a failed conversion has staged can be a part of the route.
-  if (Stopped) throw Failure();
+  if (Installed.Stopped) throw Failure();
   Move_Staged_Files();
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();

@@ -2,7 +2,10 @@
 
 #include <utility>
 
+#include "app/ignoring_failures.h"
 #include "app/main.h"
+#include "commands/restore_command.h"
+#include "window/form_menu.h"
 
 namespace rivelt {
 
@@ -16,6 +19,28 @@ void Event_Gate::Raise(Control control) {
   } else if (!Is_Working && Form != nullptr) {
     Run([&] { Run_Event(Row_Of(control)); });
   }
+}
+
+void Event_Gate::Toggle_Whole_Route() {
+  if (Menu_Enabled()) Opened.Whole_Route = !Opened.Whole_Route;
+}
+
+std::vector<Text> Event_Gate::Restorable() const {
+  std::vector<Text> times;
+  if (!Menu_Enabled()) return times;
+  Ignoring_Failures([&] {
+    const Text route = Opened.Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
+    for (const Backup& backup : List_Backups(*Opened.Files, Opened.Root)) {
+      const bool is_meant = backup.Route == route && backup.Kind == Backup::State::Finished;
+      if (is_meant) times.insert(times.begin(), backup.Time);
+    }
+  });
+  if (times.size() > Most_Restorable) times.resize(Most_Restorable);
+  return times;
+}
+
+void Event_Gate::Restore(const Text& time) {
+  if (Menu_Enabled()) Run([&] { Restore_From_Menu(Form_Window, Opened, time); });
 }
 
 void Event_Gate::Close() {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "app/frm_main.h"
 #include "window/controls.h"
@@ -29,6 +30,13 @@ class Event_Gate {
 
   // The user has pressed, picked, selected or changed the control.
   void Raise(Control control);
+
+  // The form's menu. Nothing happens while its entries are grey.
+  bool Menu_Enabled() const { return !Is_Working && Form != nullptr && !Opened.Stopped; }
+  void Toggle_Whole_Route();
+  // Times of the picked route's backups, newest first, at most Most_Restorable.
+  std::vector<Text> Restorable() const;
+  void Restore(const Text& time);
 
   // The user wants the window gone, by Quit or by the platform's own means.
   void Close();

@@ -40,6 +40,13 @@ class Memory_Window : public Window {
   bool Press(Control button);
   void Close() { Gate.Close(); }
 
+  // The form's menu, as the user sees it and picks from it.
+  bool Menu_Enabled() const { return Gate.Menu_Enabled(); }
+  bool Whole_Route() { return Installed().Whole_Route; }
+  void Toggle_Whole_Route() { Gate.Toggle_Whole_Route(); }
+  std::vector<Text> Restorable() const { return Gate.Restorable(); }
+  void Restore(const Text& time) { Gate.Restore(time); }
+
   // Prepared answers, taken in their order. Without one a message box is answered by OK and a save
   // dialog is cancelled.
   std::deque<int> Box_Answers;
