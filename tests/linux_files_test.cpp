@@ -153,7 +153,8 @@ TEST_F(Linux_Files, A_World_File_Renamed_In_Case_Is_Replaced_And_Comes_Back_Unde
     const auto staged = Files().GetFolder(Path(u"Quenby/tmp"))->Files();
     for (const auto& file : staged) {
       update.Require_As_Kept(places::Place_Of_Staged(file->name()));
-      const Text place = places::Destination(Path(u""), u"A", file->name());
+      const Text place =
+          places::Destination(Path(u""), u"A", places::Place_Of_Staged(file->name()));
       Files().DeleteFile(place, true);
       if (is_whole || file->name() == u"b.w") file->Move(place);
     }

@@ -15,6 +15,7 @@
 #include "app/open_installation.h"
 #include "app/registry_service.h"
 #include "backup/route_update.h"
+#include "convert/rebase_tsection.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
 #include "window/window.h"
@@ -71,7 +72,12 @@ class frmMain {
   void Prepare_Staging_Folder();
   void Do_Tsection();
   void Do_World();
-  void Convert_World_File(File& file);
+  bool Convert_World_File(File& file);  // false: the walk has to end
+
+  // The rest of a route as a whole: its track objects of its own shapes and its databases.
+  bool Moves_Whole_Route() const;
+  void Do_Databases();
+  void Convert_Database(Text_View name);
 
   // Paths below the installation root.
   const Text& Current_Route_Folder() const;  // its name; Failure: no route is picked
@@ -80,11 +86,14 @@ class frmMain {
 
   // Writes a converted copy of the file that was read in that state.
   void Stage(Text_View name, Text_View text, const File_State& original);
+  void Empty_Folder(const Text& path);
 
   // The steps of the commands behind Do_Check.
   void Report_Staged_Files();
   void Move_Staged_Files();
-  std::vector<Replacement> Replacements_By(const Collection<File>& staged_files) const;
+  Collection<File> Staged_Databases() const;
+  Replacement Replacement_By(Text_View name, Text_View place) const;
+  void Replace(const Route_Update& update, File& file, Text_View place);
 
   Window& Form_Window;
   Registry& System_Registry;
@@ -104,6 +113,8 @@ class frmMain {
   Long Reserved_Shapes = 0;
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
+  Own_Numbers Own;          // the current route's local ids before they moved
+  bool Last_Whole = false;  // whether the last check converted the route as a whole
 
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
 };

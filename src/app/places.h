@@ -53,12 +53,24 @@ inline Text Staging(Text_View root) {
   return Concatenate({root, u"\\Quenby\\tmp"});
 }
 
+// The converted databases of a route, which the flat files' count and walk leave alone.
+inline constexpr Text_View Databases_Folder = u"route";
+
+inline Text Staged_Databases(Text_View root) {
+  return Below(Staging(root), Databases_Folder);
+}
+
+// A catalogue of the route's own, which one simulator reads in place of the global one.
+inline Text Own_Catalogue(Text_View root, Text_View route) {
+  return Concatenate({root, u"\\routes\\", route, u"\\OpenRails\\", Tsection});
+}
+
 // Where a staged file goes below the route's folder. Its exact name decides.
 inline Text Place_Of_Staged(Text_View name) {
   return name == Tsection ? Text(name) : Below(World_Folder, name);
 }
-inline Text Destination(Text_View root, Text_View route, Text_View name) {
-  return Concatenate({root, u"\\Routes\\", route, u"\\", Place_Of_Staged(name)});
+inline Text Destination(Text_View root, Text_View route, Text_View place) {
+  return Concatenate({root, u"\\Routes\\", route, u"\\", place});
 }
 
 }  // namespace rivelt::places

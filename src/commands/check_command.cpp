@@ -24,6 +24,10 @@ void frmMain::Report_Staged_Files() {
   const Long count = FSO->GetFolder(Staging_Folder())->Files().Count();
   if (count > 0) {
     Add_Line(Concatenate({NL, Number_Text(count), u" updated files are in Quenby\\tmp"}));
+    if (const Long databases = Staged_Databases().Count()) {
+      Add_Line(
+          Concatenate({Number_Text(databases), u" updated databases are in Quenby\\tmp\\route"}));
+    }
     Add_Line(u"You may look them over before updating");
   } else {
     Add_Line(NL + u"No update needed");

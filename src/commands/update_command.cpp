@@ -38,29 +38,47 @@ void frmMain::Move_Staged_Files() {
     Add_Line(NL + u"No update needed");
     return;
   }
-  update.Keep_Originals(Replacements_By(staged_files));
+  const auto databases = Staged_Databases();
+  std::vector<Replacement> replacements;
   for (const auto& file : staged_files) {
-    const Text destination = places::Destination(MSTS_Path, Current_Route_Folder(), file->name());
-    update.Require_As_Kept(places::Place_Of_Staged(file->name()));
-    FSO->DeleteFile(destination, true);
-    file->Move(destination);
+    replacements.push_back(Replacement_By(file->name(), places::Place_Of_Staged(file->name())));
   }
+  for (const auto& file : databases) {
+    replacements.push_back(
+        Replacement_By(places::Below(places::Databases_Folder, file->name()), file->name()));
+  }
+  update.Keep_Originals(replacements);
+  for (const auto& file : staged_files) {
+    Replace(update, *file, places::Place_Of_Staged(file->name()));
+  }
+  for (const auto& file : databases) Replace(update, *file, file->name());
   update.Complete();
   Installed.Changed_Since_Check = update.Changed_Since_Check();
   Add_Line(NL + u"Finished updating ");
 }
 
-std::vector<Replacement> frmMain::Replacements_By(const Collection<File>& staged_files) const {
-  std::vector<Replacement> replacements;
-  for (const auto& file : staged_files) {
-    const Text name = file->name();
-    Replacement& replacement = replacements.emplace_back();
-    replacement.Place = places::Place_Of_Staged(name);
-    replacement.Source = places::Below(places::Staging_Name, name);
-    const auto checked = Checked_Files.find(name);
-    if (checked != Checked_Files.end()) replacement.As_Checked = checked->second;
-  }
-  return replacements;
+// Those of a check that has converted the route as a whole.
+Collection<File> frmMain::Staged_Databases() const {
+  const Text folder = places::Staged_Databases(MSTS_Path);
+  if (!Last_Whole || !FSO->FolderExists(folder)) return Collection<File>({});
+  return FSO->GetFolder(folder)->Files();
+}
+
+// name is below the staging folder.
+Replacement frmMain::Replacement_By(Text_View name, Text_View place) const {
+  Replacement replacement;
+  replacement.Place = place;
+  replacement.Source = places::Below(places::Staging_Name, name);
+  const auto checked = Checked_Files.find(Text(name));
+  if (checked != Checked_Files.end()) replacement.As_Checked = checked->second;
+  return replacement;
+}
+
+void frmMain::Replace(const Route_Update& update, File& file, Text_View place) {
+  const Text destination = places::Destination(MSTS_Path, Current_Route_Folder(), place);
+  update.Require_As_Kept(place);
+  FSO->DeleteFile(destination, true);
+  file.Move(destination);
 }
 
 }  // namespace rivelt

@@ -10,11 +10,17 @@ void frmMain::Do_Check() try {
   } else if (Settings_Unchanged()) {
     return;
   }
+  const Text own_catalogue = places::Own_Catalogue(MSTS_Path, Current_Route_Folder());
+  if (Installed.Whole_Route && FSO->FileExists(own_catalogue)) {
+    return Fatal_Error(u"This route has a catalogue of its own in OpenRails!");
+  }
   Prepare_Staging_Folder();
   Do_Tsection();
   Do_World();
+  if (!Installed.Stopped) Do_Databases();
   Last_Route = Form_Window.Read_Text(Control::cmbRoutes);
   Last_Option = Form_Window.Read_Value(Control::optDynamic_0);
+  Last_Whole = Installed.Whole_Route;
   Transforms_Changed = false;
   Installed.Restored_Since_Check = false;
 } catch (const std::exception&) {
@@ -24,7 +30,8 @@ void frmMain::Do_Check() try {
 bool frmMain::Settings_Unchanged() const {
   return !Installed.Restored_Since_Check &&
          Form_Window.Read_Text(Control::cmbRoutes) == Last_Route &&
-         Form_Window.Read_Value(Control::optDynamic_0) == Last_Option;
+         Form_Window.Read_Value(Control::optDynamic_0) == Last_Option &&
+         Installed.Whole_Route == Last_Whole;
 }
 
 void frmMain::Rebuild_Transforms() {
@@ -45,8 +52,14 @@ void frmMain::Prepare_Staging_Folder() {
   Installed.Recover_Route(Current_Route_Folder());
   Make_Folder(Staging_Folder());
   Checked_Files.clear();
-  const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
-  for (const auto& file : staged_files) file->Delete(true);
+  Empty_Folder(Staging_Folder());
+  const Text databases = places::Staged_Databases(MSTS_Path);
+  if (Installed.Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
+}
+
+void frmMain::Empty_Folder(const Text& path) {
+  const auto files = FSO->GetFolder(path)->Files();
+  for (const auto& file : files) file->Delete(true);
 }
 
 void frmMain::Make_Folder(const Text& path) {

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "app/frm_main.h"
 #include "app/places.h"
 #include "convert/rebase_tsection.h"
@@ -7,14 +9,16 @@ namespace rivelt {
 void frmMain::Do_Tsection() try {
   Section_Delta = 0;
   Shape_Delta = 0;
+  Own = {};
   const auto file = FSO->GetFile(places::Local_Catalogue(MSTS_Path, Current_Route_Folder()));
   const File_State state = file->State();
   const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(u"Local tsection.dat");
-  const Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
-                                                   [this](Text_View line) { Add_Line(line); });
+  Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
+                                             [this](Text_View line) { Add_Line(line); });
   Section_Delta = rebased.Section_Delta;
   Shape_Delta = rebased.Shape_Delta;
+  Own = std::move(rebased.Own);
   if (Section_Delta == 0 && Shape_Delta == 0) return;
   Stage(places::Tsection, rebased.Output, state);
 } catch (const std::exception&) {

@@ -2,6 +2,7 @@
 
 #include "app/frm_main.h"
 #include "app/places.h"
+#include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "text/primitives.h"
 
@@ -17,20 +18,22 @@ bool Is_World_File(const File& file) {
 void frmMain::Do_World() try {
   const auto files = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()))->Files();
   for (const auto& file : files) {
-    if (Is_World_File(*file)) Convert_World_File(*file);
+    if (Is_World_File(*file) && !Convert_World_File(*file)) return;
   }
 } catch (const std::exception&) {
   Fatal_Error(u"Had problems reading route w-files!");
 }
 
-void frmMain::Convert_World_File(File& file) {
+bool frmMain::Convert_World_File(File& file) {
   const Log_Line log = [this](Text_View line) { Add_Line(line); };
   const File_State state = file.State();
   Text output = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(Concatenate({NL, u"world\\", file.name()}));
   if (Find_Text(1, output, u"Tr_Worldfile") == 0) {
     Add_Line(u"file is binary, please convert to text with ffedit");
-    return;
+    if (!Moves_Whole_Route()) return true;
+    Fatal_Error(u"A world file is binary, please convert it to text with ffedit!");
+    return false;
   }
   Long dyntrack_count = 0;
   if (Section_Delta != 0 || Shape_Delta != 0) {
@@ -38,15 +41,21 @@ void frmMain::Convert_World_File(File& file) {
     output = std::move(passed.Output);
     dyntrack_count = passed.Count;
   }
+  const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
   Long change_count = 0;
-  if (Form_Window.Read_Value(Control::optDynamic_1)) {
-    const Shape_Tables tables{[this](Text_View name) { return Map_Shape(name); },
-                              [this](Text_View name) { return Shape_Id(name); }};
-    Passed_World passed = Check_Track_Objects(output, tables, log);
+  if (Moves_Whole_Route() && Shape_Delta != 0) {
+    Passed_World passed = Rebase_Own_Shapes(output, Own, Shape_Delta, shape_id, log);
     output = std::move(passed.Output);
     change_count = passed.Count;
   }
+  if (Form_Window.Read_Value(Control::optDynamic_1)) {
+    const Shape_Tables tables{[this](Text_View name) { return Map_Shape(name); }, shape_id};
+    Passed_World passed = Check_Track_Objects(output, tables, log);
+    output = std::move(passed.Output);
+    change_count += passed.Count;
+  }
   if (dyntrack_count != 0 || change_count != 0) Stage(file.name(), output, state);
+  return true;
 }
 
 }  // namespace rivelt

@@ -2,16 +2,19 @@
 #include "app/ignoring_failures.h"
 #include "app/places.h"
 #include "routes/route_name.h"
+#include "routes/trk_file.h"
 #include "text/primitives.h"
 
 namespace rivelt {
-namespace {
 
-bool Is_Trk_File(const File& file) {
-  return Upper_Text(Right_Text(file.name(), 4)) == u".TRK";
+std::optional<Text> Trk_Text(const Folder& route_folder) {
+  const auto files = route_folder.Files();
+  for (const auto& file : files) {
+    if (Upper_Text(Right_Text(file->name(), 4)) != u".TRK") continue;
+    return file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  }
+  return std::nullopt;
 }
-
-}  // namespace
 
 Text Route_Display_Name(Text_View trk_text) {
   Position position = Find_Text(1, trk_text, u"Name");
@@ -33,16 +36,11 @@ bool frmMain::Read_Routes() try {
 }
 
 void frmMain::Read_Route(const Folder& folder) {
-  const Text folder_name = folder.name();
-  const auto files = folder.Files();
-  for (const auto& file : files) {
-    if (!Is_Trk_File(*file)) continue;
-    const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
-    const Text route_name = Route_Display_Name(text);
-    Ignoring_Failures([&] { Route_Folders.Add(folder_name, route_name); });
-    Ignoring_Failures([&] { Form_Window.Add_Item(Control::cmbRoutes, route_name); });
-    return;
-  }
+  const auto text = Trk_Text(folder);
+  if (!text) return;
+  const Text route_name = Route_Display_Name(*text);
+  Ignoring_Failures([&] { Route_Folders.Add(folder.name(), route_name); });
+  Ignoring_Failures([&] { Form_Window.Add_Item(Control::cmbRoutes, route_name); });
 }
 
 }  // namespace rivelt

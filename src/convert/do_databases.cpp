@@ -1,0 +1,42 @@
+#include "app/frm_main.h"
+#include "app/places.h"
+#include "convert/whole_route.h"
+#include "routes/route_name.h"
+#include "routes/trk_file.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+
+bool frmMain::Moves_Whole_Route() const {
+  return Installed.Whole_Route && (Section_Delta != 0 || Shape_Delta != 0);
+}
+
+void frmMain::Do_Databases() try {
+  if (!Moves_Whole_Route()) return;
+  const auto folder = FSO->GetFolder(places::Route(MSTS_Path, Current_Route_Folder()));
+  const auto name = Trk_Database_Name(Trk_Text(*folder).value_or(u""));
+  if (!name) return Add_Line(u"No track database: ");
+  for (const Text_View ending : {u".tdb", u".rdb"}) Convert_Database(Concatenate({*name, ending}));
+} catch (const std::exception&) {
+  Fatal_Error(u"Had problems reading the track database!");
+}
+
+void frmMain::Convert_Database(Text_View name) {
+  const Text path = places::Below(places::Route(MSTS_Path, Current_Route_Folder()), name);
+  if (!FSO->FileExists(path)) {
+    if (name.ends_with(u".tdb")) Add_Line(Concatenate({u"No track database: ", name}));
+    return;
+  }
+  const auto file = FSO->GetFile(path);
+  const File_State state = file->State();
+  const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  Add_Line(Concatenate({NL, file->name()}));
+  const Rebased_Database rebased = Rebase_Track_Database(text, Own, Section_Delta, Shape_Delta);
+  Add_Line(Concatenate({Number_Text(rebased.Section_Count), u" section numbers,",
+                        Number_Text(rebased.Shape_Count), u" shape numbers"}));
+  if (rebased.Section_Count == 0 && rebased.Shape_Count == 0) return;
+  Make_Folder(places::Staged_Databases(MSTS_Path));
+  Stage(places::Below(places::Databases_Folder, file->name()), rebased.Output, state);
+}
+
+}  // namespace rivelt
