@@ -336,6 +336,86 @@ TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothin
   EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Moved_Local);
 }
 
+class Whole_Conversion : public Small_Installation {
+ protected:
+  Whole_Conversion() {
+    Train.Put(u"routes\\A\\a.trk", u"Name ( A ) FileName ( \"The Line\" )")
+        .Put(u"routes\\A\\THE LINE.tdb", Small_Database(u"300", u"360"));
+    Train.Put(u"routes\\A\\world\\w-5.w",
+              u"Tr_Worldfile ( TrackObj ( SectionIdx ( 360 ) FileName ( own.s ) ) "
+              u"TrackObj ( SectionIdx ( 77 ) FileName ( New.s ) ) )");
+    Train.Disk.Remove(u"\\train\\routes\\A\\world\\w-3.w");
+  }
+  const Text Old_Content = u"old";
+};
+
+TEST_F(Whole_Conversion, Moves_Objects_And_Databases_Of_The_Routes_Own_Numbers_With_The_Switch_Only) {
+  Train.Put(u"Quenby\\tmp\\route\\left over.tdb", Old_Content);
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
+  EXPECT_EQ(Train.Content(u"Quenby\\tmp\\route\\left over.tdb"), Old_Content);
+  Window.Toggle_Whole_Route();
+  Window.Press(cmdCheck);
+  const Lines own{u"",
+                  u"world\\w-5.w",
+                  u" 0 dynamic tracks",
+                  u" 1 track objects of the route's own shapes",
+                  u"",
+                  u"THE LINE.tdb",
+                  u" 1 section numbers, 2 shape numbers"};
+  const Lines staged{u"", u" 3 updated files are in Quenby\\tmp",
+                     u" 1 updated databases are in Quenby\\tmp\\route", Two_Staged.back()};
+  EXPECT_EQ(Log(), Joined(Joined({Checking}, Passes), own, staged));
+  EXPECT_EQ(Train.Disk.Names(u"\\train\\Quenby\\tmp\\route"), Lines{u"THE LINE.tdb"});
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Log(), (Lines{Updating, u"", u"Finished updating "}));
+  EXPECT_EQ(Train.Content(u"routes\\A\\THE LINE.tdb"), Small_Database(u"400", u"500"));
+  EXPECT_NE(Train.Content(u"routes\\A\\world\\w-5.w").find(u"SectionIdx ( 500 )"), Text::npos);
+  EXPECT_EQ(Train.Disk.Names(u"\\train\\Quenby\\tmp\\route"), Lines{});
+
+  ASSERT_EQ(Window.Restorable().size(), 1u);
+  Window.Restore(Window.Restorable()[0]);
+  EXPECT_EQ(Train.Content(u"routes\\A\\THE LINE.tdb"), Small_Database(u"300", u"360"));
+  EXPECT_EQ(Log(), (Lines{u"Restoring: A", u"THE LINE.tdb", u"tsection.dat", u"world\\w-1.w",
+                          u"world\\w-5.w", u"Finished restoring "}));
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Log(), Joined(Joined({Checking}, Passes), own, staged)) << "a full one";
+}
+
+TEST_F(Whole_Conversion, What_Cannot_Be_Converted_Whole_Stops_The_Program_And_Nothing_Moves) {
+  const struct {
+    Text_View Path, Content, Message;
+  } cases[] = {
+      {u"routes\\A\\THE LINE.tdb", u"TrackDB ( TrVectorSections ( 1 7 ) )",
+       u"Had problems reading the track database!"},
+      {u"routes\\A\\world\\w-9.w", u"JINX0w0b",
+       u"A world file is binary, please convert it to text with ffedit!"},
+      {u"routes\\A\\OpenRails\\tsection.dat", u"",
+       u"This route has a catalogue of its own in OpenRails!"},
+  };
+  for (const auto& [path, content, message] : cases) {
+    Installation train(Train);
+    train.Put(path, content);
+    Memory_Window window;
+    Start(window, Registry_Value, train);
+    window.Pick(cmbRoutes, u"A");
+    window.Toggle_Whole_Route();
+    window.Press(cmdUpdate);
+    EXPECT_EQ(Lines_Of(window.Log())[0], message);
+    EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), Small_Local) << To_Utf8(message);
+    EXPECT_FALSE(window.Menu_Enabled());
+    window.Toggle_Whole_Route();
+    EXPECT_TRUE(window.Whole_Route());
+  }
+}
+
+TEST_F(Whole_Conversion, A_Route_Already_In_Line_Stages_No_Database_And_Fails_At_No_Binary_File) {
+  Train.Put(u"routes\\A\\tsection.dat", Moved_Local).Put(u"routes\\A\\world\\w-9.w", u"JINX0w0b");
+  Window.Toggle_Whole_Route();
+  Window.Press(cmdCheck);
+  EXPECT_TRUE(Window.Log().ends_with(u"\r\nNo update needed\r\n"));
+}
+
 TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {
   Window.Pick(cmbRoutes, u"B");
   Train.Route(u"B").Local(u"SectionCurve ( 0 ) 300 10 no index");

@@ -78,6 +78,13 @@ inline Text Small_World(Text_View section, Text_View shape) {
   return text + Concatenate({u"SectionIdx ( ", shape, u" ) ) )"});
 }
 
+// A database with a section, a shape and a junction of the route's own, and one of the catalogue's.
+inline Text Small_Database(Text_View section, Text_View shape) {
+  const Text rest = u" 1 1 1 2 0 00 1 1 0 0 0 0 0 0 ";
+  return Concatenate({u"TrackDB ( TrVectorSections ( 2 ", section, u" ", shape, rest, u"7 31", rest,
+                      u") TrJunctionNode ( 0 ", shape, u" 0 ) )"});
+}
+
 inline void Put_Small_Route(Installation& installation, Text_View name) {
   installation.Route(name).Local(Small_Local).World(u"w-1.w", Small_World(u"300", u"360"));
   installation.World(u"w-2.W",

@@ -66,16 +66,14 @@ using Route_State = std::map<Text, Text>;
 
 const Text Backup_Folder = u"\\train\\Quenby\\backup";
 
-const Route_State Before{{u"a.trk", u"Name ( A )"},
-                         {u"TSection.DAT", Text(Small_Local)},
-                         {u"world\\w-1.w", Small_World(u"300", u"360")},
-                         {u"world\\w-2.w", Small_World(u"301", u"361")},
-                         {u"world\\w-3.w", u"Tr_Worldfile ( )"}};
-const Route_State After{{u"a.trk", u"Name ( A )"},
-                        {u"tsection.dat", Text(Moved_Local)},
-                        {u"world\\w-1.w", Small_World(u"400", u"500")},
-                        {u"world\\w-2.w", Small_World(u"401", u"501")},
-                        {u"world\\w-3.w", u"Tr_Worldfile ( )"}};
+const Route_State Before{
+    {u"a.tdb", Small_Database(u"300", u"360")},     {u"a.trk", u"Name ( A ) FileName ( a )"},
+    {u"TSection.DAT", Text(Small_Local)},           {u"world\\w-1.w", Small_World(u"300", u"360")},
+    {u"world\\w-2.w", Small_World(u"301", u"361")}, {u"world\\w-3.w", u"Tr_Worldfile ( )"}};
+const Route_State After{
+    {u"a.tdb", Small_Database(u"400", u"500")},     {u"a.trk", u"Name ( A ) FileName ( a )"},
+    {u"tsection.dat", Text(Moved_Local)},           {u"world\\w-1.w", Small_World(u"400", u"500")},
+    {u"world\\w-2.w", Small_World(u"401", u"501")}, {u"world\\w-3.w", u"Tr_Worldfile ( )"}};
 
 Route_State Files_Below(const Installation& train, const Text& folder) {
   Route_State files;
@@ -125,6 +123,7 @@ class Session {
         return Watched_Files(std::make_unique<Memory_Files>(Train.Disk), Injected);
       });
       Window.Pick(cmbRoutes, u"A");
+      if (!Window.Whole_Route()) Window.Toggle_Whole_Route();
       work(*this);
     } catch (const Process_End&) {
       Lose_Power();
