@@ -135,6 +135,29 @@ TEST_F(Form, The_Lock_Goes_With_The_Window) {
   EXPECT_TRUE(checks(Window));
 }
 
+// The registry of a machine: one value, and a record of the keys that were opened.
+struct Registry_Of_A_Machine : Fixed_Registry {
+  using Fixed_Registry::Fixed_Registry;
+  Long RegOpenKeyExA(Registry_Key root, std::string_view subkey, Long options, Long access,
+                     Registry_Key& key) override {
+    EXPECT_EQ(root, Local_Machine);
+    EXPECT_EQ(subkey, "SOFTWARE\\Microsoft\\Microsoft Games\\Train Simulator\\1.0");
+    EXPECT_EQ(std::exchange(Open_Keys, 1), 0);
+    return Fixed_Registry::RegOpenKeyExA(root, subkey, options, access, key);
+  }
+  Long RegQueryValueExA(Registry_Key key, std::string_view name, Long reserved, Long& type,
+                        char* data, Long& size) override {
+    EXPECT_EQ(name, "Path");
+    return Fixed_Registry::RegQueryValueExA(key, name, reserved, type, data, size);
+  }
+  Long RegCloseKey(Registry_Key key) override {
+    --Open_Keys;
+    return Fixed_Registry::RegCloseKey(key);
+  }
+  ~Registry_Of_A_Machine() { EXPECT_EQ(Open_Keys, 0); }
+  int Open_Keys = 0;
+};
+
 // A registry without a key.
 struct Empty_Registry : Fixed_Registry {
   Empty_Registry() : Fixed_Registry("not asked for") {}
@@ -152,7 +175,7 @@ TEST_F(Form, The_Root_Comes_From_The_Registry_Or_Is_The_Parent_Folder) {
     Start(window, registry, train);
     return window.Log().ends_with(u"check/update\r\n");
   };
-  EXPECT_TRUE(finds(Fixed_Registry("\\train"), u"\\train"));
+  EXPECT_TRUE(finds(Registry_Of_A_Machine("\\train"), u"\\train"));
   EXPECT_TRUE(finds(Fixed_Registry("\\tr\xC3\xA4in\\"), u"\\tr\xE4in\\"));
   EXPECT_TRUE(finds(Fixed_Registry(""), u"")) << "only the terminating zero";
   EXPECT_TRUE(finds(Empty_Registry(), u".."));
@@ -317,6 +340,7 @@ TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothin
   EXPECT_EQ(Train.Content(u"routes\\A\\world\\w-1.w"), Small_World(u"400", u"500"));
   EXPECT_EQ(Train.Content(u"routes\\B\\tsection.dat"), Small_Local);
   EXPECT_EQ(Train.Staged(), Lines{});
+  EXPECT_EQ(Window.Beeps(), 1);
   Window.Press(cmdUpdate);
   EXPECT_EQ(Log(), Joined({Updating}, No_Update));
   Window.Press(cmdCheck);

@@ -84,17 +84,22 @@ bool Give_Up_Rare_Calls() {
          prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }
 
-// What becomes of the next file without a name that is to get one.
-bool Let_No_Link_Be_Made(unsigned outcome) {
+// What becomes of every call of that number.
+bool Refuse(unsigned call, unsigned outcome) {
   sock_filter program[] = {
       BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_linkat, 0, 1),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1),
       BPF_STMT(BPF_RET | BPF_K, outcome),
       BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
   };
   const sock_fprog filter = {std::size(program), program};
   return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
          prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+// That no file without a name gets one.
+bool Let_No_Link_Be_Made(unsigned outcome) {
+  return Refuse(SYS_linkat, outcome);
 }
 
 bool Give_Up_Being_Root() {
@@ -254,6 +259,32 @@ TEST_F(Linux_Files, On_A_Simple_File_System_Writing_And_Moving_Keep_Their_Promis
     EXPECT_THROW(stream->Close(), Failure);
     EXPECT_EQ(Machine.Bytes(u"late"), "theirs");
   });
+}
+
+TEST_F(Linux_Files, What_The_Disk_Refuses_Is_A_Failure_And_Leaves_No_File) {
+  Run_Without([] { return Refuse(SYS_writev, SECCOMP_RET_ERRNO | EIO); },
+              [&] {
+                const auto stream = Files().CreateTextFile(Path(u"a.w"), true, true);
+                EXPECT_THROW(stream->Write(u"x"), Failure);
+                EXPECT_THROW(stream->Close(), Failure);
+              });
+  EXPECT_EQ(Machine.Names_In(u""), Names());
+  Run_Without([] { return Refuse(SYS_syncfs, SECCOMP_RET_ERRNO | EIO); },
+              [&] { EXPECT_THROW(Files().Flush(Path(u"")), Failure); });
+}
+
+TEST_F(Linux_Files, What_Cannot_Be_Told_Is_A_Failure_And_A_Name_With_A_Backslash_In_No_Walk) {
+  Machine.Plant_Folder(u"closed");
+  Machine.Plant_Folder(u"closed/inner");
+  Machine.Plant(u"closed/a.w", "");
+  std::ofstream(Native("closed/b\\c.w"));
+  EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(u"closed"))->Files()), Names({u"a.w"}));
+  fs::permissions(Native("closed"), fs::perms(0600));
+  Run_Without(Give_Up_Being_Root, [&] {
+    EXPECT_THROW(Files().FolderExists(Path(u"closed\\inner")), Failure);
+    EXPECT_THROW(Files().FileExists(Path(u"closed\\a.w")), Failure);
+  });
+  fs::permissions(Native("closed"), fs::perms(0700));
 }
 
 TEST_F(Linux_Files_Across_File_Systems,

@@ -7,6 +7,7 @@
 #include <QFontMetricsF>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTemporaryFile>
 #include <QWheelEvent>
 #include <functional>
 
@@ -172,6 +173,18 @@ TEST_F(Qt_Window_Test, Enter_Presses_The_Button_With_The_Focus_And_Escape_Presse
   EXPECT_TRUE(User.Visible()) << "it only closes the list";
   Native_Key(Qt::Key_Escape);
   EXPECT_FALSE(User.Visible());
+}
+
+TEST_F(Qt_Window_Test, Save_Over_A_File_That_Exists_Asks_Nothing) {
+  QTemporaryFile older;
+  ASSERT_TRUE(older.open());
+  const Text path = From_Qt(older.fileName());
+  Disk.Put_File(path, u"an older log");
+  Start();
+  User.Save_As(path);
+  User.Press(cmdSave);
+  EXPECT_EQ(Disk.Content(path), User.Shown_Text(txtMessages));
+  EXPECT_TRUE(User.Boxes().empty());
 }
 
 TEST_F(Qt_Window_Test, Each_Option_Takes_The_Clicks_On_What_Is_Seen_Of_It) {

@@ -9,6 +9,8 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRadioButton>
@@ -94,6 +96,15 @@ class Qt_Window_User : public Window_User {
   }
   bool Selected(Control option) const override {
     return static_cast<QRadioButton&>(Screen.Widget(option)).isChecked();
+  }
+  Text Caption(Control control) const override {
+    const QWidget* widget = &Screen.Widget(control);
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+      return From_Qt(button->text());
+    }
+    if (const auto* frame = qobject_cast<const QGroupBox*>(widget)) return From_Qt(frame->title());
+    const auto* label = qobject_cast<const QLabel*>(widget);
+    return label == nullptr ? Text() : From_Qt(label->text());
   }
   bool Hourglass() const override {
     const QCursor* pointer = QApplication::overrideCursor();

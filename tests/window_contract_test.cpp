@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -117,6 +118,40 @@ TEST_P(Window_Contract, Start_Fills_The_Lists_And_Enables_What_The_Table_Says) {
   EXPECT_FALSE(User->Selected(optDynamic_1));
   EXPECT_FALSE(User->Hourglass());
   EXPECT_TRUE(Log().ends_with(u"\r\n\r\nSelect a route above for check/update\r\n"));
+}
+
+TEST_P(Window_Contract, The_Captions_Are_Where_A_Person_Reads_Them_And_Do_What_They_Say) {
+  Start_And_Pick_First();
+  std::map<std::pair<int, int>, Control> places;
+  for (const Control_Row& row : Control_Table) {
+    if (row.Parent == Control_Parent::Window) places[{row.Top, row.Left}] = row.Id;
+  }
+  std::map<std::string, Control> with_caption;
+  std::string captions;
+  for (const auto& [place, control] : places) {
+    const std::string caption = To_Utf8(User->Caption(control));
+    if (caption.empty()) continue;
+    captions += caption + "|";
+    with_caption[caption] = control;
+  }
+  EXPECT_EQ(
+      captions,
+      "Select route:|Check dynamic track only|Check all track sections|Transform shape|"
+      "&Check|&Update|&Save|&Quit|v1.1, April 2002 - for everyone who keeps a route running|");
+  User->Select(with_caption["Check all track sections"]);
+  EXPECT_TRUE(User->Takes_Input(txtTrack_0));
+  User->Select(with_caption["Check dynamic track only"]);
+  EXPECT_FALSE(User->Takes_Input(txtTrack_0));
+  User->Press(with_caption["&Check"]);
+  EXPECT_TRUE(Log().starts_with(u"Checking: "));
+  User->Press(with_caption["&Update"]);
+  EXPECT_TRUE(Log().starts_with(u"Updating: "));
+  const Text folder = User->Folder_To_Save_In();
+  User->Save_As(folder + (folder[0] == u'/' ? u"/log.txt" : u"\\log.txt"));
+  User->Press(with_caption["&Save"]);
+  EXPECT_EQ(Disk.Names(folder), Texts{u"log.txt"});
+  User->Press(with_caption["&Quit"]);
+  EXPECT_FALSE(User->Visible());
 }
 
 TEST_P(Window_Contract, A_Failed_Start_Leaves_Quit_And_The_Log) {
@@ -236,9 +271,10 @@ TEST_P(Window_Contract, Both_Commands_Report_A_Failure_In_A_Box_And_Go_On) {
   User->Press(cmdCheck);
   Disk.Remove(u"\\train\\Quenby");
   User->Press(cmdCheck);
-  EXPECT_EQ(User->Boxes(), std::vector{Failure_Box(u"Had problems checking this route!")});
   User->Press(cmdUpdate);
-  EXPECT_EQ(User->Boxes().back(), Failure_Box(u"Had problems updating this route!"));
+  EXPECT_EQ(User->Boxes(),
+            (std::vector{Failure_Box(u"Had problems checking this route!"), Confirmation,
+                         Failure_Box(u"Had problems updating this route!")}));
   EXPECT_FALSE(User->Hourglass());
   User->Pick(cmbRoutes, u"a branch line");
   User->Press(cmdCheck);
@@ -249,9 +285,11 @@ TEST_P(Window_Contract, Save_Writes_What_The_Screen_Shows_And_Cancelled_Writes_N
   Start();
   const Text folder = User->Folder_To_Save_In();
   const Text path = folder + (folder[0] == u'/' ? u"/start.txt" : u"\\start.txt");
+  Disk.Put_File(path, u"an older log");
   User->Save_As(path);
   User->Press(cmdSave);
   EXPECT_EQ(Disk.Content(path), Log());
+  EXPECT_TRUE(Disk.Find(path).Node->Is_Narrow);
   User->Press(cmdSave);
   EXPECT_EQ(Disk.Names(folder), Texts{u"start.txt"});
   EXPECT_TRUE(User->Boxes().empty());

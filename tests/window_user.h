@@ -53,6 +53,7 @@ class Window_User {
   virtual Text Shown_Text(Control control) const = 0;   // lines of the log end with CR LF
   virtual std::vector<Text> Entries(Control list) const = 0;
   virtual bool Selected(Control option) const = 0;
+  virtual Text Caption(Control control) const { return Text(Row_Of(control).Caption); }
   virtual bool Hourglass() const = 0;
   virtual std::vector<Seen_Box> Boxes() const { return Seen_Boxes; }  // all so far
 
