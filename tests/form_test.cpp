@@ -324,6 +324,7 @@ TEST_F(Small_Installation,
       EXPECT_TRUE(
           window.Log().starts_with(Concatenate({From_Utf8(message), u"\r\n", Standard_Line})))
           << To_Utf8(window.Log());
+      EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), Small_Local);
       for (const Control_Row& row : Control_Table) {
         const bool stays =
             row.Type == Control_Type::Label || row.Id == cmdQuit || row.Id == txtMessages;
@@ -438,6 +439,67 @@ TEST_F(Whole_Conversion, A_Route_Already_In_Line_Stages_No_Database_And_Fails_At
   Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
   EXPECT_TRUE(Window.Log().ends_with(u"\r\nNo update needed\r\n"));
+
+TEST_F(Small_Installation, Update_Moves_Nothing_That_Was_Staged_Without_The_Lock) {
+  Window.Press(cmdCheck);
+  Train.Disk.Remove(u"\\train\\Quenby");
+  Train.Put(u"Quenby\\tmp\\w-1.w", u"of another program");
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Train.Content(u"routes\\A\\world\\w-1.w"), Small_World(u"300", u"360"));
+}
+
+TEST_F(Small_Installation, A_Restored_File_Is_A_Copy_That_Can_Be_Edited_In_Place) {
+  Window.Press(cmdUpdate);
+  const auto updates = Train.Disk.In_Folder(u"\\train\\Quenby\\backup\\A", true);
+  ASSERT_EQ(updates.size(), 1u);
+  Window.Form().Restore(u"A", Memory_Disk::Name(updates[0].Path));
+  Train.Disk.Edit_In_Place(u"\\train\\routes\\A\\tsection.dat", u"edited");
+  EXPECT_EQ(Train.Disk.Content(updates[0].Path + u"\\tsection.dat"), Small_Local);
+}
+
+// Each update fails between its two files: a folder is in the place of the second.
+TEST_F(Small_Installation, A_Start_Rolls_Back_Each_Route_On_Its_Own_And_A_Check_The_Picked_One) {
+  Put_Small_Route(Train, u"C");
+  Train.Route(u"B").World(u"w-5.w", Small_World(u"300", u"360"));
+  Memory_Window window;
+  Start(window, Registry_Value, Train);
+  const auto in_route = [](Text_View route, Text_View name) {
+    return Concatenate({u"routes\\", route, u"\\", name});
+  };
+  const auto fail_to_update = [&](Text_View route) {
+    window.Pick(cmbRoutes, route);
+    window.Press(cmdCheck);
+    const Text second = u"\\train\\" + in_route(route, u"world\\w-1.w");
+    Train.Disk.Remove(second);
+    Train.Disk.Put_Folder(second);
+    window.Press(cmdUpdate);
+    EXPECT_EQ(Train.Content(in_route(route, u"tsection.dat")), Moved_Local);
+    Train.Disk.Remove(second);
+  };
+  for (const Text_View route : {u"A", u"B", u"C"}) fail_to_update(route);
+  Train.Disk.Remove(u"\\train\\routes\\A\\world");
+  Train.Disk.Edit_In_Place(u"\\train\\routes\\B\\world\\w-5.w", u"edited");
+  Train.Put(u"routes\\B\\world\\.rivelt-1", u"").Put(u"routes\\C\\world\\w-1.w", u"theirs");
+  Train.Disk.Locked_Folders->clear();
+
+  Start();
+  Lines rolled_back = Log();
+  std::erase_if(rolled_back, [](const Text& line) { return line.find(u"update: ") == Text::npos; });
+  EXPECT_EQ(rolled_back, (Lines{u"Could not roll back an unfinished update: A",
+                                u"Rolled back an unfinished update: B",
+                                u"Rolled back an unfinished update: C"}));
+  EXPECT_TRUE(Train.Disk.Locked_Folders->empty());
+  for (const Text_View route : {u"B", u"C"}) {
+    EXPECT_EQ(Train.Content(in_route(route, u"tsection.dat")), Small_Local);
+  }
+  EXPECT_EQ(Train.Content(u"routes\\B\\world\\.rivelt-1"), u"(no such file)");
+  EXPECT_EQ(Train.Content(u"routes\\B\\world\\w-5.w"), u"edited");
+  EXPECT_EQ(Train.Content(u"routes\\C\\world\\w-1.w"), u"theirs");
+
+  Train.Disk.Put_Folder(u"\\train\\routes\\A\\world");
+  Window.Pick(cmbRoutes, u"A");
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Small_Local);
 }
 
 TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {

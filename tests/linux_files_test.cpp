@@ -279,7 +279,7 @@ TEST_F(Linux_Files, What_Cannot_Be_Told_Is_A_Failure_And_A_Name_With_A_Backslash
   Machine.Plant(u"closed/a.w", "");
   std::ofstream(Native("closed/b\\c.w"));
   EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(u"closed"))->Files()), Names({u"a.w"}));
-  fs::permissions(Native("closed"), fs::perms(0600));
+  fs::permissions(Native("closed"), fs::perms(0644));
   Run_Without(Give_Up_Being_Root, [&] {
     EXPECT_THROW(Files().FolderExists(Path(u"closed\\inner")), Failure);
     EXPECT_THROW(Files().FileExists(Path(u"closed\\a.w")), Failure);
