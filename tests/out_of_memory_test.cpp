@@ -1,4 +1,4 @@
-// The program when memory runs out in any part of a session.
+// The program when memory runs out in any part of a session: as if any other step had failed.
 
 #include <gtest/gtest.h>
 
@@ -17,6 +17,7 @@ long Count = 0;
 long Failing = 0;  // the number of the allocation that fails
 int Part = 0;      // of the session
 int Failing_Part = 0;
+bool Raises_Failure = false;  // in the place of the error for want of memory
 
 void Begin_Part() {
   Is_Counting = ++Part == Failing_Part;
@@ -25,14 +26,17 @@ void Begin_Part() {
 }  // namespace
 
 void* operator new(std::size_t size) {
-  if (Is_Counting && ++Count == Failing) throw std::bad_alloc();
+  if (Is_Counting && ++Count == Failing) {
+    if (Raises_Failure) throw rivelt::Failure();
+    throw std::bad_alloc();
+  }
   void* memory = std::malloc(size == 0 ? 1 : size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept try {
   return operator new(size);
-} catch (const std::bad_alloc&) {
+} catch (const std::exception&) {
   return nullptr;
 }
 void operator delete(void* memory) noexcept {
@@ -85,6 +89,7 @@ class Out_Of_Memory : public testing::Test {
         window.Press(button);
       });
       Expect_Message(window);
+      Note(train, window);
     }
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
     Memory_Files files(train.Disk);
@@ -93,6 +98,15 @@ class Out_Of_Memory : public testing::Test {
         Begin_Part();
         window.Form().Restore(u"A", backup.Time);
       });
+    }
+  }
+
+  void Note(const Installation& train, const Memory_Window& window) {
+    Seen += window.Log();
+    for (const auto& box : window.Boxes()) Seen += box.Message;
+    for (const Text_View folder : {u"\\train\\Quenby\\backup\\A", u"\\train\\Quenby\\tmp"}) {
+      Seen += Number_Text(static_cast<Double>(train.Disk.In_Folder(folder, true).size()));
+      Seen += Number_Text(static_cast<Double>(train.Disk.In_Folder(folder, false).size()));
     }
   }
 
@@ -114,6 +128,8 @@ class Out_Of_Memory : public testing::Test {
     Counting_Window window;
     Start(train, window);
     Expect_Message(window);
+    Seen.clear();
+    Note(train, window);
     if (!only_starts) Use_All_Commands(train, window);
     const bool has_failed = Count >= Failing;
     train.Disk.Locked_Folders->clear();
@@ -130,11 +146,19 @@ class Out_Of_Memory : public testing::Test {
   void Play_All(const Installation& train, int part, bool only_starts) {
     Failing_Part = part;
     Failing = 1;
-    while (!HasFailure() && Play(train, only_starts)) Failing += 1 + Failing / 50;
+    while (!HasFailure() && Play(train, only_starts)) {
+      const Text without_memory = Seen;
+      Raises_Failure = true;
+      Play(train, only_starts);
+      Raises_Failure = false;
+      EXPECT_EQ(without_memory, Seen) << "part " << part << ", allocation " << Failing;
+      Failing += 1 + Failing / 50;
+    }
     EXPECT_GT(Failing, 5) << "part " << part;
   }
 
   const Text Local = u"routes\\A\\tsection.dat";
+  Text Seen;  // what is on the screen and below Quenby after each part
   Fixed_Registry Registry_Value{"\\train"};
   std::optional<Installation> Unfinished;  // with an update that was stopped between its moves
 };
