@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <new>
 #include <optional>
+#include <string>
 
 #include "backup/backups.h"
 #include "installation.h"
@@ -159,7 +160,8 @@ class Out_Of_Memory : public testing::Test {
 
   const Text Local = u"routes\\A\\tsection.dat";
   Text Seen;  // what is on the screen and below Quenby after each part
-  Fixed_Registry Registry_Value{"\\train"};
+  // Too long for a string without an allocation; separators in a row are like one.
+  Fixed_Registry Registry_Value{"\\train" + std::string(20, '\\')};
   std::optional<Installation> Unfinished;  // with an update that was stopped between its moves
 };
 

@@ -154,7 +154,8 @@ class Qt_Window_User : public Window_User {
     }
     auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     name->setText(To_Qt(path));
-    QTest::keyClick(name, Qt::Key_Return);
+    // Later, so that a question that comes up then is answered, too.
+    QTimer::singleShot(0, name, [name] { QTest::keyClick(name, Qt::Key_Return); });
   }
 
   QTimer Look_For_Dialogs;
