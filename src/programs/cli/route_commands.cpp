@@ -84,7 +84,7 @@ void Show_Changed_Files(Console_Window& window) {
 }
 
 int Report_Stopped(const Console_Window& window) {
-  Write_Error(To_Utf8(window.Log()));
+  Write_Error(Text_View(window.Log()));
   return Exit_Failure;
 }
 
