@@ -97,28 +97,6 @@ TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
   EXPECT_EQ(Log(), (Lines{u"Could not load Rivelt!", Text(Standard_Line)}));
 }
 
-TEST_F(Form, The_Controls_Read_In_This_Order) {
-  std::map<std::pair<int, int>, Text> by_place;  // top and left: the caption, else the name
-  for (const Control_Row& row : Control_Table) {
-    const int top = row.Top + (row.Parent ? Row_Of(*row.Parent).Top : 0);
-    const Text name = row.Caption.empty() ? From_Utf8(Written_Name(row)) : Text(row.Caption);
-    by_place[{top, row.Left}] = row.Id == Label2 ? u"Label2" : name;
-  }
-  Lines wanted{u"cmbRoutes", u"Select route:", u"Check dynamic track only",
-               u"Check all track sections", u"Transform shape"};
-  for (const Text_View row : {u"(0)", u"(1)", u"(2)", u"(3)", u"(4)"}) {
-    wanted.push_back(Concatenate({u"txtTrack", row}));
-    wanted.push_back(Concatenate({u"cmbTracks", row}));
-    wanted.push_back(u">>");
-  }
-  for (const Text_View last :
-       {u"txtMessages", u"&Check", u"&Update", u"&Save", u"&Quit", u"Label2"})
-    wanted.emplace_back(last);
-  Lines found;
-  for (const auto& [place, name] : by_place) found.push_back(name);
-  EXPECT_EQ(found, wanted);
-}
-
 TEST_F(Form, The_Lock_Goes_With_The_Window) {
   Put_Small_Route(Train.Global(Small_Catalogue), u"A");
   const auto checks = [&](Memory_Window& window) {
@@ -374,7 +352,8 @@ class Whole_Conversion : public Small_Installation {
   const Text Old_Content = u"old";
 };
 
-TEST_F(Whole_Conversion, Moves_Objects_And_Databases_Of_The_Routes_Own_Numbers_With_The_Switch_Only) {
+TEST_F(Whole_Conversion,
+       Moves_Objects_And_Databases_Of_The_Routes_Own_Numbers_With_The_Switch_Only) {
   Train.Put(u"Quenby\\tmp\\route\\left over.tdb", Old_Content);
   Window.Press(cmdCheck);
   EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
@@ -439,6 +418,7 @@ TEST_F(Whole_Conversion, A_Route_Already_In_Line_Stages_No_Database_And_Fails_At
   Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
   EXPECT_TRUE(Window.Log().ends_with(u"\r\nNo update needed\r\n"));
+}
 
 TEST_F(Small_Installation, Update_Moves_Nothing_That_Was_Staged_Without_The_Lock) {
   Window.Press(cmdCheck);
@@ -452,7 +432,7 @@ TEST_F(Small_Installation, A_Restored_File_Is_A_Copy_That_Can_Be_Edited_In_Place
   Window.Press(cmdUpdate);
   const auto updates = Train.Disk.In_Folder(u"\\train\\Quenby\\backup\\A", true);
   ASSERT_EQ(updates.size(), 1u);
-  Window.Form().Restore(u"A", Memory_Disk::Name(updates[0].Path));
+  Window.Installed().Restore(u"A", Memory_Disk::Name(updates[0].Path));
   Train.Disk.Edit_In_Place(u"\\train\\routes\\A\\tsection.dat", u"edited");
   EXPECT_EQ(Train.Disk.Content(updates[0].Path + u"\\tsection.dat"), Small_Local);
 }

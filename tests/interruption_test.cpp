@@ -295,6 +295,9 @@ TEST_F(Interruption, Any_Operation_Of_A_Restart_Can_Be_Interrupted_In_Turn) {
     Installation interrupted = whole;
     Session(interrupted, Fault::Process_Ended, operation).Run(Check_And_Update_Twice);
     if (!Is_Unfinished(interrupted)) continue;
+    for (const Text_View folder : {u"routes\\A\\world", u"routes\\A", u"Quenby\\tmp"}) {
+      interrupted.Disk.Flush(Concatenate({u"\\train\\", folder}));  // as the system does in time
+    }
     const int restart_operations = Operations(interrupted, Nothing);
     for (const Fault fault : All_Faults) {
       for (int second = First_Operation(fault); second <= restart_operations; second += Stride()) {
@@ -494,6 +497,11 @@ class Failed_Update : public Interruption {
     });
   }
 
+  static bool Has_Journal(const Installation& train) {
+    const Text folder = Backup_Folder + u"\\A\\" + Updates_Of_A(train).at(0);
+    return train.Disk.Content(folder + u"\\journal.txt") != u"(no such file)";
+  }
+
   static std::size_t Boxes(const Session& session) {
     return static_cast<std::size_t>(std::ranges::count(session.Window.Boxes(),
                                                        Text(u"Had problems updating this route!"),
@@ -532,6 +540,38 @@ TEST_F(Failed_Update, Is_Refused_When_Somebody_Has_Changed_What_It_Moved_Or_Is_T
     EXPECT_EQ(train.Content(path), u"edited");
     EXPECT_EQ(train.Staged(), Lines{u"w-2.w"});
   }
+}
+
+TEST_F(Failed_Update, Comes_Where_Somebody_Changes_A_File_Just_Before_It_Would_Be_Deleted) {
+  const Text path = u"routes\\A\\world\\w-2.w";
+  Session(Train).Run([&](Session& session) {
+    session.Window.Press(cmdCheck);
+    session.Injected.Fails = [&] {
+      if (Train.Staged() == Lines{u"w-2.w"} && Train.Content(path) != u"edited") {
+        Train.Put(path, u"edited");
+      }
+      return false;
+    };
+    session.Window.Press(cmdUpdate);
+    EXPECT_EQ(Boxes(session), 1u);
+  });
+  EXPECT_EQ(Train.Content(path), u"edited");
+}
+
+TEST_F(Failed_Update, That_Moved_Nothing_Leaves_A_Backup_That_Editing_The_Route_Does_Not_Change) {
+  Session(Train).Run([&](Session& session) {
+    session.Window.Press(cmdCheck);
+    session.Injected.Fails = [&] { return Is_Unfinished(Train) && Has_Journal(Train); };
+    session.Window.Press(cmdUpdate);
+  });
+  ASSERT_TRUE(Is_Unfinished(Train));
+  Train.Put(u"routes\\A\\world\\w-1.w", u"edited");
+  Session(Train).Run(Nothing);
+  ASSERT_EQ(Updates_Of_A(Train).size(), 1u);
+  EXPECT_FALSE(Is_Unfinished(Train));
+  Train.Disk.Edit_In_Place(u"\\train\\routes\\A\\TSection.DAT", u"edited");
+  const Text kept = Backup_Folder + u"\\A\\" + Updates_Of_A(Train)[0];
+  EXPECT_EQ(Train.Disk.Content(kept + u"\\TSection.DAT"), Small_Local);
 }
 
 TEST_F(Failed_Update, With_Nothing_Staged_Any_More_Stays_Until_A_Full_Check_Rolls_It_Back) {

@@ -97,7 +97,7 @@ class Out_Of_Memory : public testing::Test {
     for (const Backup& backup : List_Backups(files, u"\\train")) {
       Do([&] {
         Begin_Part();
-        window.Form().Restore(u"A", backup.Time);
+        window.Installed().Restore(u"A", backup.Time);
       });
     }
   }

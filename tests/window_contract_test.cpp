@@ -124,7 +124,7 @@ TEST_P(Window_Contract, The_Captions_Are_Where_A_Person_Reads_Them_And_Do_What_T
   Start_And_Pick_First();
   std::map<std::pair<int, int>, Control> places;
   for (const Control_Row& row : Control_Table) {
-    if (row.Parent == Control_Parent::Window) places[{row.Top, row.Left}] = row.Id;
+    if (!row.Parent) places[{row.Top, row.Left}] = row.Id;
   }
   std::map<std::string, Control> with_caption;
   std::string captions;
@@ -186,32 +186,6 @@ TEST_P(Window_Contract, Select_All_Sections_Enables_The_Rows_Which_Keep_Their_Co
   EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");
   EXPECT_EQ(User->Shown_Text(cmbTracks_0), u"c.s");
   EXPECT_EQ(User->Shown_Text(txtTrack_4), u"\u00e4 long name.s");
-}
-
-TEST_P(Window_Contract, Each_Caption_Does_What_It_Says) {
-  const auto with = [](Text_View caption) {
-    return First_Control([&](const Control_Row& row) { return row.Caption == caption; });
-  };
-  Start_And_Pick_First();
-  User->Select(with(u"Check all track sections"));
-  EXPECT_NE(Which_Take_Input().find(Rows), std::string::npos);
-  User->Press(with(u"&Check"));
-  EXPECT_NE(Find_Text(1, Log(), u"track sections has been changed"), 0);
-  User->Select(with(u"Check dynamic track only"));
-  EXPECT_EQ(Which_Take_Input().find(Rows), std::string::npos);
-  User->Press(with(u"&Check"));
-  EXPECT_EQ(Find_Text(1, Log(), u"Checking: "), 1);
-  EXPECT_EQ(Find_Text(1, Log(), u"track sections has been changed"), 0);
-  User->Answer_With_Cancel();
-  User->Press(with(u"&Update"));
-  EXPECT_EQ(User->Boxes(), std::vector{Confirmation});
-  const Text folder = User->Folder_To_Save_In();
-  const Text path = folder + (folder[0] == u'/' ? u"/log.txt" : u"\\log.txt");
-  User->Save_As(path);
-  User->Press(with(u"&Save"));
-  EXPECT_EQ(Disk.Content(path), Log());
-  User->Press(with(u"&Quit"));
-  EXPECT_FALSE(User->Visible());
 }
 
 TEST_P(Window_Contract, A_Pasted_Text_Ends_At_Its_First_Line_End) {

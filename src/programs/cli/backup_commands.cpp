@@ -101,7 +101,7 @@ int List_Backups(Console_Window& window, Output& output, const Backup_Settings& 
     Write_Places(output, backup.Content.Changed, "  had changed since the check");
   }
   return Exit_Done;
-} catch (const Failure&) {
+} catch (const std::exception&) {
   return Report_Failure("Could not read the backups!");
 }
 
@@ -120,7 +120,7 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   if (result.How != Restore_Result::End::Done) return Report_Failed_Restore(result.How);
   Report_Restored(output, newest, result.Files);
   return Exit_Done;
-} catch (const Failure&) {
+} catch (const std::exception&) {
   return Report_Failure("Could not read the backups!");
 }
 
