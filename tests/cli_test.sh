@@ -267,7 +267,9 @@ Script_Presses_The_Controls_And_Prints_What_It_Is_Asked_For() {
   expect_line out " two blanks "
   expect_line out "Select a route above for check/update"
   expect_line out $'optDynamic(0)\tenabled\tTrue'
-  [ "$(grep -c $'\tenabled\t\\|\tdisabled\t' out)" -eq 26 ] || fail "not 26 controls"
+  [ "$(grep -c $'\tenabled\t\\|\tdisabled\t' out)" -eq 28 ] || fail "not 26 controls and 2 entries"
+  expect_line out $'Whole route\tenabled\tFalse'
+  expect_line out $'Restore a backup\tdisabled\t0'
   script 'route Dörnquell' 'option all' 'old 0 A3t1000r5d' 'new 0  -delete-' 'old 4  x ' state
   expect_status 0
   expect_line out $'cmbRoutes\tenabled\tDörnquell'
@@ -312,6 +314,7 @@ Script_Stops_At_A_Line_That_Cannot_Be_Carried_Out() {
   stops 'route  Ambrewick' 'cmbRoutes has no entry " Ambrewick"'
   stops 'option both' 'option is dynamic or all'
   stops 'answer yes' 'answer is ok or cancel'
+  stops 'whole yes' 'whole is on or off'
   stops 'old 5 A' 'a row is a number from 0 to 4'
   stops 'log now' 'nothing may follow this command'
   stops 'save' 'save needs a file'
@@ -517,6 +520,97 @@ Backups_Of_The_Older_Form_Are_Listed_And_Restored() {
   cli backups
   expect_empty err
   [ "$(grep -c '8 files' out)" -eq 3 ] || fail "not three backups: $(cat out)"
+}
+
+# Of each kind how many references there are and where they lead, and the status.
+references() {
+  cli references "$1"
+  grep -v 'to nowhere.*[0-9]$' out >"$2"
+  echo "$status" >>"$2"
+}
+
+Whole_Route_Leads_Every_Reference_To_Where_It_Led() {
+  sample
+  cli update Ambrewick --whole-route --yes
+  expect_status 1
+  expect_line out "A world file is binary, please convert it to text with ffedit!"
+  expect_routes_untouched
+  rm "$world/w-005351+014852.w"
+  local route
+  for route in Ambrewick "Brenn Valley Line" Dörnquell Hestbeck; do
+    references "$route" wanted
+    expect_line wanted 0
+    cli update "$route" --whole-route --yes
+    expect_status 0
+    expect_no_part err "behind"
+    references "$route" found
+    expect_same wanted found
+  done
+  script 'route Hestbeck' 'whole on' state 'whole off' state
+  expect_line out $'Whole route\tenabled\tTrue'
+  expect_line out $'Whole route\tenabled\tFalse'
+  expect_line out $'Restore a backup\tenabled\t1'
+  script 'route Ambrewick' check log
+  cp out partly
+  printf 'route Ambrewick\ncheck\nlog\n' >script.txt
+  cli script --whole-route script.txt
+  expect_same partly out # there is nothing left to move
+  cli restore Hestbeck --yes
+  expect_same before/Routes/Hestbeck msts/Routes/Hestbeck
+}
+
+An_Update_Without_The_Whole_Route_Says_What_Stays_Behind_And_It_Leads_To_Nowhere() {
+  sample
+  local moves="76 of the route's own numbers in its track databases and 12 track objects"
+  for command in check 'update --yes'; do
+    # shellcheck disable=SC2086 # it is words
+    cli $command Ambrewick --log log.txt
+    expect_status 0
+    expect_line err "Stays behind: $moves; --whole-route moves them."
+    expect_no_part log.txt behind
+  done
+  cli references ambrewick
+  expect_status 1
+  expect_line err "Binary, and passed over: World\\w-005351+014852.w"
+  expect_part out $'365 to the catalogue\t0 to the route\'s own\t12 to nowhere'
+  expect_line out $'  to nowhere\tAMBREWICK.tdb\t36863'
+  [ "$(grep -c $'^  to nowhere\t' out)" -eq 9 ] || fail "not three of each kind: $(cat out)"
+  # Nothing moves any more, and of another route nothing has to.
+  for route in Ambrewick "Brenn Valley Line"; do
+    cli check "$route"
+    expect_empty err
+  done
+}
+
+What_A_Route_Lacks_Or_Nobody_Can_Read_Is_Told() {
+  sample
+  local route=msts/Routes/Hestbeck
+  mkdir "$route/openrails"
+  cp "$route/TSECTION.DAT" "$route/openrails/tsection.dat"
+  rm "$route/Hestbeck.rdb"
+  cli references Hestbeck
+  expect_status 0
+  head -c 5001 before/Routes/Hestbeck/Hestbeck.tdb >"$route/Hestbeck.tdb"
+  cli references Hestbeck
+  expect_status 1
+  expect_line err "Could not read a file of the route: Hestbeck.tdb"
+  expect_empty out
+  cli check Hestbeck
+  expect_status 0
+  expect_part err "This route has a catalogue of its own in OpenRails, which"
+  expect_line err "Cannot tell what stays behind, because of Hestbeck.tdb"
+  cli check Hestbeck --whole-route
+  expect_status 1
+  expect_line out "This route has a catalogue of its own in OpenRails!"
+  rm -r "$route/openrails"
+  cli check Hestbeck --whole-route
+  expect_line out "Had problems reading the track database!"
+  rm "$route/Hestbeck.tdb"
+  cli check Hestbeck --whole-route
+  expect_status 0
+  expect_line out "No track database: Hestbeck.tdb"
+  cli references nowhere
+  expect_status 2
 }
 
 Manual_Page_Has_Every_Option_And_No_Fault() {

@@ -22,6 +22,11 @@ struct Arguments {
   std::string Script_File = "-";
 };
 
+void Describe_Whole_Route(CLI::App& command, Route_Settings& settings) {
+  command.add_flag("--whole-route", settings.Whole_Route,
+                   "Convert what uses the route's own numbers, too: databases and track objects");
+}
+
 void Describe_Settings(CLI::App& command, Route_Settings& settings) {
   command.add_option("ROUTE", settings.Route, "The route's name, as `routes` prints it")
       ->required();
@@ -37,11 +42,14 @@ void Describe_Settings(CLI::App& command, Route_Settings& settings) {
                   "Remove the track objects of the shape OLD; implies --all")
       ->type_name("OLD")
       ->allow_extra_args(false);
+  Describe_Whole_Route(command, settings);
   command.add_option("--log", settings.Log_File, "Save the log to FILE at the end")
       ->type_name("FILE");
 }
 
-int Play_Script(Console_Window& window, Output& output, const std::string& file) {
+int Play_Script(Console_Window& window, Output& output, const Arguments& arguments) {
+  const std::string& file = arguments.Script_File;
+  if (arguments.Settings.Whole_Route) window.Toggle_Whole_Route();
   if (file == "-") return Run_Script(window, output, std::cin);
   std::ifstream script(std::filesystem::path(std::u8string(file.begin(), file.end())),
                        std::ios::binary);
@@ -64,8 +72,11 @@ int Run(const CLI::App& app, const Arguments& arguments, Output& output) {
   if (update) return Run_Command(window, Control::cmdUpdate, arguments.Settings);
   if (app.got_subcommand("backups")) return List_Backups(window, output, arguments.Backup);
   if (app.got_subcommand("restore")) return Restore_Backup(window, output, arguments.Backup);
+  if (app.got_subcommand("references")) {
+    return Count_References(window, output, arguments.Settings.Route);
+  }
   if (app.got_subcommand("routes")) return List_Routes(window, output);
-  return Play_Script(window, output, arguments.Script_File);
+  return Play_Script(window, output, arguments);
 }
 
 int Run_Program(std::vector<std::string> command_line) {
@@ -86,6 +97,9 @@ int Run_Program(std::vector<std::string> command_line) {
       *app.add_subcommand("update", "Check, and move the copies over the route's files");
   Describe_Settings(update, arguments.Settings);
   update.add_flag("--yes", arguments.Settings.Yes, "Do not ask");
+  app.add_subcommand("references", "Count where the numbers in a route's files lead")
+      ->add_option("ROUTE", arguments.Settings.Route, "The route's name")
+      ->required();
   CLI::App& backups =
       *app.add_subcommand("backups", "List the originals that updates have replaced");
   backups.add_option("ROUTE", arguments.Backup.Route, "Only those of this route");
@@ -99,6 +113,7 @@ int Run_Program(std::vector<std::string> command_line) {
   restore.add_flag("--yes", arguments.Backup.Yes, "Do not ask");
   CLI::App& script =
       *app.add_subcommand("script", "Press the program's controls as a script tells");
+  Describe_Whole_Route(script, arguments.Settings);
   script.add_option("FILE", arguments.Script_File, "The script; - or none is standard input");
 
   std::reverse(command_line.begin(), command_line.end());  // as the parser wants it

@@ -62,11 +62,6 @@ bool Is_Confirmed(const Listed_Backup& backup, bool yes) {
   return yes || Answer_From_Terminal() == Answer_Ok;
 }
 
-int Report_Stopped(const Console_Window& window) {
-  Write_Error(To_Utf8(window.Log()));
-  return Exit_Failure;
-}
-
 int Report_Failure(std::string_view message) {
   Write_Error(message);
   return Exit_Failure;

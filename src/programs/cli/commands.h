@@ -29,6 +29,7 @@ struct Route_Settings {
   bool All_Sections = false;
   std::vector<std::string> Replacements;  // OLD=NEW
   std::vector<std::string> Deletions;     // OLD
+  bool Whole_Route = false;
   std::optional<std::string> Log_File;
   bool Yes = false;
 };
@@ -46,14 +47,21 @@ Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted);
 // The answer of the person at the terminal to what has been asked; without a terminal a Cancel.
 int Answer_From_Terminal();
 
+// Says why a command cannot be carried out: the program has stopped while it started.
+int Report_Stopped(const Console_Window& window);
+
 // Names the files that the update just made has replaced though they were no longer what the check
 // had read.
 void Show_Changed_Files(Console_Window& window);
+
+// Says on standard error what a conversion of the picked route would leave on the old numbers.
+void Warn_Of_What_Stays_Behind(Console_Window& window);
 
 int List_Routes(Console_Window& window, Output& output);
 int Run_Command(Console_Window& window, Control button, const Route_Settings& settings);
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings);
+int Count_References(Console_Window& window, Output& output, const std::string& route);
 int Run_Script(Console_Window& window, Output& output, std::istream& script);
 
 }  // namespace rivelt

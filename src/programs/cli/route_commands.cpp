@@ -42,6 +42,7 @@ std::vector<Row> Rows_Of(const Route_Settings& settings, const Sorted_List& shap
 void Set_Up(Console_Window& window, const Route_Settings& settings) {
   window.Pick(Control::cmbRoutes, Route_To_Pick(window.List(Control::cmbRoutes), settings.Route));
   const std::vector<Row> rows = Rows_Of(settings, window.List(cmbTracks(0)));
+  if (settings.Whole_Route) window.Toggle_Whole_Route();
   if (!settings.All_Sections && rows.empty()) return;
   window.Select(Control::optDynamic_1);
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -82,11 +83,13 @@ void Show_Changed_Files(Console_Window& window) {
   }
 }
 
+int Report_Stopped(const Console_Window& window) {
+  Write_Error(Text_View(window.Log()));
+  return Exit_Failure;
+}
+
 int List_Routes(Console_Window& window, Output& output) {
-  if (window.Is_Stopped()) {
-    Write_Error(Text_View(window.Log()));
-    return Exit_Failure;
-  }
+  if (window.Is_Stopped()) return Report_Stopped(window);
   const Sorted_List& routes = window.List(Control::cmbRoutes);
   for (std::size_t row = 0; row < routes.Count(); ++row) {
     const Text& route = routes.Entry(row);
@@ -104,9 +107,13 @@ int Run_Command(Console_Window& window, Control button, const Route_Settings& se
   } else {
     window.Ask = Answer_From_Terminal;
   }
+  const bool is_update = button == Control::cmdUpdate;
+  // Of an update before the question, while the files are what they were.
+  if (is_update) Warn_Of_What_Stays_Behind(window);
   if (!window.Press(button)) throw Wrong_Usage{"A route without a name cannot be picked.\n"};
   window.Clear_Status();
-  if (button == Control::cmdUpdate) {
+  if (!is_update && !window.Is_Stopped()) Warn_Of_What_Stays_Behind(window);
+  if (is_update) {
     Show_Changed_Files(window);
     if (window.Failed()) {
       const Text route = window.Read_Text(Control::cmbRoutes);

@@ -5,6 +5,7 @@
 #include "platform/machine.h"
 #include "programs/cli/commands.h"
 #include "text/utf8.h"
+#include "window/form_menu.h"
 
 namespace rivelt {
 namespace {
@@ -80,6 +81,8 @@ class Script {
       Pick(cmbTracks(row), text);
     } else if (keyword == "answer") {
       Set_Answer(argument);
+    } else if (keyword == "whole") {
+      Set_Whole_Route(argument);
     } else {
       return false;
     }
@@ -122,11 +125,18 @@ class Script {
 
   void Print_State() {
     for (const Control_Row& row : Control_Table) {
-      const std::string line = Written_Name(row) + "\t" +
-                               (Played.Enabled(row.Id) ? "enabled" : "disabled") + "\t" +
-                               On_One_Line(Shown_Text(Played, row)) + "\n";
-      Console.Write(std::string_view(line));
+      Print_State_Of(Written_Name(row), Played.Enabled(row.Id), Shown_Text(Played, row));
     }
+    const std::size_t backups = Played.Restorable().size();
+    Print_State_Of(To_Utf8(Whole_Route_Caption), Played.Menu_Enabled(),
+                   Played.Whole_Route() ? "True" : "False");
+    Print_State_Of(To_Utf8(Restore_Caption), backups != 0, std::to_string(backups));
+  }
+
+  void Print_State_Of(const std::string& name, bool is_enabled, const std::string& text) {
+    const std::string line =
+        name + "\t" + (is_enabled ? "enabled" : "disabled") + "\t" + On_One_Line(text) + "\n";
+    Console.Write(std::string_view(line));
   }
 
   void Select(std::string_view option) {
@@ -134,6 +144,12 @@ class Script {
     const Control control = optDynamic(option == "all" ? 1 : 0);
     Require_Enabled(control);
     Played.Select(control);
+  }
+
+  void Set_Whole_Route(std::string_view state) {
+    if (state != "on" && state != "off") throw Bad_Line{"whole is on or off"};
+    if (!Played.Menu_Enabled()) throw Bad_Line{To_Utf8(Whole_Route_Caption) + " is disabled"};
+    if (Played.Whole_Route() != (state == "on")) Played.Toggle_Whole_Route();
   }
 
   void Set_Answer(std::string_view answer) {
