@@ -60,12 +60,13 @@ A_Name_Of_Odd_Bytes_Shows_As_Valid_Text_And_Is_Staged_Under_Its_Bytes() {
 A_Script_Driven_Through_Pipes_Answers_Each_Line_And_Errors_Come_In_Their_Place() {
   sample
   local answer
-  coproc "$programs/rivelt-cli" --root msts script 2>&1
+  coproc timeout 60 "$programs/rivelt-cli" --root msts script 2>&1
+  exec 5<&"${COPROC[0]}" # which outlives the program
   echo "echo one" >&"${COPROC[1]}"
-  read -r -t 60 answer <&"${COPROC[0]}"
+  read -r -t 60 answer <&5
   [ "$answer" = one ] || fail "no answer while the script goes on"
   printf 'echo two\nnonsense\n' >&"${COPROC[1]}"
-  [ "$(cat <&"${COPROC[0]}")" = $'two\nline 3: unknown command "nonsense"' ] || fail "other order"
+  [ "$(cat <&5)" = $'two\nline 3: unknown command "nonsense"' ] || fail "other order"
 }
 
 Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {

@@ -528,6 +528,19 @@ TEST_F(Failed_Update, Is_Finished_By_The_Next_One_If_Nobody_Has_Changed_The_Rout
   EXPECT_EQ(kept, originals);
 }
 
+TEST_F(Failed_Update, At_The_Database_Is_Finished_By_The_Next_One) {
+  Session(Train).Run([&](Session& session) {
+    session.Window.Press(cmdCheck);
+    session.Injected.Fails = [&] { return Train.Staged().empty(); };
+    session.Window.Press(cmdUpdate);
+    session.Injected.Fails = nullptr;
+    EXPECT_NE(Route_Of(Train), After);
+    session.Window.Press(cmdUpdate);
+    EXPECT_EQ(Boxes(session), 1u);
+  });
+  EXPECT_EQ(Route_Of(Train), After);
+}
+
 TEST_F(Failed_Update, Is_Refused_When_Somebody_Has_Changed_What_It_Moved_Or_Is_To_Move) {
   for (const Text_View changed : {u"world\\w-1.w", u"tsection.dat", u"world\\w-2.w"}) {
     Installation train = Made(true);
@@ -577,6 +590,7 @@ TEST_F(Failed_Update, That_Moved_Nothing_Leaves_A_Backup_That_Editing_The_Route_
 TEST_F(Failed_Update, With_Nothing_Staged_Any_More_Stays_Until_A_Full_Check_Rolls_It_Back) {
   Run(Train, [&](Session& session) {
     Train.Disk.Remove(u"\\train\\Quenby\\tmp\\w-2.w");
+    Train.Disk.Remove(u"\\train\\Quenby\\tmp\\route\\a.tdb");
     session.Window.Press(cmdUpdate);
     EXPECT_TRUE(session.Logged(u"No update needed"));
     EXPECT_TRUE(Is_Unfinished(Train));

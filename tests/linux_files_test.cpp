@@ -282,7 +282,7 @@ TEST_F(Linux_Files, What_Cannot_Be_Told_Is_A_Failure_And_A_Name_With_A_Backslash
   fs::permissions(Native("closed"), fs::perms(0644));
   Run_Without(Give_Up_Being_Root, [&] {
     EXPECT_THROW(Files().FolderExists(Path(u"closed\\inner")), Failure);
-    EXPECT_THROW(Files().FileExists(Path(u"closed\\a.w")), Failure);
+    EXPECT_THROW(Files().FindFile(Path(u"closed\\a.w")), Failure);
   });
   fs::permissions(Native("closed"), fs::perms(0700));
 }

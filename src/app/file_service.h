@@ -173,8 +173,8 @@ class File_System_Object {
   // force as in File::Delete. Failure: there is no such file.
   virtual void DeleteFile(Text_View path, bool force) = 0;
 
-  // Failure: it cannot be told.
-  virtual bool FileExists(Text_View path) = 0;
+  // As GetFile, but null if there is no such file. Failure: it cannot be told.
+  virtual std::unique_ptr<File> FindFile(Text_View path) = 0;
 
   // Gives the folder another name in its parent, which must be free.
   virtual void MoveFolder(Text_View path, Text_View target_path) = 0;

@@ -10,7 +10,7 @@ frmMain::frmMain(Window& window, Registry& registry, Create_File_System_Object c
       System_Registry(registry),
       Create_Object(std::move(create_object)),
       Installed(installation) {
-  Installed.Report = [this](Text_View line) { Add_Line(line); };
+  Installed.Report = nullptr;
 }
 
 void frmMain::Form_Init() try {
@@ -20,12 +20,18 @@ void frmMain::Form_Init() try {
   Set_Log(u"");
   if (!Find_MSTS()) return;
   FSO->Set_Root(MSTS_Path);
+  Installed.Recover_At_Start();  // also where the start then fails
   if (!Read_Routes()) return;
   if (!Read_Global()) return;
-  Installed.Recover_At_Start();
+  Report_Recovery();
   Add_Line(NL + u"Select a route above for check/update");
 } catch (const std::exception&) {
   Fatal_Error(u"Could not load Rivelt!");
+}
+
+void frmMain::Report_Recovery() {
+  for (const Text& line : Installed.Recovery_Lines) Add_Line(line);
+  Installed.Report = [this](Text_View line) { Add_Line(line); };
 }
 
 }  // namespace rivelt

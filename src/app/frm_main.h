@@ -51,6 +51,7 @@ class frmMain {
   bool Read_Routes();
   bool Read_Global();
   void Read_Route(const Folder& folder);
+  void Report_Recovery();
 
   // The message log. The first two let pending events run.
   void Add_Text(Text_View text);

@@ -28,7 +28,8 @@ class Open_Installation {
   // The files that the last Update has replaced though they were no longer what the check had read.
   std::vector<Text> Changed_Since_Check;
 
-  // The lines about updates that had not finished, and what takes each of them as it comes.
+  // The lines about updates that had not finished, and what takes each of them as it comes, once
+  // the start has reported its own.
   std::vector<Text> Recovery_Lines;
   std::function<void(Text_View line)> Report;
 

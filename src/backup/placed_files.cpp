@@ -17,7 +17,7 @@ Text Placed_Files::Path(Text_View place) const {
 }
 
 std::unique_ptr<File> Placed_Files::Find(Text_View place) const {
-  return Files.FileExists(Path(place)) ? Files.GetFile(Path(place)) : nullptr;
+  return Files.FindFile(Path(place));
 }
 
 std::unique_ptr<File> Placed_Files::Find_Exactly(Text_View place) const {
@@ -29,8 +29,13 @@ Text Placed_Files::Own_Spelling(Text_View place) const {
   Text_View folder = Folder_In(place);
   if (folder.empty()) return Text(place);
   folder.remove_suffix(1);
-  if (!Files.FolderExists(Path(folder))) return Text(place);
-  return places::Below(Files.GetFolder(Path(folder))->name(), Name_In(place));
+  // Asked for each file of the same folder.
+  if (folder != Last_Asked) {
+    Last_Asked = folder;
+    const bool exists = Files.FolderExists(Path(folder));
+    Last_Spelling = exists ? Files.GetFolder(Path(folder))->name() : Text(folder);
+  }
+  return places::Below(Last_Spelling, Name_In(place));
 }
 
 void Placed_Files::Make_Folder_Of(Text_View place) {

@@ -52,6 +52,8 @@ class Placed_Files {
 
   File_System_Object& Files;
   Text Folder_Path;
+  mutable Text Last_Asked;
+  mutable Text Last_Spelling;
 };
 
 }  // namespace rivelt

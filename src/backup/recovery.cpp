@@ -59,7 +59,7 @@ void Open_Installation::Recover_Route(const Text& route_folder) {
 
 void Open_Installation::Report_Recovery(Text_View line, Text_View what) {
   Recovery_Lines.push_back(Concatenate({line, what}));
-  Report(Recovery_Lines.back());
+  if (Report) Report(Recovery_Lines.back());
 }
 
 Restore_Result Open_Installation::Restore(const Text& route_folder, const Text& time) {

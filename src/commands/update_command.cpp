@@ -33,12 +33,12 @@ void frmMain::Move_Staged_Files() {
   // Without the lock another program can have staged these, or be at work on the route.
   if (!Installed.Is_Locked()) throw Failure();
   Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
-  if (staged_files.Count() == 0) {
+  const auto databases = Staged_Databases();
+  if (staged_files.Count() == 0 && databases.Count() == 0) {
     update.Complete_If_All_Moved();
     Add_Line(NL + u"No update needed");
     return;
   }
-  const auto databases = Staged_Databases();
   std::vector<Replacement> replacements;
   for (const auto& file : staged_files) {
     replacements.push_back(Replacement_By(file->name(), places::Place_Of_Staged(file->name())));

@@ -11,7 +11,7 @@ void frmMain::Do_Check() try {
     return;
   }
   const Text own_catalogue = places::Own_Catalogue(MSTS_Path, Current_Route_Folder());
-  if (Installed.Whole_Route && FSO->FileExists(own_catalogue)) {
+  if (Installed.Whole_Route && FSO->FindFile(own_catalogue)) {
     return Fatal_Error(u"This route has a catalogue of its own in OpenRails!");
   }
   Prepare_Staging_Folder();

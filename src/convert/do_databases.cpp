@@ -23,11 +23,11 @@ void frmMain::Do_Databases() try {
 
 void frmMain::Convert_Database(Text_View name) {
   const Text path = places::Below(places::Route(MSTS_Path, Current_Route_Folder()), name);
-  if (!FSO->FileExists(path)) {
+  const auto file = FSO->FindFile(path);
+  if (!file) {
     if (name.ends_with(u".tdb")) Add_Line(Concatenate({u"No track database: ", name}));
     return;
   }
-  const auto file = FSO->GetFile(path);
   const File_State state = file->State();
   const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(Concatenate({NL, file->name()}));

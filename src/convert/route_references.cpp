@@ -66,7 +66,7 @@ Route_References::Installed_Catalogue Route_References::Read_Catalogue() {
 Rebased_Tsection Route_References::Read_Local() {
   return Reading(places::Tsection, [&]() -> Rebased_Tsection {
     const Text path = places::Local_Catalogue(Root, Route);
-    if (!Files.FileExists(path)) return {};
+    if (!Files.FindFile(path)) return {};
     return Rebase_Tsection(Read(*Files.GetFile(path)), Global.Reserved_Sections,
                            Global.Reserved_Shapes, [](Text_View) {});
   });
@@ -108,7 +108,7 @@ void Route_References::Count_Databases() {
 void Route_References::Count_Database(const Text& name) {
   Reading(name, [&] {
     const Text path = places::Below(places::Route(Root, Route), name);
-    if (!Files.FileExists(path)) return;
+    if (!Files.FindFile(path)) return;
     Counter.Count_Track_Database(name, Read(*Files.GetFile(path)));
   });
 }

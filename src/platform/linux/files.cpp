@@ -112,8 +112,9 @@ bool Linux_File_System::FolderExists(Text_View path) {
   return Paths->Look_For_Folder(path).has_value();
 }
 
-bool Linux_File_System::FileExists(Text_View path) {
-  return Paths->Look_For_File(path).has_value();
+std::unique_ptr<File> Linux_File_System::FindFile(Text_View path) {
+  auto found = Paths->Look_For_File(path);
+  return found ? std::make_unique<Linux_File>(Paths, *std::move(found)) : nullptr;
 }
 
 void Linux_File_System::CreateFolder(Text_View path) {

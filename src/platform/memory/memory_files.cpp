@@ -203,8 +203,8 @@ bool Memory_Files::FolderExists(Text_View path) {
   return Disk.Find(path).Is_Folder();
 }
 
-bool Memory_Files::FileExists(Text_View path) {
-  return Disk.Find(path).Is_File();
+std::unique_ptr<File> Memory_Files::FindFile(Text_View path) {
+  return Disk.Find(path).Is_File() ? GetFile(path) : nullptr;
 }
 
 void Memory_Files::CreateFolder(Text_View path) {

@@ -21,7 +21,7 @@ class Memory_Files : public File_System_Object {
   std::unique_ptr<Write_Stream> CreateTextFile(Text_View path, bool overwrite,
                                                bool unicode) override;
   void DeleteFile(Text_View path, bool force) override;
-  bool FileExists(Text_View path) override;
+  std::unique_ptr<File> FindFile(Text_View path) override;
   void MoveFolder(Text_View path, Text_View target_path) override;
   void DeleteFolder(Text_View path) override;
   void Flush(Text_View folder_path) override;

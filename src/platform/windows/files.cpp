@@ -114,9 +114,9 @@ class Windows_File_System : public File_System_Object {
 
   void DeleteFile(Text_View path, bool force) override { Delete_File(Full_Path(path), force); }
 
-  bool FileExists(Text_View path) override {
+  std::unique_ptr<File> FindFile(Text_View path) override {
     const Path_State state = State_Of_Any(path);
-    return state.Exists && !state.Is_Folder;
+    return state.Exists && !state.Is_Folder ? GetFile(path) : nullptr;
   }
 
   void MoveFolder(Text_View path, Text_View target_path) override {

@@ -74,7 +74,7 @@ void Warn_Of_What_Stays_Behind(Console_Window& window) try {
   const Text route = window.Read_Text(Control::cmbRoutes);
   const Open_Installation& installation = window.Installed();
   const Text own_catalogue = places::Own_Catalogue(installation.Root, Folder_Of(window, route));
-  if (installation.Files->FileExists(own_catalogue)) {
+  if (installation.Files->FindFile(own_catalogue)) {
     Write_Error(
         "This route has a catalogue of its own in OpenRails, which Open Rails reads in place of "
         "the global one.");

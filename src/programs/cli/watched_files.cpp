@@ -99,7 +99,10 @@ class Watched_File_System : public File_System_Object, Watched<File_System_Objec
                                                   Watcher);
   }
   void DeleteFile(Text_View path, bool force) override { Inner().DeleteFile(path, force); }
-  bool FileExists(Text_View path) override { return Inner().FileExists(path); }
+  std::unique_ptr<File> FindFile(Text_View path) override {
+    auto found = Inner().FindFile(path);
+    return found ? std::make_unique<Watched_File>(std::move(found), Watcher) : nullptr;
+  }
   void MoveFolder(Text_View path, Text_View target_path) override {
     Inner().MoveFolder(path, target_path);
   }
