@@ -240,19 +240,19 @@ TEST_P(Window_Contract, Update_Confirmed_Moves_The_Files_And_Cancelled_Does_Noth
   EXPECT_EQ(Disk.Names(u"\\train\\Quenby\\tmp"), Texts{});
 }
 
-TEST_P(Window_Contract, The_Menu_Toggles_Its_Check_Mark_And_Is_Grey_After_A_Failed_Start) {
-  Start();
+TEST_P(Window_Contract, The_Menu_Toggles_Its_Check_Mark_And_Is_Grey_After_A_Fatal_Error) {
+  Start_And_Pick_First();
   EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{true, false, {}}));
-  for (const bool on : {true, false}) {
+  for (const bool on : {true, false, true}) {
     User->Toggle_Whole_Route();
     EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{true, on, {}}));
   }
   EXPECT_TRUE(User->Visible());
-  User = GetParam().Make_User();
-  Disk.Remove(u"\\train\\global");
-  Start();
+  Disk.Put_File(u"\\train\\routes\\first\\OpenRails\\tsection.dat", u"");
+  User->Press(cmdCheck);
+  EXPECT_NE(Find_Text(1, Log(), u"This route has a catalogue of its own in OpenRails!"), 0);
   User->Toggle_Whole_Route();
-  EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{false, false, {}}));
+  EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{false, true, {}}));
 }
 
 TEST_P(Window_Contract, The_Menu_Restores_A_Backup_Of_The_Picked_Route_When_Confirmed) {
