@@ -20,6 +20,8 @@ class Memory_Window_User : public Window_User {
   }
   void Select(Control option) override { Screen.Select(option); }
   void Press(Control button) override { Screen.Press(button); }
+  void Toggle_Whole_Route() override { Screen.Toggle_Whole_Route(); }
+  void Restore(const Text& time) override { Screen.Restore(time); }
   void Close() override { Screen.Close(); }
 
   void Answer_With_Cancel() override { Screen.Box_Answers.push_back(Answer_Ok + 1); }
@@ -42,6 +44,9 @@ class Memory_Window_User : public Window_User {
     std::vector<Seen_Box> boxes;
     for (const auto& box : Screen.Boxes()) boxes.push_back({box.Message, box.Title, box.Style});
     return boxes;
+  }
+  Seen_Menu Menu() override {
+    return {Screen.Menu_Enabled(), Screen.Whole_Route(), Screen.Restorable()};
   }
   Window& Seam() override { return Screen; }
 

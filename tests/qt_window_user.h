@@ -12,10 +12,12 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -70,6 +72,19 @@ class Qt_Window_User : public Window_User {
     QTest::mouseClick(&Screen.Widget(option), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
   }
   void Press(Control button) override { QTest::mouseClick(&Screen.Widget(button), Qt::LeftButton); }
+  void Toggle_Whole_Route() override {
+    if (QMenu* menu = Open_Menu()) Click(*menu, 0);
+    Leave_Menus();
+  }
+  void Restore(const Text& time) override {
+    QMenu* menu = Open_Menu();
+    const auto times = Times_In(*menu);
+    Click(*menu, 1);
+    QMenu* backups = menu->actions().at(1)->menu();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return backups->isVisible(); }));
+    Click(*backups, std::ranges::find(times, time) - times.begin());
+    Activate();
+  }
   void Close() override { Screen.Form_Widget().close(); }
 
   Text Folder_To_Save_In() const override { return u"/no-such-folder"; }
@@ -110,6 +125,14 @@ class Qt_Window_User : public Window_User {
     const QCursor* pointer = QApplication::overrideCursor();
     return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
   }
+  Seen_Menu Menu() override {
+    QMenu* menu = Open_Menu();
+    const QAction* whole_route = menu->actions().at(0);
+    const Seen_Menu seen{whole_route->isEnabled(), whole_route->isChecked(), Times_In(*menu)};
+    EXPECT_EQ(menu->actions().at(1)->isEnabled(), !seen.Restorable.empty());
+    Leave_Menus();
+    return seen;
+  }
   Window& Seam() override { return Screen; }
 
   // Gives the window the keyboard back after a list or a dialog: the screen of the tests has no
@@ -133,6 +156,29 @@ class Qt_Window_User : public Window_User {
                                                            : 0;
     const bool can_cancel = box.standardButtons() == (QMessageBox::Ok | QMessageBox::Cancel);
     return icon + (can_cancel ? Style_Ok_Cancel : 0);
+  }
+
+  // Null: none comes up. Where the click goes there is a label.
+  QMenu* Open_Menu() {
+    const QPoint place = Screen.Widget(Control::Label1).mapTo(&Screen.Form_Widget(), QPoint(2, 2));
+    QTest::mouseClick(Screen.Form_Widget().windowHandle(), Qt::RightButton, {}, place);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+  static void Click(QMenu& menu, qsizetype entry) {
+    const QPoint place = menu.actionGeometry(menu.actions().at(entry)).center();
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, place);
+  }
+  void Leave_Menus() {
+    while (QApplication::activePopupWidget() != nullptr) {
+      QTest::keyClick(Screen.Form_Widget().windowHandle(), Qt::Key_Escape);
+    }
+  }
+  static std::vector<Text> Times_In(const QMenu& menu) {
+    std::vector<Text> times;
+    for (const QAction* backup : menu.actions().at(1)->menu()->actions()) {
+      times.push_back(From_Qt(backup->text()));
+    }
+    return times;
   }
 
   void Answer_Dialog() {

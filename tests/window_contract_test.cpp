@@ -240,6 +240,48 @@ TEST_P(Window_Contract, Update_Confirmed_Moves_The_Files_And_Cancelled_Does_Noth
   EXPECT_EQ(Disk.Names(u"\\train\\Quenby\\tmp"), Texts{});
 }
 
+TEST_P(Window_Contract, The_Menu_Toggles_Its_Check_Mark_And_Is_Grey_After_A_Fatal_Error) {
+  Start_And_Pick_First();
+  EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{true, false, {}}));
+  for (const bool on : {true, false, true}) {
+    User->Toggle_Whole_Route();
+    EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{true, on, {}}));
+  }
+  EXPECT_TRUE(User->Visible());
+  Disk.Put_File(u"\\train\\routes\\first\\OpenRails\\tsection.dat", u"");
+  User->Press(cmdCheck);
+  EXPECT_NE(Find_Text(1, Log(), u"This route has a catalogue of its own in OpenRails!"), 0);
+  User->Toggle_Whole_Route();
+  EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{false, true, {}}));
+}
+
+TEST_P(Window_Contract, The_Menu_Restores_A_Backup_Of_The_Picked_Route_When_Confirmed) {
+  Start_And_Pick_First();
+  Fill_In_First_Row();
+  User->Press(cmdUpdate);
+  User->Type(txtTrack_0, u"c.s");
+  User->Pick(cmbTracks_0, u"A.s");
+  User->Press(cmdUpdate);
+  const Text file = u"\\train\\routes\\first\\world\\w-1.w";
+  EXPECT_EQ(Disk.Content(file), World(u"77", u"A.s"));
+  User->Pick(cmbRoutes, u"a branch line");
+  EXPECT_EQ(User->Menu().Restorable, Texts{});
+  User->Pick(cmbRoutes, u"Second to none");
+  const Texts times = User->Menu().Restorable;
+  ASSERT_EQ(times.size(), 2u);
+  EXPECT_GT(times[0], times[1]) << "the newest is first";
+  User->Answer_With_Cancel();
+  User->Restore(times[1]);
+  EXPECT_EQ(Disk.Content(file), World(u"77", u"A.s"));
+  User->Restore(times[1]);
+  const Window_User::Seen_Box question{u"Are you sure you want to restore this backup?", u"Restore",
+                                       33};
+  EXPECT_EQ(User->Boxes(), (std::vector{Confirmation, Confirmation, question, question}));
+  EXPECT_EQ(Disk.Content(file), World(u"31", u"b.s"));
+  EXPECT_EQ(Log(), u"Restoring: Second to none\r\nworld\\w-1.w\r\nFinished restoring \r\n");
+  EXPECT_EQ(User->Menu().Restorable.size(), 3u) << "a restore can be undone as well";
+}
+
 TEST_P(Window_Contract, Both_Commands_Report_A_Failure_In_A_Box_And_Go_On) {
   Start_And_Pick_First();
   User->Press(cmdCheck);
@@ -283,8 +325,10 @@ TEST_P(Window_Contract, Input_In_The_Middle_Of_A_Command_Is_Dropped_And_Not_Play
     User->Pick(cmbTracks_0, u"A.s");
     User->Select(optDynamic_0);
     for (const Control button : {cmdUpdate, cmdSave, cmdCheck}) User->Press(button);
+    User->Toggle_Whole_Route();
   });
   User->Press(cmdCheck);
+  EXPECT_FALSE(User->Menu().Whole_Route);
   EXPECT_TRUE(User->Boxes().empty());
   EXPECT_EQ(User->Shown_Text(cmbRoutes), u"Second to none");
   EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");

@@ -24,6 +24,13 @@ class Window_User {
     bool operator==(const Seen_Box&) const = default;
   };
 
+  struct Seen_Menu {
+    bool Enabled;      // the entry "Whole route"
+    bool Whole_Route;  // its check mark
+    std::vector<Text> Restorable;
+    bool operator==(const Seen_Menu&) const = default;
+  };
+
   virtual ~Window_User() = default;
 
   // Starts the program and waits until it is ready for the user. Called once.
@@ -37,7 +44,9 @@ class Window_User {
   virtual void Paste(Control text_box, Text_View text) = 0;  // at the end of the text in it
   virtual void Select(Control option) = 0;
   virtual void Press(Control button) = 0;
-  virtual void Close() = 0;  // by the platform's own means
+  virtual void Toggle_Whole_Route() = 0;
+  virtual void Restore(const Text& time) = 0;  // one of the menu's
+  virtual void Close() = 0;                    // by the platform's own means
 
   // How the person will answer what comes up: the boxes with OK unless told here, the save dialog
   // with a cancel unless told here (an empty path is a cancel). Each is used once.
@@ -55,6 +64,7 @@ class Window_User {
   virtual bool Selected(Control option) const = 0;
   virtual Text Caption(Control control) const { return Text(Row_Of(control).Caption); }
   virtual bool Hourglass() const = 0;
+  virtual Seen_Menu Menu() = 0;                                       // of the form
   virtual std::vector<Seen_Box> Boxes() const { return Seen_Boxes; }  // all so far
 
   // The back end itself.

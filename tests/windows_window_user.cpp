@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "window/form_menu.h"
+
 // After the header above, which it depends on.
 #include <commdlg.h>
 #include <dlgs.h>
@@ -40,6 +42,27 @@ std::vector<Text> Entries_Of(HWND list) {
     entries.push_back(From_Wide(entry));
   }
   return entries;
+}
+
+Text Caption_Of(HMENU menu, int entry) {
+  wchar_t caption[64] = {};
+  GetMenuStringW(menu, static_cast<UINT>(entry), caption, 64, MF_BYPOSITION);
+  return From_Wide(caption);
+}
+
+UINT State_Of(HMENU menu, int entry) {
+  return GetMenuState(menu, static_cast<UINT>(entry), MF_BYPOSITION);
+}
+
+// Of the entry with that caption.
+int Place_Of(HMENU menu, Text_View caption) {
+  int entry = 0;
+  while (entry < GetMenuItemCount(menu) && Caption_Of(menu, entry) != caption) ++entry;
+  return entry;
+}
+
+HMENU Backups_Of(HMENU menu) {
+  return GetSubMenu(menu, Place_Of(menu, Restore_Caption));
 }
 
 int Style_Of_Icon(HWND icon) {
@@ -99,6 +122,44 @@ void Windows_Window_User::Paste(Control text_box, Text_View text) {
   constexpr WPARAM ctrl_v = 0x16;
   Post(text_box, WM_CHAR, ctrl_v, 1);
   Let_It_Happen();
+}
+
+// What the system asks the window before it shows the menu.
+HMENU Windows_Window_User::Open_Menu() const {
+  const HMENU menu = GetSystemMenu(Screen.Handle(), FALSE);
+  SendMessageW(Screen.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu),
+               MAKELPARAM(0, TRUE));
+  return menu;
+}
+
+// The system hands on no command of an entry that is grey.
+void Windows_Window_User::Pick_From(HMENU menu, int entry) {
+  if ((State_Of(menu, entry) & MF_GRAYED) != 0) return;
+  PostMessageW(Screen.Handle(), WM_SYSCOMMAND, GetMenuItemID(menu, entry), 0);
+  Let_It_Happen();
+}
+
+void Windows_Window_User::Toggle_Whole_Route() {
+  const HMENU menu = Open_Menu();
+  Pick_From(menu, Place_Of(menu, Whole_Route_Caption));
+}
+
+void Windows_Window_User::Restore(const Text& time) {
+  const HMENU backups = Backups_Of(Open_Menu());
+  Pick_From(backups, Place_Of(backups, time));
+}
+
+Window_User::Seen_Menu Windows_Window_User::Menu() {
+  const HMENU menu = Open_Menu();
+  const UINT whole_route = State_Of(menu, Place_Of(menu, Whole_Route_Caption));
+  Seen_Menu seen{(whole_route & MF_GRAYED) == 0, (whole_route & MF_CHECKED) != 0, {}};
+  const HMENU backups = Backups_Of(menu);
+  for (int entry = 0; entry < GetMenuItemCount(backups); ++entry) {
+    seen.Restorable.push_back(Caption_Of(backups, entry));
+  }
+  const UINT restore = State_Of(menu, Place_Of(menu, Restore_Caption));
+  EXPECT_EQ((restore & MF_GRAYED) != 0, seen.Restorable.empty());
+  return seen;
 }
 
 void Windows_Window_User::Close() {

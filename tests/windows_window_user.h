@@ -22,6 +22,8 @@ class Windows_Window_User : public Window_User {
   void Paste(Control text_box, Text_View text) override;
   void Select(Control option) override { Click(option); }
   void Press(Control button) override { Click(button); }
+  void Toggle_Whole_Route() override;
+  void Restore(const Text& time) override;
   void Close() override;
 
   Text Folder_To_Save_In() const override;
@@ -32,6 +34,7 @@ class Windows_Window_User : public Window_User {
   std::vector<Text> Entries(Control list) const override;
   bool Selected(Control option) const override;
   bool Hourglass() const override;
+  Seen_Menu Menu() override;
   Windows_Window& Seam() override { return Screen; }
 
   // A key pressed and released in the control.
@@ -43,6 +46,8 @@ class Windows_Window_User : public Window_User {
   void Click(Control control);
   void Post(Control control, UINT message, WPARAM wparam, LPARAM lparam) const;
   void Let_It_Happen();
+  HMENU Open_Menu() const;
+  void Pick_From(HMENU menu, int entry);
   void Answer(HWND dialog);
   void Answer_Box(HWND box);
 

@@ -15,7 +15,7 @@ trap clean_up EXIT
 
 # The server picks a free display and reports it.
 start_screen() {
-  Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
+  Xvfb -noreset -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
   server=$!
   wait_until test -s "$scratch/display"
   DISPLAY=:$(cat "$scratch/display")
@@ -51,10 +51,10 @@ start_program() {
   sleep 0.5
 }
 
-# Places count in twips, as in the table of controls.
+# click LEFT TOP [BUTTON]: places count in twips, as in the table of controls.
 click() {
   xdotool mousemove "$(awk "BEGIN { print int($1 * $SCALE / 15) }")" \
-    "$(awk "BEGIN { print int($2 * $SCALE / 15) }")" click 1
+    "$(awk "BEGIN { print int($2 * $SCALE / 15) }")" click "${3:-1}"
   sleep 0.3
 }
 keys() { xdotool key --clearmodifiers --delay 40 "$@"; sleep 0.3; }

@@ -19,6 +19,7 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "platform/qt/context_menu.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/rivelt.xpm"
@@ -60,6 +61,8 @@ void Qt_Window::Build_Form() {
   Form.setWindowIcon(QIcon(QPixmap(Icon_Picture)));
   All = Build_Widgets(Form, Entries);
   Form.On_Close = [this] { Gate.Close(); };
+  new Context_Menu(
+      Gate, [this](const Text& time) { Restore(time); }, Form);
 }
 
 void Qt_Window::Connect(const Control_Row& row) {
@@ -90,6 +93,11 @@ void Qt_Window::Raise(Control control) {
   }
   Gate.Raise(control);
   if (starts_command) Finish_Work();
+}
+
+void Qt_Window::Restore(const Text& time) {
+  Gate.Restore(time);
+  Finish_Work();
 }
 
 void Qt_Window::Finish_Work() {

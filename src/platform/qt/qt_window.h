@@ -60,6 +60,7 @@ class Qt_Window : public Window {
   void Build_Form();
   void Connect(const Control_Row& row);
   void Raise(Control control);
+  void Restore(const Text& time);
 
   // Brings everything on the screen that a procedure has left to its end, and drops the input that
   // came while it worked.

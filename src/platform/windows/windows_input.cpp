@@ -97,6 +97,12 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
     case WM_DPICHANGED:
       Change_Dpi(LOWORD(wparam), *reinterpret_cast<const RECT*>(lparam));
       return 0;
+    case WM_INITMENUPOPUP:
+      Menu.Opens(reinterpret_cast<HMENU>(wparam));
+      break;
+    case WM_SYSCOMMAND:
+      if (Menu.Take(wparam)) return 0;
+      break;
     case WM_CLOSE:
       Gate.Close();
       return 0;
@@ -145,6 +151,11 @@ void Windows_Window::Raise(Control control) {
   } else {
     Log.Show();
   }
+}
+
+void Windows_Window::Restore(const Text& time) {
+  Gate.Restore(time);
+  if (Form != nullptr) Finish_Work();
 }
 
 void Windows_Window::Handle_Message(MSG& message) {

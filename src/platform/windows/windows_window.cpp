@@ -87,6 +87,7 @@ void Windows_Window::Create_Window() {
                          GetModuleHandleW(nullptr), this);
   Dpi = Dpi_Of(Form);
   for (const Control_Row& row : Control_Table) Create_Control(row);
+  Menu.Attach(Form);
   Lay_Out();
 }
 

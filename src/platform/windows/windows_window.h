@@ -7,6 +7,7 @@
 #include "platform/windows/drop_list.h"
 #include "platform/windows/log_box.h"
 #include "platform/windows/measures.h"
+#include "platform/windows/system_menu.h"
 #include "platform/windows/win32.h"
 #include "window/event_gate.h"
 #include "window/list_entries.h"
@@ -75,6 +76,7 @@ class Windows_Window : public Window {
   void Handle_While_Working(MSG& message);
   bool Type_Into_List(const MSG& message);
   void Raise(Control control);
+  void Restore(const Text& time);
 
   // The list that the window is or is a part of; null for any other window.
   Drop_List* List_Of(HWND window);
@@ -82,6 +84,7 @@ class Windows_Window : public Window {
   void Apply_Enabled(const Control_Row& row);
 
   Event_Gate Gate{*this};
+  System_Menu Menu{Gate, [this](const Text& time) { Restore(time); }};
   HWND Form = nullptr;
   UINT Dpi = 0;
   Owned_Font Font;
