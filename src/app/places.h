@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <array>
+
 #include "text/primitives.h"
 #include "text/text.h"
 
@@ -52,6 +54,9 @@ inline constexpr Text_View Staging_Name = u"tmp";
 inline Text Staging(Text_View root) {
   return Concatenate({root, u"\\Quenby\\tmp"});
 }
+
+// Of a route's track database and road database.
+inline constexpr std::array<Text_View, 2> Database_Endings = {u".tdb", u".rdb"};
 
 // The converted databases of a route, which the flat files' count and walk leave alone.
 inline constexpr Text_View Databases_Folder = u"route";

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -23,7 +24,8 @@ struct Earlier_File {
 bool Has_Numbers(Text_View place) {
   const Text name = Fold_Case(Name_In(place));
   if (!Folder_In(place).empty()) return name.ends_with(u".w");
-  return name == places::Tsection || name.ends_with(u".tdb") || name.ends_with(u".rdb");
+  const auto is_ending = [&](Text_View ending) { return name.ends_with(ending); };
+  return name == places::Tsection || std::ranges::any_of(places::Database_Endings, is_ending);
 }
 
 class Restoration {

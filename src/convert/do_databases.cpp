@@ -16,7 +16,8 @@ void frmMain::Do_Databases() try {
   const auto folder = FSO->GetFolder(places::Route(MSTS_Path, Current_Route_Folder()));
   const auto name = Trk_Database_Name(Trk_Text(*folder).value_or(u""));
   if (!name) return Add_Line(u"No track database: ");
-  for (const Text_View ending : {u".tdb", u".rdb"}) Convert_Database(Concatenate({*name, ending}));
+  for (const Text_View ending : places::Database_Endings)
+    Convert_Database(Concatenate({*name, ending}));
 } catch (const std::exception&) {
   Fatal_Error(u"Had problems reading the track database!");
 }
@@ -25,7 +26,8 @@ void frmMain::Convert_Database(Text_View name) {
   const Text path = places::Below(places::Route(MSTS_Path, Current_Route_Folder()), name);
   const auto file = FSO->FindFile(path);
   if (!file) {
-    if (name.ends_with(u".tdb")) Add_Line(Concatenate({u"No track database: ", name}));
+    if (name.ends_with(places::Database_Endings[0]))
+      Add_Line(Concatenate({u"No track database: ", name}));
     return;
   }
   const File_State state = file->State();

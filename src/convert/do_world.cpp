@@ -7,18 +7,11 @@
 #include "text/primitives.h"
 
 namespace rivelt {
-namespace {
-
-bool Is_World_File(const File& file) {
-  return Upper_Text(Right_Text(file.name(), 2)) == u".W";
-}
-
-}  // namespace
 
 void frmMain::Do_World() try {
   const auto files = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()))->Files();
   for (const auto& file : files) {
-    if (Is_World_File(*file) && !Convert_World_File(*file)) return;
+    if (Is_World_File(file->name()) && !Convert_World_File(*file)) return;
   }
 } catch (const std::exception&) {
   Fatal_Error(u"Had problems reading route w-files!");
@@ -29,7 +22,7 @@ bool frmMain::Convert_World_File(File& file) {
   const File_State state = file.State();
   Text output = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(Concatenate({NL, u"world\\", file.name()}));
-  if (Find_Text(1, output, u"Tr_Worldfile") == 0) {
+  if (!Is_World_Text(output)) {
     Add_Line(u"file is binary, please convert to text with ffedit");
     if (!Moves_Whole_Route()) return true;
     Fatal_Error(u"A world file is binary, please convert it to text with ffedit!");

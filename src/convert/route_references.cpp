@@ -5,6 +5,7 @@
 
 #include "app/places.h"
 #include "catalogue/catalogue_text.h"
+#include "convert/world_passes.h"
 #include "routes/route_name.h"
 #include "routes/trk_file.h"
 #include "text/keyed_collection.h"
@@ -19,10 +20,6 @@ auto Reading(Text_View name, const Step& step) try {
   return step();
 } catch (const std::exception&) {
   throw Unreadable_File(Text(name));
-}
-
-bool Is_World_File(const File& file) {
-  return Upper_Text(Right_Text(file.name(), 2)) == u".W";
 }
 
 // The ids of the catalogue's shapes by their names. Of a name that comes twice the first id counts.
@@ -80,7 +77,7 @@ void Route_References::Count_World() {
   const auto files = Reading(places::World_Folder,
                              [&] { return Files.GetFolder(places::World(Root, Route))->Files(); });
   for (const auto& file : files) {
-    if (Is_World_File(*file)) Count_World_File(*file);
+    if (Is_World_File(file->name())) Count_World_File(*file);
   }
 }
 
@@ -88,7 +85,7 @@ void Route_References::Count_World_File(File& file) {
   const Text name = places::Below(places::World_Folder, file.name());
   Reading(name, [&] {
     const Text text = Read(file);
-    if (Find_Text(1, text, u"Tr_Worldfile") == 0) {
+    if (!Is_World_Text(text)) {
       Binary.push_back(name);
     } else {
       Counter.Count_World_File(name, text);
@@ -102,7 +99,8 @@ void Route_References::Count_Databases() {
     return Trk_Database_Name(Trk_Text(*folder).value_or(u""));
   });
   if (!name) return;
-  for (const Text_View ending : {u".tdb", u".rdb"}) Count_Database(Concatenate({*name, ending}));
+  for (const Text_View ending : places::Database_Endings)
+    Count_Database(Concatenate({*name, ending}));
 }
 
 void Route_References::Count_Database(const Text& name) {

@@ -5,9 +5,20 @@
 #include <functional>
 
 #include "convert/log_line.h"
+#include "text/primitives.h"
 #include "text/text.h"
 
 namespace rivelt {
+
+// By its name.
+inline bool Is_World_File(Text_View name) {
+  return Upper_Text(Right_Text(name, 2)) == u".W";
+}
+
+// The one test of a world file's form: a binary one does not pass it.
+inline bool Is_World_Text(Text_View text) {
+  return Find_Text(1, text, u"Tr_Worldfile") != 0;
+}
 
 struct Passed_World {
   Text Output;     // the whole new text
