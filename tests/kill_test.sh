@@ -25,7 +25,6 @@ sleep_below() {
   sleep "$((microseconds / 1000000)).$(printf %06d $((microseconds % 1000000)))"
 }
 one_of() { shift $((RANDOM % $#)) && echo "$1"; }
-cli() { run timeout 200 "$programs/rivelt-cli" --root msts "$@"; }
 start() { "$programs/rivelt-cli" --root msts "$@" >out 2>err </dev/null & }
 kill_it() {
   kill -KILL $! 2>/dev/null || true
