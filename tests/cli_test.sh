@@ -349,14 +349,14 @@ Restore_Says_What_It_Has_Done_And_What_It_Has_Not() {
   for name in "$(backup | grep -v "$first")"/World/*; do
     [ -e "$first/World/${name##*/}" ] || later=${name##*/}
   done
-  echo new >$new
-  touch -d 'tomorrow' $new
+  echo new >"$new"
+  touch -d 'tomorrow' "$new"
   cli restore Ambrewick --backup "${first##*/}" --yes
   expect_status 0
   expect_line out $'Put back\ttsection.dat'
   expect_line out $'From a later update, so it may be on other numbers\tWorld\\'"$later"
   expect_line out $'Left, newer than the backup, so it may be on other numbers\tWorld\\w-new.w'
-  rm $new
+  rm "$new"
   expect_routes_untouched
 }
 
@@ -381,7 +381,8 @@ Restore_Fails_With_The_Route_Untouched_Or_Rolled_Back() {
   mv "$kept/tsection.dat" aside
   fails "Nothing was touched."
   mv aside "$kept/tsection.dat"
-  for file in {updated,msts/Routes}/AMBREWICK/World/"$(ls "$kept/World" | tail -n 1)"; do
+  local kept_files=("$kept"/World/*)
+  for file in {updated,msts/Routes}/AMBREWICK/World/"${kept_files[-1]##*/}"; do
     rm "$file"
     mkdir "$file"
   done
