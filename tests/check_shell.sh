@@ -62,4 +62,22 @@ end_script() {
   wait "$scripted" || status=$?
 }
 
+# The installation msts of the sample, of which before is a copy.
+world=msts/Routes/AMBREWICK/World
+cli() { run timeout 200 "$programs/rivelt-cli" --root msts "$@"; }
+check_in_script() {
+  start_script
+  tell "route $1" 'option all' check
+}
+last_converted() { find msts/Quenby/tmp -name 'w*' -printf '%f\n' | sort | tail -n 1; }
+# An Update that comes upon a file that somebody has removed, in a program that ends then.
+interrupted_update() {
+  check_in_script Ambrewick
+  rm "$world/$(last_converted)" "before/${world#*/}/$(last_converted)"
+  tell update
+  end_script
+  expect_status 1
+  expect_line complained "Rivelt: Had problems updating this route!"
+}
+
 finish() { exit $((failures > 0)); }

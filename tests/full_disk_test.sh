@@ -20,9 +20,7 @@ clean_up() {
 }
 trap clean_up EXIT
 cd "$work"
-world=msts/Routes/AMBREWICK/World
 
-cli() { run "$programs/rivelt-cli" --root msts "$@"; }
 update() { cli update Ambrewick --all --yes; }
 kilobytes() { du -sk --apparent-size "$1" | cut -f 1; }
 mount_or_skip() {
@@ -74,13 +72,6 @@ expect_update_works() {
   expect_same updated msts/Routes
 }
 
-last_converted() { find staged -name 'w*' -printf '%f\n' | sort | tail -n 1; }
-
-check_in_script() {
-  start_script
-  tell 'route Ambrewick' 'option all'
-  tell check
-}
 # Presses Update, which is to fail, and ends the program; until then no other one rolls it back.
 failed_update_in_script() {
   tell update
@@ -117,7 +108,7 @@ A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full() {
   sample --objects 100
   own_disk $world 8000
   mkdir msts/Quenby
-  check_in_script
+  check_in_script Ambrewick
   # The route's files shrink with what was to take their place, so the copies must grow.
   for file in msts/Quenby/tmp/w*; do head -c 9000 /dev/zero >>"$file"; done
   head -c 9M /dev/zero >$world/filler 2>/dev/null || true
@@ -129,7 +120,7 @@ A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full() {
 
 A_Folder_In_The_Place_Of_A_File_Is_Left_And_The_Others_Are_Rolled_Back() {
   sample
-  check_in_script
+  check_in_script Ambrewick
   local file
   file=$(last_converted)
   for root in before msts; do
@@ -152,9 +143,7 @@ A_World_Folder_That_Cannot_Be_Written_Is_Rolled_Back_When_It_Can() {
   expect_failed_update
   expect_line out "Rolled back an unfinished update: AMBREWICK"
   umount $world
-  check_in_script
-  rm "$world/$(last_converted)" "before/${world#*/}/$(last_converted)"
-  failed_update_in_script
+  interrupted_update
   make_read_only
   cli routes
   expect_status 0

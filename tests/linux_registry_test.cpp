@@ -13,14 +13,10 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::string_view Head =
-    "WINE REGISTRY Version 2\n;; All keys relative to \\\\Machine\n\n";
-constexpr std::string_view Games = "SOFTWARE\\Games\\1.0";
-
 std::optional<Registry_Value> Value_Of_Line(const std::string& lines) {
   const std::string file =
-      std::string(Head) + "[Software\\\\Games\\\\1.0] 1017\n#time=1c\n" + lines;
-  const auto values = Read_Registry_Key(file, Games);
+      "WINE REGISTRY Version 2\n\n[Software\\\\Games\\\\1.0] 1017\n#time=1c\n" + lines;
+  const auto values = Read_Registry_Key(file, "SOFTWARE\\Games\\1.0");
   const Registry_Value* value = values ? Find_Value(*values, "path") : nullptr;
   return value == nullptr ? std::nullopt : std::optional(*value);
 }
