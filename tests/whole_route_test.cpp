@@ -138,35 +138,18 @@ TEST(Rebase_Track_Database, What_Is_Cut_Or_Not_Of_The_Form_Is_Refused) {
   for (std::size_t length = 0; length < whole.size() - 2; length += 3) {
     refused.push_back(whole.substr(0, length));
   }
-  for (const Text& nodes :
-       std::initializer_list<Text>{u"TrVectorSections",
-                                   u"TrVectorSections )",
-                                   u"TrVectorSections ( )",
-                                   u"TrVectorSections ( x )",
-                                   u"TrVectorSections ( 0 0 )",
-                                   u"TrVectorSections ( 1 )",
-                                   u"TrVectorSections ( 2 " + own + u")",
-                                   u"TrVectorSections ( 0 " + own + u")",
-                                   u"TrVectorSections ( 1 0 " + own + u")",
-                                   u"TrVectorSections ( 0.0625 1900 )",
-                                   u"TrVectorSections ( -1 )",
-                                   u"TrVectorSections ( 1e999 )",
-                                   u"TrVectorSections ( 1 x" + own + u")",
-                                   u"TrVectorSections ( 1 \"" + own + u")",
-                                   u"TrVectorSections ( 1 1900 ( 501 )" + Text(Others) + u")",
-                                   u"TrVectorSections ( 1 1900 \"501\"" + Text(Others) + u")",
-                                   u"TrVectorSections ( 1 1900 501x" + Text(Others) + u")",
-                                   u"TrVectorSections ( 1 1900 1e999" + Text(Others) + u")",
-                                   u"TrJunctionNode",
-                                   u"TrJunctionNode 0 500",
-                                   u"TrJunctionNode ( 0 )",
-                                   u"TrJunctionNode ( 0 x 0 )",
-                                   u"TrJunctionNode ( 0 ( 500 ) )",
-                                   u"TrJunctionNode ( 0 \"500\" )",
-                                   u"(",
-                                   u"_INFO (",
-                                   u") TrJunctionNode ( 0 500 0 ) (",
-                                   u") TrVectorSections ( 0 ) ("}) {
+  for (const Text_View sections :
+       {u"( )", u"( x )", u"( 0 0 )", u"( 1 )", u"( 2 OWN)", u"( 0 OWN)", u"( 1 0 OWN)",
+        u"( 0.0625 1900 )", u"( -1 )", u"( 1e999 )", u"( 1 xOWN)", u"( 1 \"OWN)",
+        u"( 1 1900 ( 501 )OTHERS)", u"( 1 1900 \"501\"OTHERS)", u"( 1 1900 501xOTHERS)",
+        u"( 1 1900 1e999OTHERS)", u"", u")"}) {
+    const Text filled = Replace_Text(Replace_Text(sections, u"OWN", own), u"OTHERS", Others);
+    refused.push_back(Database(u"TrVectorSections " + filled));
+  }
+  for (const Text_View nodes : {u"TrJunctionNode", u"TrJunctionNode 0 500", u"TrJunctionNode ( 0 )",
+                                u"TrJunctionNode ( 0 x 0 )", u"TrJunctionNode ( 0 ( 500 ) )",
+                                u"TrJunctionNode ( 0 \"500\" )", u"(", u"_INFO (",
+                                u") TrJunctionNode ( 0 500 0 ) (", u") TrVectorSections ( 0 ) ("}) {
     refused.push_back(Database(nodes));
   }
   for (const Text& source : refused) {
@@ -254,13 +237,6 @@ TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Nu
   }
 }
 
-// There and back: the numbers that have moved are the own ones on the way back.
-Number_Set Moved(const Number_Set& numbers, Long delta) {
-  std::vector<Double> moved;
-  for (const Long number : numbers.In_Order()) moved.push_back(Double{1} * number + delta);
-  return Number_Set(moved);
-}
-
 struct Whole_Route {
   Text Local, World, Database;
   bool operator==(const Whole_Route&) const = default;
@@ -309,60 +285,6 @@ TEST(Whole_Route, Of_The_Sample_Converts_There_And_Back_And_Keeps_Its_References
     EXPECT_EQ(after.Counts(catalogue), before.Counts(catalogue)) << seed;
     EXPECT_EQ(after.Converted(38000, 37000), before) << seed;
   }
-}
-
-TEST(Whole_Route, Of_Any_Text_Converts_There_And_Back) {
-  constexpr std::array<Text_View, 22> parts = {u"TrackObj",
-                                               u"SectionIdx",
-                                               u"FileName",
-                                               u"(",
-                                               u"(",
-                                               u"(",
-                                               u")",
-                                               u")",
-                                               u")",
-                                               u"500",
-                                               u"501",
-                                               u"\t 501\r\n",
-                                               u"7",
-                                               u"x",
-                                               u"\"",
-                                               u"TrackObj ( SectionIdx (500) FileName (a.s) )",
-                                               u"TrJunctionNode ( 0 500 0 )",
-                                               u"TrVectorSections ( 0 )",
-                                               u"TrJunctionNode",
-                                               u"_SKIP (",
-                                               u"keep.s",
-                                               u"\r\n"};
-  sample::Random_Source random(1);
-  const Log_Line no_log = [](Text_View) {};
-  const Own_Numbers moved{Moved(Own.Sections, 100), Moved(Own.Shapes, 40)};
-  int worlds = 0;
-  int databases = 0;
-  const auto convert = [](int& converted, const auto& there_and_back) {
-    try {
-      there_and_back();
-      ++converted;
-    } catch (const Failure&) {
-      return;
-    }
-  };
-  for (int i = 0; i < 1500; ++i) {
-    Text text;
-    for (int part = 0; part < 25; ++part) text += Text(random.One_Of(parts)) + u" ";
-    convert(worlds, [&] {
-      const Passed_World there = Rebase_Own_Shapes(text, Own, 40, Shape_Id, no_log);
-      const Passed_World back = Rebase_Own_Shapes(there.Output, moved, -40, Shape_Id, no_log);
-      EXPECT_EQ(back.Output, text);
-      EXPECT_EQ(back.Count, there.Count);
-    });
-    convert(databases, [&] {
-      const Rebased_Database there = Rebase_Track_Database(Database(text), Own, 100, 40);
-      EXPECT_EQ(Rebase_Track_Database(there.Output, moved, -100, -40).Output, Database(text));
-    });
-  }
-  EXPECT_GT(worlds, 100);
-  EXPECT_GT(databases, 100);
 }
 
 }  // namespace
