@@ -279,6 +279,7 @@ TEST_F(Small_Installation,
       EXPECT_TRUE(window.Log().starts_with(Concatenate({message, u"\r\n", Standard_Line})))
           << To_Utf8(window.Log());
       EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), Small_Local);
+      EXPECT_EQ(train.Content(u"Quenby\\tmp\\w-1.w"), u"(no such file)");
       for (const Control_Row& row : Control_Table) {
         const bool stays =
             row.Type == Control_Type::Label || row.Id == cmdQuit || row.Id == txtMessages;
@@ -479,33 +480,6 @@ TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_T
     Window.Press(cmdCheck);
   }
   EXPECT_EQ(Log(), Joined({u"Checking: B, this will take some time", no_file}, world, No_Update));
-}
-
-TEST_F(Small_Installation, Files_Cut_At_Any_Unit_End_In_A_Message_And_Leave_The_Route_Alone) {
-  const Text local(Small_Local);
-  const Text world =
-      Small_World(u"300", u"360") + u" TrackObj ( SectionIdx ( 5 ) FileName ( keep.s ) )";
-  for (std::size_t length = 0; length < local.size() + world.size(); ++length) {
-    const Text cut_local = local.substr(0, length);
-    const Text cut_world = length < local.size() ? world : world.substr(0, length - local.size());
-    Installation train;
-    Memory_Window window;
-    train.Global(Small_Catalogue).Route(u"A").Local(cut_local).World(u"w-1.w", cut_world);
-    Start(window, Registry_Value, train);
-    window.Pick(cmbRoutes, u"A");
-    window.Select(optDynamic_1);
-    window.Press(cmdCheck);
-    const Text& log = window.Log();
-    const bool stopped = log.starts_with(u"Had problems reading route w-files!\r\n");
-    const bool no_local = log.find(u"No tsection.dat, seems like") != Text::npos;
-    EXPECT_TRUE(stopped || log.starts_with(Checking)) << length << To_Utf8(log);
-    EXPECT_TRUE(log.ends_with(u"before updating\r\n") || log.ends_with(u"No update needed\r\n"));
-    for (const Text& staged : train.Staged()) {
-      EXPECT_FALSE(staged == u"tsection.dat" ? no_local : stopped) << length;
-    }
-    EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), cut_local);
-    EXPECT_EQ(train.Content(u"routes\\A\\world\\w-1.w"), cut_world);
-  }
 }
 
 }  // namespace

@@ -250,7 +250,54 @@ class Interruption : public testing::Test {
 
   // Interrupts an update, lets the person act and the program go on, and looks at what is left.
   void Play(const Installation& whole, Fault fault, int operation, const Person& person,
-            bool acts_on_all, Next next);
+            bool acts_on_all, Next next) {
+    Installation train = whole;
+    Route_State of_person;
+    Route_State seen;
+    const auto act = [&] {
+      int number = 0;
+      for (const auto& [path, content] : Route_Of(train)) {
+        if (path == u"a.trk" || path == u"world\\w-3.w") continue;
+        person.Act(train, u"\\train\\routes\\A\\" + path, ++number);
+        if (!acts_on_all) break;
+      }
+      seen = Route_Of(train);
+      for (const auto& [path, content] : seen) {
+        if (content.starts_with(u"by the person")) of_person[path] = content;
+      }
+    };
+    Session session(train, fault, operation);
+    session.Run([&](Session& running) {
+      Check_And_Update_Twice(running);
+      if (fault != Fault::Failure_Raised || next == Next::Starts) return;
+      act();
+      if (next == Next::Updates_Again) running.Window.Press(cmdUpdate);
+      if (next == Next::Checks_Another_Route) {
+        running.Window.Pick(cmbRoutes, u"B");
+        running.Window.Press(cmdCheck);
+      }
+      if (next == Next::Restores && !Updates_Of_A(train).empty()) Restore_First(running);
+    });
+    if (fault != Fault::Failure_Raised || next == Next::Starts) act();
+    const Route_State before_start = Route_Of(train);
+    Session restart(train);
+    restart.Run(Nothing);
+    const Route_State route = Route_Of(train);
+    const bool person_removes = std::string_view(person.Name) == "removes";
+    EXPECT_TRUE(person_removes || Has_All_Names(train));
+    EXPECT_TRUE(route == seen || Is_On_One_Numbering(route));
+    EXPECT_FALSE(Is_Unfinished(train));
+    EXPECT_TRUE(route == before_start || restart.Logged(u"Rolled back an unfinished update: A"));
+    for (const auto& [path, content] : of_person) {
+      EXPECT_TRUE(Has(train, content)) << To_Utf8(path);
+      const bool was_set_aside = before_start.contains(path) && before_start.at(path) == content &&
+                                 (!route.contains(path) || route.at(path) != content);
+      const Text_View line = u"Set aside a file that was changed since the update: ";
+      EXPECT_TRUE(!was_set_aside || restart.Logged(line) || session.Logged(line));
+    }
+    Session(train).Run(Nothing);
+    EXPECT_EQ(Route_Of(train), route) << "a second start";
+  }
 };
 
 TEST_F(Interruption, Any_Operation_Of_Check_And_Update_Leaves_The_Route_Whole_After_A_Restart) {
@@ -305,56 +352,6 @@ TEST_F(Interruption, Any_Operation_Of_A_Restart_Can_Be_Interrupted_In_Turn) {
       }
     }
   }
-}
-
-void Interruption::Play(const Installation& whole, Fault fault, int operation, const Person& person,
-                        bool acts_on_all, Next next) {
-  Installation train = whole;
-  Route_State of_person;
-  Route_State seen;
-  const auto act = [&] {
-    int number = 0;
-    for (const auto& [path, content] : Route_Of(train)) {
-      if (path == u"a.trk" || path == u"world\\w-3.w") continue;
-      person.Act(train, u"\\train\\routes\\A\\" + path, ++number);
-      if (!acts_on_all) break;
-    }
-    seen = Route_Of(train);
-    for (const auto& [path, content] : seen) {
-      if (content.starts_with(u"by the person")) of_person[path] = content;
-    }
-  };
-  Session session(train, fault, operation);
-  session.Run([&](Session& running) {
-    Check_And_Update_Twice(running);
-    if (fault != Fault::Failure_Raised || next == Next::Starts) return;
-    act();
-    if (next == Next::Updates_Again) running.Window.Press(cmdUpdate);
-    if (next == Next::Checks_Another_Route) {
-      running.Window.Pick(cmbRoutes, u"B");
-      running.Window.Press(cmdCheck);
-    }
-    if (next == Next::Restores && !Updates_Of_A(train).empty()) Restore_First(running);
-  });
-  if (fault != Fault::Failure_Raised || next == Next::Starts) act();
-  const Route_State before_start = Route_Of(train);
-  Session restart(train);
-  restart.Run(Nothing);
-  const Route_State route = Route_Of(train);
-  const bool person_removes = std::string_view(person.Name) == "removes";
-  EXPECT_TRUE(person_removes || Has_All_Names(train));
-  EXPECT_TRUE(route == seen || Is_On_One_Numbering(route));
-  EXPECT_FALSE(Is_Unfinished(train));
-  EXPECT_TRUE(route == before_start || restart.Logged(u"Rolled back an unfinished update: A"));
-  for (const auto& [path, content] : of_person) {
-    EXPECT_TRUE(Has(train, content)) << To_Utf8(path);
-    const bool was_set_aside = before_start.contains(path) && before_start.at(path) == content &&
-                               (!route.contains(path) || route.at(path) != content);
-    const Text_View line = u"Set aside a file that was changed since the update: ";
-    EXPECT_TRUE(!was_set_aside || restart.Logged(line) || session.Logged(line));
-  }
-  Session(train).Run(Nothing);
-  EXPECT_EQ(Route_Of(train), route) << "a second start";
 }
 
 TEST_F(Interruption, What_A_Person_Changes_Before_The_Program_Goes_On_Is_Never_Lost) {

@@ -35,10 +35,7 @@ Text Dyntrack(Text_View first_number) {
 }
 
 TEST(Route_Display_Name, Stands_Behind_The_First_Name_In_The_File) {
-  const struct {
-    Text_View Source;
-    Text_View Name;
-  } cases[] = {
+  const std::pair<Text_View, Text_View> cases[] = {
       {u"Name ( \" North Line \" )", u"North Line"},
       {u"RouteID ( x ) NAME(North (Line) )", u"North (Line"},
       {u"FileName ( x.s ) Name ( y )", u"x.s"},
@@ -100,10 +97,7 @@ Shapes Shapes_Of(Text_View text) {
 }
 
 TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
-  const struct {
-    Text_View Source;
-    Shapes Found;
-  } cases[] = {
+  const std::pair<Text_View, Shapes> cases[] = {
       {u" 20 TrackShape ( 7 FileName ( \" a b.s \" ) Other ( 1 ) )", {{7, u"a b.s"}}},
       {u"trackshape ( 8 Other ( 1 ) FILENAME ( b.s ) ) TrackShape(9 filename(c.s))", {{9, u"c.s"}}},
       {u"TrackShape ( x FileName ( a.s ) )", {{0, u"a.s"}}},

@@ -90,29 +90,23 @@ TEST_F(Qt_Window_Test, The_Form_Has_Its_Size_Caption_And_Icon_And_Every_Control_
   EXPECT_EQ(Widget(txtMessages).accessibleName(), "Message log");
 }
 
-// The extent of the text against the box of the control, both from the widgets themselves.
-void Expect_Nothing_Is_Cut_Off(const Qt_Window& window) {
-  for (const Control_Row& row : Control_Table) {
-    if (row.Type == Control_Type::Log_Text_Box) continue;
-    SCOPED_TRACE(Written_Name(row));
-    const QWidget& widget = window.Widget(row.Id);
-    const QFontMetricsF metrics(widget.font());
-    const QRect space = Text_Space(widget, row);
-    EXPECT_TRUE(widget.rect().contains(space));
-    EXPECT_LE(metrics.height(), space.height());
-    EXPECT_LE(metrics.horizontalAdvance(To_Qt(row.Caption).remove(u'&')), space.width());
-    EXPECT_GE(metrics.height(), 8) << "too small to read";
-  }
-}
-
 TEST_F(Qt_Window_Test, No_Text_Is_Cut_Off_With_Any_Desktop_Font) {
   const QFont usual = QApplication::font();
   for (const char* family : {"DejaVu Sans", "Liberation Sans", "Noto Mono"}) {
     for (const int points : {8, 10, 14, 24}) {
-      SCOPED_TRACE(testing::Message() << family << " " << points);
       QApplication::setFont(QFont(QLatin1String(family), points));
-      Qt_Window window;
-      Expect_Nothing_Is_Cut_Off(window);
+      const Qt_Window window;
+      for (const Control_Row& row : Control_Table) {
+        if (row.Type == Control_Type::Log_Text_Box) continue;
+        SCOPED_TRACE(testing::Message() << family << " " << points << " " << Written_Name(row));
+        const QWidget& widget = window.Widget(row.Id);
+        const QFontMetricsF metrics(widget.font());
+        const QRect space = Text_Space(widget, row);
+        EXPECT_TRUE(widget.rect().contains(space));
+        EXPECT_LE(metrics.height(), space.height());
+        EXPECT_LE(metrics.horizontalAdvance(To_Qt(row.Caption).remove(u'&')), space.width());
+        EXPECT_GE(metrics.height(), 8) << "too small to read";
+      }
     }
   }
   QApplication::setFont(usual);

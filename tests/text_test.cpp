@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "text/block_walker.h"
 #include "text/letter_case.h"
@@ -75,10 +76,7 @@ TEST(Split_Text, Every_Single_Blank_Cuts_And_Join_And_Replace_Text_Take_Every_Oc
 }
 
 TEST(Text_Value, Reads_The_Number_At_The_Start_And_Nothing_Behind_It) {
-  const struct {
-    Double Value;
-    std::vector<Text_View> Sources;
-  } cases[] = {
+  const std::pair<Double, std::vector<Text_View>> cases[] = {
       {0, {u"", u"x12", u"--7", u".", u"-", u"e5", u"& 12", u"&x", u"1e-400", u"0e99999999999999"}},
       {7, {u"+7", u"7e", u"7e+", u"7 elephants", u"007"}},
       {-7, {u"- 7"}},
@@ -110,19 +108,16 @@ TEST(Text_Value, Beyond_The_Range_Of_A_Double_Is_A_Failure) {
 }
 
 TEST(Number_Text, Fifteen_Digits_With_A_Blank_Or_A_Sign) {
-  const struct {
-    Double Number;
-    Text_View Written;
-  } cases[] = {{-0.0, u" 0"},
-               {-3, u"-3"},
-               {999999999999999, u" 999999999999999"},
-               {999999999999999.9, u" 1E+15"},
-               {-1.5e20, u"-1.5E+20"},
-               {1.7976931348623157e308, u" 1.79769313486232E+308"},
-               {-0.25, u"-.25"},
-               {0.001, u" .001"},
-               {123456789.987654321, u" 123456789.987654"},
-               {0.1 + 0.2, u" .3"}};
+  const std::pair<Double, Text_View> cases[] = {{-0.0, u" 0"},
+                                                {-3, u"-3"},
+                                                {999999999999999, u" 999999999999999"},
+                                                {999999999999999.9, u" 1E+15"},
+                                                {-1.5e20, u"-1.5E+20"},
+                                                {1.7976931348623157e308, u" 1.79769313486232E+308"},
+                                                {-0.25, u"-.25"},
+                                                {0.001, u" .001"},
+                                                {123456789.987654321, u" 123456789.987654"},
+                                                {0.1 + 0.2, u" .3"}};
   for (const auto& [number, written] : cases) EXPECT_EQ(Number_Text(number), written) << number;
 }
 
@@ -150,10 +145,8 @@ TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
 }
 
 TEST(Find_Blocks, Every_Block_Has_The_Bracket_That_Closes_It) {
-  const struct {
-    Text_View Source;
-    std::vector<std::vector<Position>> Found;  // keyword, "(" and ")"
-  } cases[] = {
+  // The keyword, "(" and ")" of each block.
+  const std::pair<Text_View, std::vector<std::vector<Position>>> cases[] = {
       {u"none ( )", {}},
       {u"k", {{1, 0, 0}}},
       {u") ) k ( ( ) ) )", {{5, 7, 13}}},
@@ -172,10 +165,7 @@ TEST(Find_Blocks, Every_Block_Has_The_Bracket_That_Closes_It) {
 }
 
 TEST(Strip_Blocks, The_Blocks_Of_The_Tag_Go_And_All_Else_Stays) {
-  const struct {
-    Text_View Source;
-    Text_View Stripped;
-  } cases[] = {
+  const std::pair<Text_View, Text_View> cases[] = {
       {u"no tag ( at ) all", u"no tag ( at ) all"},
       {u"a _SKIP ( x ( y ( z ) ) ) b", u"a  b"},
       {u"a\r\n\t_skip(x)\r\nb", u"a\r\n\t\r\nb"},
