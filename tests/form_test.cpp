@@ -334,6 +334,7 @@ TEST_F(Whole_Conversion,
   Window.Press(cmdCheck);
   EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
   EXPECT_EQ(Train.Content(u"Quenby\\tmp\\route\\left over.tdb"), u"old");
+  EXPECT_EQ(Window.Log().find(u"databases"), Text::npos);
   Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
   const Lines own{u"",
