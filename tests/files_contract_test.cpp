@@ -60,11 +60,12 @@ TEST_F(Files_Contract, A_File_Is_There_From_Close_On_And_Replaces_One_Only_Where
   EXPECT_EQ(Machine.Names_In(u"new"), Names());
   EXPECT_EQ(Machine.Names_In(u"old"), Names({u"a.w"}));
   EXPECT_EQ(Machine.Bytes(u"old/a.w"), "a longer text that was here before");
-  const auto stream = Files().CreateTextFile(Path(u"new\\a.w"), false, true);
+  auto stream = Files().CreateTextFile(Path(u"new\\a.w"), false, true);
   stream->Write(u"mine");
   Machine.Plant(u"new/a.w", "theirs");
   EXPECT_THROW(stream->Close(), Failure);
   EXPECT_EQ(Machine.Bytes(u"new/a.w"), "theirs");
+  stream.reset();
   Write(Path(u"new\\a.w"), u"new");
   Write(Path(u"new\\b.w"), u"new", false);
   EXPECT_EQ(Machine.Bytes(u"new/a.w"), "new");
