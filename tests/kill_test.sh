@@ -25,6 +25,7 @@ sleep_below() {
   sleep "$((microseconds / 1000000)).$(printf %06d $((microseconds % 1000000)))"
 }
 one_of() { shift $((RANDOM % $#)) && echo "$1"; }
+cli() { run timeout 200 "$programs/rivelt-cli" --root msts "$@"; }
 start() { "$programs/rivelt-cli" --root msts "$@" >out 2>err </dev/null & }
 kill_it() {
   kill -KILL $! 2>/dev/null || true
@@ -153,17 +154,17 @@ person() {
 
 # No name is there twice, none is missing that nobody has removed or that an unfinished Update has
 # to put back, and all files are on one numbering.
-expect_one_numbering() { # STAGE
-  sums_of $route >is
+expect_one_numbering() { # FOLDER STAGE
+  sums_of "$1" >is
   expect_empty <(cut -d ' ' -f 2- is | uniq -d | sed 's/^/twice: /')
   cut -d ' ' -f 2- old | comm -23 - <(cut -d ' ' -f 2- is) >missing
-  if [ "$1" = moving ]; then
+  if [ "$2" = moving ]; then
     (cd staged && find . -type f) | sed 's|^\./w\|^\./x|world/&|; s|\./||' >converted
     sort -o converted converted
     expect_empty <(comm -12 missing converted | sed 's/^/missing: /')
   fi
   expect_empty <(comm -23 missing removed | sed 's/^/missing: /')
-  diff -rq -x '.rivelt-*' $route touched_by_person >/dev/null && return
+  diff -rq -x '.rivelt-*' "$1" touched_by_person >/dev/null && return
   local numbering
   for numbering in old new; do
     # What the person wrote is on the numbering of what it was before.
@@ -181,6 +182,17 @@ expect_nothing_lost() {
   expect_empty <(cut -d ' ' -f 1 person | sort -u | comm -23 - kept | sed 's/^/lost: /')
 }
 
+# What has been done about the Update of an installation that the person has changed is in the log.
+expect_told() {
+  local aside=0
+  [ -z "$(find msts/Quenby/backup -path '*/changed since/*' -type f 2>/dev/null)" ] ||
+    aside=$(find msts/Quenby/backup -path '*/changed since/*' -type f | wc -l)
+  [ "$(cat out err | grep -c '^Set aside a file that was changed since')" -eq "$aside" ] ||
+    fail "$aside files were set aside: $(head -n 5 out err)"
+  diff -rq -x '.rivelt-*' $route touched_by_person >/dev/null ||
+    expect_line <(cat out err) "Rolled back an unfinished update: AMBREWICK"
+}
+
 expect_clean() {
   expect_same sample/Global msts/Global
   expect_empty <(find msts/ ${world_disk:+"$away/"} -mindepth 1 -name '.*' -o -name '*.unfinished')
@@ -196,27 +208,43 @@ killed_restart() {
   ! is_unfinished || restarts_killed=$((restarts_killed + 1))
 }
 
-# A further command that is killed leaves what it found or what it makes.
+# A further command that is killed leaves what it found, once recovered, or what it would have made.
 killed_command() {
-  local command
-  command=$(one_of 'update --all' restore)
-  happened+=", $command killed"
-  # shellcheck disable=SC2086 # it is words
-  start $command Ambrewick --yes
+  rm -rf reference found made
+  cp -a msts reference
+  [ -z "$world_disk" ] || {
+    rm reference/Routes/AMBREWICK/World
+    cp -a "$away" reference/Routes/AMBREWICK/World
+  }
+  timeout 200 "$programs/rivelt-cli" --root reference routes >out 2>err
+  cp -rL reference/Routes found
+  expect_one_numbering found/AMBREWICK "$reached"
+  timeout 200 "$programs/rivelt-cli" --root reference "$@" --yes >out 2>err || true
+  start "$@" --yes
   sleep_below $((update_time * 3 / 2))
   kill_it
   cli routes
-  diff -rq msts/Routes sample/Routes >differs || diff -rq msts/Routes updated >>differs ||
-    fail "the route is neither old nor new: $(head -n 3 differs)"
+  diff -rq msts/Routes found >differs || diff -rq msts/Routes reference/Routes >>differs ||
+    fail "$* left neither what it found nor what it makes: $(head -n 3 differs)"
 }
 
 after_the_person() {
   rm -rf touched_by_person
   cp -rL $route touched_by_person
-  ((RANDOM % 3)) || { killed_restart && happened+=", restart killed"; }
-  cli routes
-  expect_status 0
-  expect_one_numbering "$reached"
+  local next
+  next=$(one_of start other update restore)
+  happened+=", then $next"
+  case $next in
+    start | other)
+      ((RANDOM % 3)) || { killed_restart && happened+=" killed"; }
+      if [ "$next" = start ]; then cli routes; else cli check "Brenn Valley Line"; fi
+      expect_status 0
+      [[ $happened = *killed ]] || expect_told
+      expect_one_numbering $route "$reached"
+      ;;
+    update) killed_command update Ambrewick --all ;;
+    restore) killed_command restore Ambrewick ;;
+  esac
   expect_nothing_lost
 }
 
@@ -240,7 +268,6 @@ for ((round = 0; round < rounds && failures == 0; ++round)); do
     cli routes
     expect_status 0
     expect_all_old_or_all_new "$reached"
-    killed_command
   else
     change=$(one_of edit replace remove rename put_back) who=$(one_of first one all)
     person "$change" "$who"
