@@ -39,9 +39,10 @@ Staged_File::Staged_File(std::wstring target)
 
 Staged_File::~Staged_File() {
   if (Is_In_Place) return;
-  Is_Marked = Mark_For_Deletion(true);
+  Mark_For_Deletion(true);
   Handle.reset();
-  if (!Is_Marked) DeleteFileW(Temporary_Path.c_str());
+  // Not every system keeps to the mark once a rename has failed.
+  DeleteFileW(Temporary_Path.c_str());
 }
 
 void Staged_File::Write(std::string_view bytes) {
