@@ -1,6 +1,9 @@
 #include "backup/placed_files.h"
 
+#include <utility>
+
 #include "app/places.h"
+#include "text/letter_case.h"
 
 namespace rivelt {
 
@@ -61,6 +64,16 @@ std::vector<Text> Placed_Files::Places() const {
   const auto world = Files.GetFolder(Path(places::World_Folder));
   add(*world, world->name() + u"\\");
   return found;
+}
+
+std::set<Text> Placed_Files::Twins() const {
+  std::set<Text> seen;
+  std::set<Text> twins;
+  for (const Text& place : Places()) {
+    Text folded = Fold_Case(place);
+    if (!seen.insert(folded).second) twins.insert(std::move(folded));
+  }
+  return twins;
 }
 
 void Placed_Files::Flush() const {

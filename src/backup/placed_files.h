@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "app/file_service.h"
@@ -40,6 +41,9 @@ class Placed_Files {
 
   // Of every file in the folder and in its World folder.
   std::vector<Text> Places() const;
+
+  // The folded places that more than one file has, in names that differ in letter case only.
+  std::set<Text> Twins() const;
 
   // Returns when what is in the two folders is safe on disk.
   void Flush() const;

@@ -39,7 +39,7 @@ class Restoration {
         Update(files, root, route) {}
 
   Restored Run() {
-    Note_Twins();
+    Twins = In_Route.Twins();
     Collect();
     Note_Newer_Files();
     std::erase_if(Wanted, [this](const auto& item) { return Is_There(item.second); });
@@ -53,13 +53,6 @@ class Restoration {
   Text Key(const Text& place) const {
     const Text folded = Fold_Case(place);
     return Twins.contains(folded) ? place : folded;
-  }
-
-  void Note_Twins() {
-    std::set<Text> seen;
-    for (const Text& place : In_Route.Places()) {
-      if (!seen.insert(Fold_Case(place)).second) Twins.insert(Fold_Case(place));
-    }
   }
 
   // The earliest update of those at or after the time decides for each file.

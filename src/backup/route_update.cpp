@@ -53,7 +53,7 @@ void Route_Update::Make_Folder() {
 void Route_Update::Keep_Originals(const std::vector<Replacement>& replacements) {
   Begin();
   try {
-    Note_Twins();
+    Twins = Current->Route.Twins();
     Carry_Over(replacements);
     for (const Replacement& replacement : replacements) {
       if (!By_Place.contains(replacement.Place)) Add(replacement, Kept(replacement));
@@ -126,13 +126,6 @@ void Route_Update::Keep_File(File& original, Journal_File& file) {
   Newly_Kept.push_back(file);
   file.Original = Newly_Kept.back().Original =
       Content_Of(*Files.GetFile(Current->Kept.Path(place)));
-}
-
-void Route_Update::Note_Twins() {
-  std::set<Text> seen;
-  for (const Text& place : Current->Route.Places()) {
-    if (!seen.insert(Fold_Case(place)).second) Twins.insert(Fold_Case(place));
-  }
 }
 
 // Two new files for one original: the second would replace the first.

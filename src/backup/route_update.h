@@ -62,7 +62,6 @@ class Route_Update {
   void Add(const Replacement& replacement, Journal_File file);
   Journal_File Kept(const Replacement& replacement);
   void Keep_File(File& original, Journal_File& file);
-  void Note_Twins();
   void Require_Distinct_Originals() const;
   void Flush_Kept(const std::vector<Replacement>& replacements) const;
 
