@@ -279,6 +279,18 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
   return result;
 }
 
+namespace {
+
+bool Has_Own_Shape(const Text& text, const Own_Numbers& own) {
+  for (Position p = 0; (p = Find_Text(p + 1, text, u"SectionIdx")) != 0;) {
+    const Position open = Find_Text(p, text, u"(");
+    if (open != 0 && own.Shapes.Has(Text_Value(Mid_Text(text, open + 1)))) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_delta,
                                const std::function<Long(Text_View)>& shape_id,
                                const Log_Line& log) {
@@ -289,6 +301,7 @@ Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_del
     name = Trim_Text(name.substr(name.find_last_of(u"\\/") + 1));
     return is_known || (number != -1 && shape_id(name) == number);
   };
+  if (!Has_Own_Shape(rest, own)) return {rest, 0};
   while (const Position p = Find_Text(1, rest, u"TrackObj")) {
     result.Output += Left_Text(rest, p - 1);
     rest = Mid_Text(rest, p);

@@ -30,7 +30,7 @@ Long Shape_Id(Text_View name) {
 }
 
 Passed_World Rebase_World(Text_View text, std::vector<Text>& lines) {
-  return Rebase_Own_Shapes(text, Own, 40, Shape_Id,
+  return Rebase_Own_Shapes(Text(text), Own, 40, Shape_Id,
                            [&](Text_View line) { lines.emplace_back(line); });
 }
 
@@ -76,12 +76,12 @@ TEST(Rebase_Own_Shapes, Only_The_Digits_Of_Own_Shapes_Change) {
 
 TEST(Rebase_Own_Shapes, What_Has_No_End_And_Cannot_Be_Read_Is_Refused) {
   for (const Text_View source :
-       {u"TrackObj", u"TrackObj (", u"TrackObj ( SectionIdx", u"TrackObj ( SectionIdx (",
-        u"TrackObj ( SectionIdx ( 1 )", u"TrackObj ( FileName ( x ) SectionIdx ( 1 )",
+       {u"TrackObj", u"TrackObj (", u"TrackObj ( SectionIdx", u"TrackObj ( FileName ( x )",
         u"TrackObj ( SectionIdx ( 500 ) FileName ( x", u"TrackObj ( SectionIdx ( 500 ) FileName",
         u"TrackObj ( ) TrackObj (", u"TrackObj ( SectionIdx ( 1e999 ) FileName ( x ) )"}) {
     std::vector<Text> lines;
-    EXPECT_THROW(Rebase_World(source, lines), Failure) << To_Utf8(source);
+    EXPECT_THROW(Rebase_World(u"SectionIdx ( 500 ) " + Text(source), lines), Failure)
+        << To_Utf8(source);
   }
 }
 

@@ -75,8 +75,9 @@ class frmMain {
   void Do_World();
   bool Convert_World_File(File& file);  // false: the walk has to end
 
-  // The rest of a route as a whole: its track objects of its own shapes and its databases.
-  bool Moves_Whole_Route() const;
+  bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
+
+  // Of a route as a whole.
   void Do_Databases();
   void Convert_Database(Text_View name);
 
@@ -114,7 +115,7 @@ class frmMain {
   Long Reserved_Shapes = 0;
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
-  Own_Numbers Own;          // the current route's local ids before they moved
+  Own_Numbers Own;          // the current route's local ids that move, as they were before
   bool Last_Whole = false;  // whether the last check converted the route as a whole
 
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
