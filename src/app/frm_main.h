@@ -90,7 +90,7 @@ class frmMain {
   void Stage(Text_View name, Text_View text, const File_State& original);
   void Empty_Folder(const Text& path);
 
-  // The steps of the commands behind Do_Check.
+  // The steps of the commands after Do_Check.
   void Report_Staged_Files();
   void Move_Staged_Files();
   Collection<File> Staged_Databases() const;

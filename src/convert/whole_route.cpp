@@ -22,7 +22,7 @@ Text Moved(Double number, Long delta) {
   return Text(Trim_Text(Number_Text(number + delta)));
 }
 
-// Most files have no own shape behind any "SectionIdx", and need no closer look.
+// Most files have no own shape after any "SectionIdx", and need no closer look.
 bool May_Have_Own_Shapes(Text_View text, const Number_Set& own) {
   Forward_Search opens(text, u"(");
   Position last_open = 0;

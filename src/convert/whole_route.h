@@ -17,7 +17,7 @@ namespace rivelt {
 // shape_id, which gives the catalogue's id for a name or -1, gives its name that very number.
 // Counts those objects and logs how many, if there are any. An object that cannot be read inside
 // its brackets is left as it is. Failure: a number beyond the range of a Double, or, in a text that
-// has an own number behind any "SectionIdx", an object that cannot be read and has no end.
+// has an own number after any "SectionIdx", an object that cannot be read and has no end.
 Passed_World Rebase_Own_Shapes(Text text, const Own_Numbers& own, Long shape_delta,
                                const std::function<Long(Text_View)>& shape_id, const Log_Line& log);
 
