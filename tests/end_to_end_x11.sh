@@ -32,21 +32,17 @@ click 1200 1237
 type_text a1t10mstrt
 keys Tab alt+Down Home Return  # " -delete-" is the first entry
 keys alt+c
-has_staged_files() { compgen -G "$train/Quenby/tmp/*.w" >/dev/null; }
-wait_until has_staged_files || fail "Check staged no world file"
-# As long as the check goes on the key is dropped.
-press_update() { keys alt+u; shows_window Update; }
-wait_until press_update || fail "no confirmation"
+wait_until compgen -G "$train/Quenby/tmp/*.w" >/dev/null || fail "Check staged no world file"
+wait_until press_until_shown Update keys alt+u || fail "no confirmation"
 focus Update
 keys Return
-nothing_staged() { [ -z "$(ls "$train/Quenby/tmp")" ]; }
-wait_until nothing_staged || fail "Update left files behind"
 focus Rivelt
-keys alt+s
+wait_until press_until_shown "Save As" keys alt+s || fail "no dialog to save the log"
 focus "Save As"
 type_text "$scratch/log.txt"
 keys Return
 wait_until test -s "$scratch/log.txt" || fail "Save wrote nothing"
+[ -z "$(ls "$train/Quenby/tmp")" ] || fail "Update left files behind"
 tail -1 "$scratch/log.txt" | grep -q '^Finished updating ' || fail "the log ends otherwise"
 focus Rivelt
 screenshot "$build/end_to_end.png"

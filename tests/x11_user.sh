@@ -42,6 +42,13 @@ focus() {
   sleep 0.2
 }
 
+# press_until_shown WINDOW COMMAND...: as long as the program works, what is pressed is dropped.
+press_until_shown() {
+  "${@:2}"
+  sleep 1
+  shows_window "$1"
+}
+
 # start_program PROGRAM FOLDER: in the working folder FOLDER.
 start_program() {
   (cd "$2" && QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$SCALE exec "$1") &
