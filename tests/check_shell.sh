@@ -23,14 +23,15 @@ expect_status() {
   [ ! -e err ] || sed 's/^/  err: /' err
 }
 
-# expect_line FILE LINE...: a file holds each line; or a part of one.
-expect_line() {
-  local line
-  for line in "${@:2}"; do
-    grep -qFx -- "$line" "$1" || { fail "$1 lacks the line: $line" && sed 's/^/  /' "$1"; }
+# expect_line FILE LINE...: a file holds each line, or part of one.
+expect_line() { expect_found -qFx "$@"; }
+expect_part() { expect_found -qF "$@"; }
+expect_found() {
+  local wanted
+  for wanted in "${@:3}"; do
+    grep "$1" -- "$wanted" "$2" || { fail "$2 lacks: $wanted" && sed 's/^/  /' "$2"; }
   done
 }
-expect_part() { grep -qF -- "$2" "$1" || { fail "$1 lacks: $2" && sed 's/^/  /' "$1"; }; }
 expect_no_part() { ! grep -F -- "$2" "$1" || fail "$1 should not hold: $2"; }
 expect_empty() {
   local content
