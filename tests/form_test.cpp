@@ -20,8 +20,7 @@ class Form : public testing::Test {
     window.Start(registry, [&train] { return std::make_unique<Memory_Files>(train.Disk); });
   }
 
-  // The lines that the log got since the start.
-  Lines Log() const { return Lines_Of(Window.Log()); }
+  Text Log() const { return Replace_Text(Window.Log(), Line_End, u"\n"); }
 
   Installation Train;
   Fixed_Registry Registry_Value{"\\train"};
@@ -45,12 +44,11 @@ TEST_F(Form, Start_Logs_The_Catalogue_And_Its_Duplicates_And_Prompts) {
       u"TrackShape ( 7 FileName ( \xE4.s ) ) )");
   Start();
   EXPECT_EQ(Log(),
-            (Lines{u"Reading installed routes", u"Reading global\\tsection.dat version '12a'",
-                   u"Id  9 duplicate shape \xC4.S same as id  7",
-                   u"Id  7 duplicate shape \xE4.s same as id  7",
-                   u"Ids 102 - 105 are duplicates made by Kuju.", u" 30 reserved track sections.",
-                   u" 20 reserved track shapes,  1 used", u"",
-                   u"Select a route above for check/update"}));
+            u"Reading installed routes\nReading global\\tsection.dat version '12a'\n"
+            u"Id  9 duplicate shape \xC4.S same as id  7\n"
+            u"Id  7 duplicate shape \xE4.s same as id  7\n"
+            u"Ids 102 - 105 are duplicates made by Kuju.\n 30 reserved track sections.\n"
+            u" 20 reserved track shapes,  1 used\n\nSelect a route above for check/update\n");
   EXPECT_EQ(Window.List(cmbTracks(4)).Count(), 2u) << "one shape and the order to delete";
 }
 
@@ -67,26 +65,25 @@ TEST_F(Form, Routes_Of_One_Name_Show_Twice_And_The_First_Folder_Keeps_It) {
 TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message) {
   const Text_View no_routes = u"Could not read installed routes!";
   const Text_View no_sections = u"Could not read installed track sections!";
+  using File = std::pair<Text_View, Text>;
+  const File route{u"routes\\a\\a.trk", u"Name ( a )"};
+  const Text_View catalogue = u"global\\tsection.dat";
   const struct {
     const char* Situation;
-    std::function<void(Installation&)> Make;
     Text_View Message;
+    std::vector<File> Files;
   } cases[] = {
-      {"no routes folder", [](Installation&) {}, no_routes},
-      {"a .trk without a name",
-       [](Installation& train) { train.Route(u"a").Put(u"routes\\b\\b.trk", u"Nam"); }, no_routes},
-      {"no catalogue", [](Installation& train) { train.Route(u"a"); }, no_sections},
-      {"an empty catalogue", [](Installation& train) { train.Route(u"a").Global(u""); },
-       no_sections},
-      {"a binary catalogue",
-       [](Installation& train) { train.Route(u"a").Global(Text(500, u'\x0100')); }, no_sections},
-      {"a comment that is never closed",
-       [](Installation& train) { train.Route(u"a").Global(u"Build 1) _INFO ("); }, no_sections},
+      {"no routes folder", no_routes, {}},
+      {"a .trk without a name", no_routes, {route, {u"routes\\b\\b.trk", u"Nam"}}},
+      {"no catalogue", no_sections, {route}},
+      {"an empty catalogue", no_sections, {route, {catalogue, u""}}},
+      {"a binary catalogue", no_sections, {route, {catalogue, Text(500, u'\x0100')}}},
+      {"a comment that is never closed", no_sections, {route, {catalogue, u"Build 1) _INFO ("}}},
   };
-  for (const auto& [situation, make, message] : cases) {
+  for (const auto& [situation, message, files] : cases) {
     Installation train;
     Memory_Window window;
-    make(train);
+    for (const auto& [path, content] : files) train.Put(path, content);
     Start(window, Registry_Value, train);
     EXPECT_EQ(window.Log(), Concatenate({message, u"\r\n", Standard_Line})) << situation;
   }
@@ -94,7 +91,7 @@ TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message) {
 
 TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
   Window.Start(Registry_Value, []() -> std::unique_ptr<File_System_Object> { throw Failure(); });
-  EXPECT_EQ(Log(), (Lines{u"Could not load Rivelt!", Text(Standard_Line)}));
+  EXPECT_EQ(Log(), Concatenate({u"Could not load Rivelt!\n", Standard_Line}));
 }
 
 // A registry with or without the key, and a record of how it was used.
@@ -151,34 +148,22 @@ class Small_Installation : public Form {
     Window.Pick(cmbRoutes, u"A");
   }
 
-  // What a full run logs after the first line, for route A and dynamic track only.
-  const Lines Passes{u"Local tsection.dat",
-                     u"SectionIdx changed:  300 ->  400",
-                     u"ShapeIdx changed:  360 ->  500",
-                     u"Total of  1 dynamic tracks",
-                     u"",
-                     u"world\\w-1.w",
-                     u" 1 dynamic tracks",
-                     u"",
-                     u"world\\w-2.W",
-                     u" 0 dynamic tracks"};
-
-  static Lines Joined(Lines first, const Lines& second, const Lines& third = {}) {
-    for (const Lines& more : {second, third}) first.insert(first.end(), more.begin(), more.end());
-    return first;
-  }
-
-  const Text Checking = u"Checking: A, this will take some time";
-  const Text Updating = u"Updating: A, this will take some time";
-  const Lines Two_Staged{u"", u" 2 updated files are in Quenby\\tmp",
-                         u"You may look them over before updating"};
-  const Lines No_Update{u"", u"No update needed"};
+  // What is logged for route A and dynamic track only.
+  const Text Checking = u"Checking: A, this will take some time\n";
+  const Text Updating = u"Updating: A, this will take some time\n";
+  const Text Passes =
+      u"Local tsection.dat\nSectionIdx changed:  300 ->  400\nShapeIdx changed:  360 ->  500\n"
+      u"Total of  1 dynamic tracks\n\nworld\\w-1.w\n 1 dynamic tracks\n\n"
+      u"world\\w-2.W\n 0 dynamic tracks\n";
+  const Text Two_Staged = u"\n 2 updated files are in Quenby\\tmp\n";
+  const Text Look_Over = u"You may look them over before updating\n";
+  const Text No_Update = u"\nNo update needed\n";
 };
 
 TEST_F(Small_Installation, Check_Stages_What_Changed_And_A_Second_One_Only_Counts) {
   Train.Put(u"Quenby\\tmp\\left over.w", u"").Put(u"Quenby\\tmp\\sub\\kept", u"");
   Window.Press(cmdCheck);
-  EXPECT_EQ(Log(), Joined({Checking}, Passes, Two_Staged));
+  EXPECT_EQ(Log(), Checking + Passes + Two_Staged + Look_Over);
   EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
   EXPECT_EQ(Train.Content(u"Quenby\\tmp\\tsection.dat"), Moved_Local);
   EXPECT_EQ(Train.Content(u"Quenby\\tmp\\w-1.w"), Small_World(u"400", u"500"));
@@ -187,8 +172,7 @@ TEST_F(Small_Installation, Check_Stages_What_Changed_And_A_Second_One_Only_Count
 
   Train.Put(u"Quenby\\tmp\\by hand.w", u"");
   Window.Press(cmdCheck);
-  EXPECT_EQ(Log(),
-            (Lines{Checking, u"", u" 3 updated files are in Quenby\\tmp", Two_Staged.back()}));
+  EXPECT_EQ(Log(), Checking + u"\n 3 updated files are in Quenby\\tmp\n" + Look_Over);
   EXPECT_EQ(Window.Beeps(), 2);
 }
 
@@ -248,24 +232,24 @@ TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {
 
 TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothing) {
   Window.Press(cmdUpdate);
-  EXPECT_EQ(Log(), Joined({Updating}, Passes, {u"", u"Finished updating "}));
+  EXPECT_EQ(Log(), Updating + Passes + u"\nFinished updating \n");
   EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Moved_Local);
   EXPECT_EQ(Train.Content(u"routes\\A\\world\\w-1.w"), Small_World(u"400", u"500"));
   EXPECT_EQ(Train.Content(u"routes\\B\\tsection.dat"), Small_Local);
   EXPECT_EQ(Train.Staged(), Lines{});
   EXPECT_EQ(Window.Beeps(), 1);
   Window.Press(cmdUpdate);
-  EXPECT_EQ(Log(), Joined({Updating}, No_Update));
+  EXPECT_EQ(Log(), Updating + No_Update);
   Window.Press(cmdCheck);
-  EXPECT_EQ(Log(), Joined({Checking}, No_Update));
+  EXPECT_EQ(Log(), Checking + No_Update);
 
   Window.Select(optDynamic_1);  // a full run finds the ids where they should be
   Window.Press(cmdCheck);
-  EXPECT_EQ(Log(),
-            Joined({Checking, u"Local tsection.dat", u"Total of  1 dynamic tracks", u"",
-                    u"world\\w-1.w", u" 0 track sections has been changed", u"", u"world\\w-2.W",
-                    u"Unknown shape old.s, id  5", u" 0 track sections has been changed"},
-                   No_Update));
+  const Text full =
+      u"Local tsection.dat\nTotal of  1 dynamic tracks\n\nworld\\w-1.w\n"
+      u" 0 track sections has been changed\n\nworld\\w-2.W\n"
+      u"Unknown shape old.s, id  5\n 0 track sections has been changed\n";
+  EXPECT_EQ(Log(), Checking + full + No_Update);
 
   Train.Put(u"routes\\A\\world\\TSECTION.DAT", u"theirs").Put(u"Quenby\\tmp\\TSECTION.DAT", u"");
   Window.Press(cmdUpdate);  // only the exact name leads to the route's own folder
@@ -294,19 +278,17 @@ TEST_F(Whole_Conversion,
   EXPECT_EQ(Window.Log().find(u"databases"), Text::npos);
   Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
-  const Lines own{u"",
-                  u"world\\w-5.w",
-                  u" 0 dynamic tracks",
-                  u" 1 track objects of the route's own shapes",
-                  u"",
-                  u"THE LINE.tdb",
-                  u" 1 section numbers, 2 shape numbers"};
-  const Lines staged{u"", u" 3 updated files are in Quenby\\tmp",
-                     u" 1 updated databases are in Quenby\\tmp\\route", Two_Staged.back()};
-  EXPECT_EQ(Log(), Joined(Joined({Checking}, Passes), own, staged));
+  const Text whole = Checking + Passes +
+                     u"\nworld\\w-5.w\n 0 dynamic tracks\n"
+                     u" 1 track objects of the route's own shapes\n\n"
+                     u"THE LINE.tdb\n 1 section numbers, 2 shape numbers\n\n"
+                     u" 3 updated files are in Quenby\\tmp\n"
+                     u" 1 updated databases are in Quenby\\tmp\\route\n" +
+                     Look_Over;
+  EXPECT_EQ(Log(), whole);
   EXPECT_EQ(Train.Disk.Names(u"\\train\\Quenby\\tmp\\route"), Lines{u"THE LINE.tdb"});
   Window.Press(cmdUpdate);
-  EXPECT_EQ(Log(), (Lines{Updating, u"", u"Finished updating "}));
+  EXPECT_EQ(Log(), Updating + u"\nFinished updating \n");
   EXPECT_EQ(Train.Content(u"routes\\A\\THE LINE.tdb"), Small_Database(u"400", u"500"));
   EXPECT_NE(Train.Content(u"routes\\A\\world\\w-5.w").find(u"SectionIdx ( 500 )"), Text::npos);
   EXPECT_EQ(Train.Disk.Names(u"\\train\\Quenby\\tmp\\route"), Lines{});
@@ -315,10 +297,11 @@ TEST_F(Whole_Conversion,
   const Text update = Window.Restorable()[0];
   Window.Restore(update);
   EXPECT_EQ(Train.Content(u"routes\\A\\THE LINE.tdb"), Small_Database(u"300", u"360"));
-  EXPECT_EQ(Log(), (Lines{u"Restoring: A", u"THE LINE.tdb", u"tsection.dat", u"world\\w-1.w",
-                          u"world\\w-5.w", u"Finished restoring "}));
+  EXPECT_EQ(Log(),
+            u"Restoring: A\nTHE LINE.tdb\ntsection.dat\nworld\\w-1.w\nworld\\w-5.w\n"
+            u"Finished restoring \n");
   Window.Press(cmdCheck);
-  EXPECT_EQ(Log(), Joined(Joined({Checking}, Passes), own, staged)) << "a full one";
+  EXPECT_EQ(Log(), whole) << "a full one";
   Train.Disk.Edit_In_Place(u"\\train\\routes\\A\\tsection.dat", u"edited");
   EXPECT_EQ(Train.Content(Concatenate({u"Quenby\\backup\\A\\", update, u"\\tsection.dat"})),
             Small_Local);
@@ -375,7 +358,7 @@ TEST_F(Whole_Conversion, A_Route_Already_In_Line_Stages_No_Database_And_Fails_At
   Train.Put(u"routes\\A\\tsection.dat", Moved_Local).Put(u"routes\\A\\world\\w-9.w", u"JINX0w0b");
   Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
-  EXPECT_TRUE(Window.Log().ends_with(u"\r\nNo update needed\r\n"));
+  EXPECT_TRUE(Log().ends_with(No_Update));
 }
 
 TEST_F(Small_Installation, Update_Moves_Nothing_That_Was_Staged_Without_The_Lock) {
@@ -412,11 +395,11 @@ TEST_F(Small_Installation,
 
   Start();
   const Text rolled_back =
-      u"Could not roll back an unfinished update: A\r\n"
-      u"Rolled back an unfinished update: B\r\n"
-      u"Rolled back an unfinished update: C\r\n"
-      u"Could not roll back an unfinished update: Old\r\n\r\nSelect";
-  EXPECT_NE(Window.Log().find(rolled_back), Text::npos) << To_Utf8(Window.Log());
+      u"Could not roll back an unfinished update: A\n"
+      u"Rolled back an unfinished update: B\n"
+      u"Rolled back an unfinished update: C\n"
+      u"Could not roll back an unfinished update: Old\n\nSelect";
+  EXPECT_NE(Log().find(rolled_back), Text::npos) << To_Utf8(Log());
   EXPECT_TRUE(Train.Disk.Locked_Folders->empty());
   EXPECT_EQ(Train.Content(u"routes\\B\\tsection.dat"), Small_Local);
   EXPECT_EQ(Train.Content(u"routes\\C\\tsection.dat"), Small_Local);
@@ -426,7 +409,7 @@ TEST_F(Small_Installation,
 
   Window.Pick(cmbRoutes, u"B");
   Window.Press(cmdUpdate);
-  EXPECT_TRUE(Window.Log().ends_with(u"Finished updating \r\n"));
+  EXPECT_TRUE(Log().ends_with(u"Finished updating \n"));
   int of_the_older_form = 0;
   for (const auto& found : Train.Disk.In_Folder(u"\\train\\Quenby\\backup", true)) {
     of_the_older_form += found.Path.find(u"\\Old 2") == Text::npos ? 0 : 1;
@@ -434,26 +417,26 @@ TEST_F(Small_Installation,
   EXPECT_EQ(of_the_older_form, 1);
   Window.Pick(cmbRoutes, u"A");
   Window.Press(cmdCheck);
-  EXPECT_EQ(Log()[0], u"Had problems in Do_Check!");
+  EXPECT_TRUE(Log().starts_with(u"Had problems in Do_Check!\n"));
 }
 
 TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_Their_Ids) {
   Window.Pick(cmbRoutes, u"B");
   Train.Route(u"B").Local(u"SectionCurve ( 0 ) 300 10 no index");
   Window.Press(cmdCheck);
-  const Lines world = Lines_Of(
-      u"\r\nworld\\w-1.w\r\n\r\nworld\\w-2.W\r\n\r\nworld\\w-3.w\r\n"
-      u"file is binary, please convert to text with ffedit");
-  const Text no_file = u"No tsection.dat, seems like this route does not use dynamic tracks.";
-  EXPECT_EQ(Log(), Joined({u"Checking: B, this will take some time", u"Local tsection.dat",
-                           u"SectionIdx changed:  300 ->  400", no_file},
-                          world, No_Update));
+  const Text world =
+      u"\nworld\\w-1.w\n\nworld\\w-2.W\n\nworld\\w-3.w\n"
+      u"file is binary, please convert to text with ffedit\n";
+  const Text checking = u"Checking: B, this will take some time\n";
+  const Text no_file = u"No tsection.dat, seems like this route does not use dynamic tracks.\n";
+  EXPECT_EQ(Log(), checking + u"Local tsection.dat\nSectionIdx changed:  300 ->  400\n" + no_file +
+                       world + No_Update);
   Train.Disk.Remove(u"\\train\\routes\\B\\tsection.dat");
   for (const Text_View route : {u"A", u"B"}) {
     Window.Pick(cmbRoutes, route);
     Window.Press(cmdCheck);
   }
-  EXPECT_EQ(Log(), Joined({u"Checking: B, this will take some time", no_file}, world, No_Update));
+  EXPECT_EQ(Log(), checking + no_file + world + No_Update);
 }
 
 }  // namespace

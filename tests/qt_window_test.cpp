@@ -1,10 +1,6 @@
 // What is special to the window on Linux: its look and measures, the keyboard, and input that comes
 // as native events in the middle of a command.
 
-#include <QFontMetricsF>
-#include <QScrollBar>
-#include <QWheelEvent>
-
 #include "platform/qt/qt_application.h"
 #include "qt_window_user.h"
 

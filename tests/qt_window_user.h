@@ -2,18 +2,8 @@
 
 #pragma once
 
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMessageBox>
-#include <QRadioButton>
-#include <QTemporaryFile>
 #include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 #include <algorithm>
 
 #include "platform/qt/log_view.h"
