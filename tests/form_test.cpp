@@ -96,7 +96,8 @@ TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
 
 // A registry with or without the key, and a record of how it was used.
 struct Recorded_Registry : Fixed_Registry {
-  using Fixed_Registry::Fixed_Registry;
+  explicit Recorded_Registry(const char* value)
+      : Fixed_Registry(value == nullptr ? "" : value), Has_Key(value != nullptr) {}
   Long RegOpenKeyExA(Registry_Key root, std::string_view subkey, Long options, Long access,
                      Registry_Key& key) override {
     EXPECT_EQ(root, Local_Machine);
@@ -113,19 +114,15 @@ struct Recorded_Registry : Fixed_Registry {
     Calls += ", closed";
     return Fixed_Registry::RegCloseKey(key);
   }
-  bool Has_Key = true;
+  const bool Has_Key;
   std::string Calls;
 };
 
 TEST_F(Form, The_Root_Comes_From_The_Registry_Or_Is_The_Parent_Folder) {
-  const struct {
-    const char* Value;  // of the registry, if that has the key
-    Text_View Root;
-  } cases[] = {
+  const std::pair<const char*, Text_View> cases[] = {
       {"\\train", u"\\train"}, {"\\tr\xC3\xA4in\\", u"\\tr\xE4in\\"}, {"", u""}, {nullptr, u".."}};
   for (const auto& [value, root] : cases) {
-    Recorded_Registry registry(value == nullptr ? "not asked for" : value);
-    registry.Has_Key = value != nullptr;
+    Recorded_Registry registry(value);
     Installation train;
     train.Disk.Put_Folder(Concatenate({root, u"\\routes"}));
     train.Disk.Put_File(Concatenate({root, u"\\global\\tsection.dat"}), Small_Catalogue);
@@ -207,23 +204,19 @@ TEST_F(Small_Installation, Each_Change_Of_The_Settings_Starts_A_Full_Run) {
 
 TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {
   const struct {
-    Text_View Old, New;
-    Text_View Section, Name;  // of the object old.s afterwards
+    Text_View Old, New, Staged;  // the object old.s
   } cases[] = {
-      {u" OLD ", u"New.s", u"( 77 )", u"New.s"},
-      {u"old.s", u"keep.s", u"( 31 )", u"keep.s"},
-      {u"old.sd", u"New.s", u"", u""},
-      {u"  ", u"New.s", u"", u""},
+      {u" OLD ", u"New.s", u"tr_worldfile ( TrackObj ( SectionIdx ( 77 ) FileName ( New.s ) ) )"},
+      {u"old.s", u"keep.s", u"tr_worldfile ( TrackObj ( SectionIdx ( 31 ) FileName ( keep.s ) ) )"},
+      {u"old.sd", u"New.s", u"(no such file)"},
+      {u"  ", u"New.s", u"(no such file)"},
   };
   Window.Select(optDynamic_1);
-  for (const auto& [old_name, new_name, section, name] : cases) {
+  for (const auto& [old_name, new_name, staged] : cases) {
     Window.Type(txtTrack(2), old_name);
     Window.Pick(cmbTracks(2), new_name);
     Window.Press(cmdCheck);
-    const Text world = Concatenate(
-        {u"tr_worldfile ( TrackObj ( SectionIdx ", section, u" FileName ( ", name, u" ) ) )"});
-    EXPECT_EQ(Train.Content(u"Quenby\\tmp\\w-2.W"), name.empty() ? u"(no such file)" : world)
-        << To_Utf8(old_name);
+    EXPECT_EQ(Train.Content(u"Quenby\\tmp\\w-2.W"), staged) << To_Utf8(old_name);
   }
   Window.Type(txtTrack(2), u"");  // one side alone is no transform
   Window.Press(cmdCheck);
@@ -314,8 +307,6 @@ TEST_F(Whole_Conversion,
     return [=](Installation& train, Memory_Window&) { train.Put(path, content); };
   };
   const std::pair<Text_View, Break> cases[] = {
-      {u"Had problems in Do_Check!",
-       [](Installation& train, Memory_Window&) { *train.Disk.Is_Locked = true; }},
       {u"Had problems in Do_Check!",
        [](Installation&, Memory_Window& window) {
          for (int row = 0; row < 2; ++row) {
@@ -410,11 +401,9 @@ TEST_F(Small_Installation,
   Window.Pick(cmbRoutes, u"B");
   Window.Press(cmdUpdate);
   EXPECT_TRUE(Log().ends_with(u"Finished updating \n"));
-  int of_the_older_form = 0;
-  for (const auto& found : Train.Disk.In_Folder(u"\\train\\Quenby\\backup", true)) {
-    of_the_older_form += found.Path.find(u"\\Old 2") == Text::npos ? 0 : 1;
-  }
-  EXPECT_EQ(of_the_older_form, 1);
+  const auto backups = Train.Disk.In_Folder(u"\\train\\Quenby\\backup", true);
+  EXPECT_TRUE(std::ranges::any_of(
+      backups, [](const auto& found) { return found.Path.find(u"\\Old 2") != Text::npos; }));
   Window.Pick(cmbRoutes, u"A");
   Window.Press(cmdCheck);
   EXPECT_TRUE(Log().starts_with(u"Had problems in Do_Check!\n"));

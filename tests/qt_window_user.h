@@ -133,14 +133,6 @@ class Qt_Window_User : public Window_User {
   int Save_Dialogs = 0;  // that have come up
 
  private:
-  static int Style_Of(const QMessageBox& box) {
-    const int icon = box.icon() == QMessageBox::Critical   ? Style_Critical
-                     : box.icon() == QMessageBox::Question ? Style_Question
-                                                           : 0;
-    const bool can_cancel = box.standardButtons() == (QMessageBox::Ok | QMessageBox::Cancel);
-    return icon + (can_cancel ? Style_Ok_Cancel : 0);
-  }
-
   // Null: none comes up. Where the click goes there is a label.
   QMenu* Open_Menu() {
     Click(Screen.Widget(Control::Label1).geometry().center(), Qt::RightButton);
@@ -166,8 +158,11 @@ class Qt_Window_User : public Window_User {
   void Answer_Dialog() {
     QWidget* dialog = QApplication::activeModalWidget();
     if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
+      int style = box->icon() == QMessageBox::Critical ? Style_Critical : 0;
+      if (box->icon() == QMessageBox::Question) style += Style_Question;
+      if (box->standardButtons().testFlag(QMessageBox::Cancel)) style += Style_Ok_Cancel;
       const bool cancels =
-          Cancels_Box(Box_Text(From_Qt(box->windowTitle()), Style_Of(*box), From_Qt(box->text())));
+          Cancels_Box(Box_Text(From_Qt(box->windowTitle()), style, From_Qt(box->text())));
       QTest::keyClick(dialog, cancels ? Qt::Key_Escape : Qt::Key_Return);
     } else if (qobject_cast<QFileDialog*>(dialog) != nullptr) {
       ++Save_Dialogs;
