@@ -32,8 +32,8 @@ class Memory_Window_User : public Window_User {
     const Text_View caption = Row_Of(control).Caption;
     return caption.empty() ? Screen.Read_Text(control) : Text(caption);
   }
-  Texts Entries(Control list) const override {
-    Texts entries;
+  Lines Entries(Control list) const override {
+    Lines entries;
     for (std::size_t row = 0; row < Screen.List(list).Count(); ++row) {
       entries.push_back(Screen.List(list).Entry(row));
     }
@@ -41,8 +41,8 @@ class Memory_Window_User : public Window_User {
   }
   bool Selected(Control option) const override { return Screen.Read_Value(option); }
   bool Hourglass() const override { return Screen.Shown_Pointer() == Pointer::Hourglass; }
-  Texts Boxes() const override {
-    Texts boxes;
+  Lines Boxes() const override {
+    Lines boxes;
     for (const auto& [message, style, title] : Screen.Boxes()) {
       boxes.push_back(Box_Text(title, style, message));
     }

@@ -108,7 +108,7 @@ TEST_F(Qt_Window_Test, The_Whole_Form_Can_Be_Used_By_Keys_Alone) {
   EXPECT_EQ(User->Shown_Text(cmbTracks_0), u"c.s");
   Native_Key(Qt::Key_C, Qt::AltModifier);
   EXPECT_TRUE(QTest::qWaitFor([&] { return Log().ends_with(u"before updating\r\n"); }));
-  EXPECT_EQ(Disk.Content(u"\\train\\Quenby\\tmp\\w-1.w"), World(u"78", u"c.s"));
+  EXPECT_EQ(Train.Content(u"Quenby\\tmp\\w-1.w"), World(u"78", u"c.s"));
   Native_Key(Qt::Key_U, Qt::AltModifier);
   EXPECT_TRUE(QTest::qWaitFor([&] { return User->Boxes().size() == 1; }));
   Native_Key(Qt::Key_Q, Qt::AltModifier);
@@ -166,7 +166,7 @@ TEST_F(Qt_Window_Test, Keys_And_Clicks_In_The_Middle_Of_A_Command_Go_Nowhere_And
   });
   User->Press(cmdCheck);
   QTest::qWait(260);  // a button pressed by its Alt key would come now
-  EXPECT_EQ(User->Boxes(), Texts{});
+  EXPECT_EQ(User->Boxes(), Lines{});
   EXPECT_EQ(Qt_User.Save_Dialogs, 0);
   EXPECT_EQ(User->Shown_Text(cmbRoutes), u"Second to none");
   EXPECT_TRUE(User->Selected(optDynamic_1));

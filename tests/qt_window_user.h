@@ -58,7 +58,7 @@ class Qt_Window_User : public Window_User {
   }
   void Restore(const Text& time) override {
     QMenu* menu = Open_Menu();
-    const Texts times = Times_In(*menu);
+    const Lines times = Times_In(*menu);
     Click(*menu, 1);
     QMenu* backups = menu->actions().at(1)->menu();
     EXPECT_TRUE(QTest::qWaitFor([&] { return backups->isVisible(); }));
@@ -87,9 +87,9 @@ class Qt_Window_User : public Window_User {
                                               : "text")
                        .toString());
   }
-  Texts Entries(Control list) const override {
+  Lines Entries(Control list) const override {
     const auto& box = static_cast<QComboBox&>(Screen.Widget(list));
-    Texts entries;
+    Lines entries;
     for (int row = 0; row < box.count(); ++row) entries.push_back(From_Qt(box.itemText(row)));
     return entries;
   }
@@ -147,8 +147,8 @@ class Qt_Window_User : public Window_User {
       QTest::keyClick(Screen.Form_Widget().windowHandle(), Qt::Key_Escape);
     }
   }
-  static Texts Times_In(const QMenu& menu) {
-    Texts times;
+  static Lines Times_In(const QMenu& menu) {
+    Lines times;
     for (const QAction* backup : menu.actions().at(1)->menu()->actions()) {
       times.push_back(From_Qt(backup->text()));
     }

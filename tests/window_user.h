@@ -13,21 +13,17 @@
 #include <vector>
 
 #include "app/frm_main.h"
-#include "platform/memory/fixed_registry.h"
-#include "platform/memory/memory_files.h"
-#include "text/primitives.h"
+#include "installation.h"
 #include "window/window.h"
 
 namespace rivelt {
-
-using Texts = std::vector<Text>;
 
 class Window_User {
  public:
   struct Seen_Menu {
     bool Enabled;      // the entry "Whole route"
     bool Whole_Route;  // its check mark
-    Texts Restorable;
+    Lines Restorable;
     bool operator==(const Seen_Menu&) const = default;
   };
 
@@ -60,11 +56,11 @@ class Window_User {
   virtual bool Visible() const = 0;
   virtual bool Takes_Input(Control control) const = 0;  // enabled, and so is the frame around it
   virtual Text Shown_Text(Control control) const = 0;   // or caption; lines end with CR LF
-  virtual Texts Entries(Control list) const = 0;
+  virtual Lines Entries(Control list) const = 0;
   virtual bool Selected(Control option) const = 0;
   virtual bool Hourglass() const = 0;
   virtual Seen_Menu Menu() = 0;                       // of the form
-  virtual Texts Boxes() const { return Seen_Boxes; }  // all so far, as Box_Text gives them
+  virtual Lines Boxes() const { return Seen_Boxes; }  // all so far, as Box_Text gives them
 
   // The back end itself.
   virtual Window& Seam() = 0;
@@ -90,7 +86,7 @@ class Window_User {
  private:
   int Cancels = 0;
   std::deque<Text> Save_Paths;
-  Texts Seen_Boxes;
+  Lines Seen_Boxes;
 };
 
 // Defined beside the user of the back end that the test program is built with.
@@ -101,19 +97,14 @@ std::unique_ptr<Window_User> Make_User();
 class Window_Fixture : public testing::Test {
  protected:
   Window_Fixture() {
-    Disk.Put_File(u"\\train\\global\\tsection.dat",
-                  u"_INFO ( Track Build 7a) TrackSections ( 400 ) TrackShapes ( 500 "
-                  u"TrackShape ( 31 FileName ( b.s ) ) TrackShape ( 77 FileName ( A.s ) ) "
-                  u"TrackShape ( 78 FileName ( c.s ) ) )");
-    Put_Route(u"first", u"Second to none");
-    Put_Route(u"other", u"a branch line");
-    Disk.Put_File(u"\\train\\routes\\nameless\\x.trk", u"Name ( \"\" )");
-  }
-
-  void Put_Route(Text_View folder, Text_View name) {
-    const Text path = Concatenate({u"\\train\\routes\\", folder});
-    Disk.Put_File(path + u"\\route.trk", Concatenate({u"Name ( \"", name, u"\" )"}));
-    Disk.Put_File(path + u"\\world\\w-1.w", World(u"31", u"b.s"));
+    Train.Global(
+        u"_INFO ( Track Build 7a) TrackSections ( 400 ) TrackShapes ( 500 "
+        u"TrackShape ( 31 FileName ( b.s ) ) TrackShape ( 77 FileName ( A.s ) ) "
+        u"TrackShape ( 78 FileName ( c.s ) ) )");
+    for (const Text_View name : {u"Second to none", u"a branch line"}) {
+      Train.Route(name).World(u"w-1.w", World(u"31", u"b.s"));
+    }
+    Train.Put(u"routes\\nameless\\x.trk", u"Name ( \"\" )");
   }
 
   static Text World(Text_View id, Text_View shape) {
@@ -122,7 +113,7 @@ class Window_Fixture : public testing::Test {
   }
 
   void Start() {
-    User->Start(System_Registry, [this] { return std::make_unique<Memory_Files>(Disk); });
+    User->Start(System_Registry, [this] { return std::make_unique<Memory_Files>(Train.Disk); });
   }
 
   void Start_And_Pick_First() {
@@ -131,11 +122,11 @@ class Window_Fixture : public testing::Test {
   }
 
   // Runs the action once, while the next command (or the start) reads a file.
-  void In_The_Middle(std::function<void()> action) { Disk.On_Next_Read = std::move(action); }
+  void In_The_Middle(std::function<void()> action) { Train.Disk.On_Next_Read = std::move(action); }
 
   Text Log() { return User->Shown_Text(Control::txtMessages); }
 
-  Memory_Disk Disk;
+  Installation Train;
   Fixed_Registry System_Registry{"\\train"};
   std::unique_ptr<Window_User> User = Make_User();
 };

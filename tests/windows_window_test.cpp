@@ -73,7 +73,7 @@ TEST_F(Windows_Window_Test, Tab_Goes_Through_What_Takes_Input_And_Arrows_Change_
 }
 
 TEST_F(Windows_Window_Test, Typing_In_A_List_Goes_To_The_Entry_That_Starts_So) {
-  Put_Route(u"third", u"alpha");
+  Train.Route(u"alpha");
   Start();
   Text shown;
   for (const wchar_t unit : {L'a', L'L', L'p', L'q'}) {

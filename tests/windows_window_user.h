@@ -38,7 +38,7 @@ class Windows_Window_User : public Window_User {
   }
   void Pick(Control list, Text_View entry) override {
     Click(list);
-    const Texts entries = Entries_Of(Screen.Handle(list));
+    const Lines entries = Entries_Of(Screen.Handle(list));
     const auto row = std::ranges::find(entries, entry) - entries.begin();
     Key(list, VK_HOME);
     for (int i = 0; i < row; ++i) Key(list, VK_DOWN);
@@ -93,10 +93,10 @@ class Windows_Window_User : public Window_User {
     return IsWindowEnabled(Screen.Handle(control)) != FALSE;
   }
   Text Shown_Text(Control control) const override { return Text_Of(Screen.Handle(control)); }
-  Texts Entries(Control list) const override {
+  Lines Entries(Control list) const override {
     const HWND box = Screen.Handle(list);
     SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
-    Texts entries = Entries_Of(box);
+    Lines entries = Entries_Of(box);
     SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
     return entries;
   }
@@ -144,8 +144,8 @@ class Windows_Window_User : public Window_User {
     GetClassNameW(window, name, 64);
     return name;
   }
-  static Texts Entries_Of(HWND list) {
-    Texts entries;
+  static Lines Entries_Of(HWND list) {
+    Lines entries;
     const auto count = static_cast<WPARAM>(SendMessageW(list, CB_GETCOUNT, 0, 0));
     for (WPARAM row = 0; row < count; ++row) {
       wchar_t entry[256] = {};
