@@ -22,25 +22,16 @@ std::string Escaped(Text_View text) {
   return escaped;
 }
 
-void Require_Form(const std::optional<Registry_Values>& values) {
-  if (!values) return;
-  for (const auto& [name, value] : *values) {
-    Require(name == Fold_Case(name), "names are folded");
-    Require(value.Data.ends_with('\0'), "texts end in a zero");
-  }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string file(data, data + size);
-  Require_Form(Read_Registry_Key(file, "Ab\\c"));
+  Read_Registry_Key(file, "Ab\\c");
   // An empty line ends whatever comes before it.
   const Text text = From_Utf8(file.substr(0, 300));
   const std::string written = "\"" + Escaped(text) + "\"";
   const std::string ours = "\n\n[AB\\\\C] 1\n@=str(2):\"@\"\n" + written + "=" + written + "\n";
   const auto values = Read_Registry_Key(file + ours, "aB\\c");
-  Require_Form(values);
   const Registry_Value* value = Find_Value(*values, To_Original_Bytes(text));
   Require(value != nullptr && value->Data == To_Original_Bytes(text + u'\0'),
           "a written value is read");

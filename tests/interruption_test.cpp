@@ -296,6 +296,10 @@ TEST_F(Interruption, Any_Operation_Of_A_Restart_Can_Be_Interrupted_In_Turn) {
       train.Disk.Flush(Concatenate({u"\\train\\", folder}));  // as the system does in time
     }
     Sweep(train, Stride, Nothing, [](Installation& left, Fault, int) {
+      Installation changed = left;
+      changed.Disk.Remove(Folder_Of_A + u"world\\w-1.w");
+      Session(changed).Run(Nothing);
+      EXPECT_FALSE(Is_Unfinished(changed)) << "though somebody has removed a file";
       Session(left).Run(Nothing);
       Expect_Whole_Or_Nothing(left);
     });
