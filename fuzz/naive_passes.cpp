@@ -25,22 +25,14 @@ Position Walk(const Text& text, Position open) {
   return 0;
 }
 
-bool Has_Digit(const Text& number) {
-  Text digits = Upper_Text(number);
-  if (digits.starts_with(u"&H")) return digits.find_first_of(u"0123456789ABCDEF", 2) == 2;
-  if (digits.starts_with(u"&O")) return digits.find_first_of(u"01234567", 2) == 2;
-  return digits.find_first_of(u"0123456789") != Text::npos;
-}
-
+// The value of a field that is one number and blanks around it.
 Double Only_Number(Text_View field) {
-  Text number(field);
-  number.erase(0, number.find_first_not_of(Blanks));
-  number.erase(number.find_last_not_of(Blanks) + 1);
-  const bool is_one = number.find_first_of(Blanks) == Text::npos;
-  if (!is_one || !Has_Digit(number) || Read_Number(number + u"!").End != Position(number.size())) {
-    throw Failure();
-  }
-  return Text_Value(number);
+  static const std::wregex form(
+      LR"re([ \t\r\n]*(&h[0-9a-f]+|&o[0-7]+|)re"
+      LR"re([+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([ed][+-]?[0-9]+)?)[ \t\r\n]*)re",
+      std::regex::icase);
+  if (!std::regex_match(std::wstring(field.begin(), field.end()), form)) throw Failure();
+  return Text_Value(field);
 }
 
 // Takes the section record at p, up to the blank after its number, off the rest.
