@@ -208,10 +208,10 @@ TEST(Rebase_Tsection, Texts_Of_Another_Form_Are_Refused) {
   Expect_Refused([](Text_View text) { Rebase_Tsection(text, 2000, 900, No_Log); }, refused);
 }
 
-Text Dyntrack(Text_View first_number, Text_View second_number, Text_View reference) {
+Text Dyntrack(Text_View first_number, Text_View last_number, Text_View reference) {
   Text text = u"DynTrack ( Elevation ( 2.34185e-38 ) ";
   const Text_View unused = u" 4294967295 ";
-  for (const Text_View number : {first_number, second_number, unused, unused, unused}) {
+  for (const Text_View number : {first_number, unused, unused, unused, last_number}) {
     text += Concatenate({u"SectionCurve ( 0 )", number, u"10 0\r\n"});
   }
   return Concatenate({text, u"SectionIdx ", reference, u" )"});
