@@ -300,6 +300,13 @@ TEST_F(Whole_Conversion,
             Small_Local);
 }
 
+TEST_F(Whole_Conversion, Moves_Nothing_When_The_Local_File_Cannot_Be_Staged) {
+  Train.Put(u"Quenby\\tmp\\tsection.dat\\in the way", u"");
+  Window.Toggle_Whole_Route();
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Train.Staged(), Lines{});
+}
+
 TEST_F(Whole_Conversion,
        What_Stops_The_Program_Moves_Nothing_And_Leaves_Quit_And_The_Texts_Enabled) {
   using Break = std::function<void(Installation&, Memory_Window&)>;
@@ -364,10 +371,11 @@ TEST_F(Small_Installation, Update_Moves_Nothing_That_Was_Staged_Without_The_Lock
 TEST_F(Small_Installation,
        A_Start_Rolls_Back_Each_Route_On_Its_Own_And_One_That_Fails_Holds_Up_None) {
   Put_Small_Route(Train, u"C");
+  Put_Small_Route(Train, u"D");
   Train.Route(u"B").World(u"w-5.w", Small_World(u"300", u"360"));
   Memory_Window window;
   Start(window, Registry_Value, Train);
-  for (const Text_View route : {u"A", u"B", u"C"}) {
+  for (const Text_View route : {u"A", u"B", u"C", u"D"}) {
     window.Pick(cmbRoutes, route);
     window.Press(cmdCheck);
     const Text folder = Concatenate({u"routes\\", route});
@@ -381,6 +389,8 @@ TEST_F(Small_Installation,
   Train.Disk.Remove(u"\\train\\routes\\A\\world");
   Train.Disk.Edit_In_Place(u"\\train\\routes\\B\\world\\w-5.w", u"edited");
   Train.Put(u"routes\\B\\world\\.rivelt-1", u"").Put(u"routes\\C\\world\\w-1.w", u"theirs");
+  const auto updates = Train.Disk.In_Folder(u"\\train\\Quenby\\backup\\D", true);
+  Train.Disk.Remove(updates.at(0).Path + u"\\tsection.dat");
   Train.Put(u"Quenby\\backup\\Old.unfinished\\w-1.w", u"of the older form");
   Train.Disk.Locked_Folders->clear();
 
@@ -389,11 +399,13 @@ TEST_F(Small_Installation,
       u"Could not roll back an unfinished update: A\n"
       u"Rolled back an unfinished update: B\n"
       u"Rolled back an unfinished update: C\n"
+      u"Could not roll back an unfinished update: D\n"
       u"Could not roll back an unfinished update: Old\n\nSelect";
   EXPECT_NE(Log().find(rolled_back), Text::npos) << To_Utf8(Log());
   EXPECT_TRUE(Train.Disk.Locked_Folders->empty());
   EXPECT_EQ(Train.Content(u"routes\\B\\tsection.dat"), Small_Local);
   EXPECT_EQ(Train.Content(u"routes\\C\\tsection.dat"), Small_Local);
+  EXPECT_EQ(Train.Content(u"routes\\D\\tsection.dat"), Moved_Local) << "its original is gone";
   EXPECT_EQ(Train.Content(u"routes\\B\\world\\.rivelt-1"), u"(no such file)");
   EXPECT_EQ(Train.Content(u"routes\\B\\world\\w-5.w"), u"edited");
   EXPECT_EQ(Train.Content(u"routes\\C\\world\\w-1.w"), u"theirs");

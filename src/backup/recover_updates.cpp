@@ -19,7 +19,7 @@ class Recovery_Of_One {
     const auto journal = Folder.Read();
     if (!journal) return Folder.Discard({});
     Require_Route(*journal);
-    Folder.Route.Delete_Temporaries();
+    Folder.Delete_Temporaries();
     switch (Folder.Outcome_Of(*journal)) {
       case Outcome::Untouched:
         return Leave(*journal);
@@ -58,9 +58,8 @@ class Recovery_Of_One {
   }
 
   void Roll_Back(const Journal& journal) {
-    Require_Originals(journal);
     Journal settled;
-    for (const Journal_File& file : journal) {
+    for (const Journal_File& file : In_Order(journal)) {
       Put_Back(file);
       // Where somebody's file stays, the original may have been deleted before it came.
       if (Folder.Found_Of(file) == Found::Original || Folder.Found_Of(file) == Found::Either) {
@@ -75,20 +74,29 @@ class Recovery_Of_One {
     Report.Was_Rolled_Back = true;
   }
 
-  // Before the first file goes: somebody can have taken originals out of the folder.
-  void Require_Originals(const Journal& journal) const {
+  // What somebody has changed goes back first: as long as another file is new or missing, the next
+  // start goes on with a rollback that was killed. Failure, before the first file goes: somebody
+  // has taken an original out of the folder.
+  Journal In_Order(const Journal& journal) const {
+    Journal changed;
+    Journal others;
     for (const Journal_File& file : journal) {
       const Found found = Folder.Found_Of(file);
       const bool goes_back =
           found == Found::New || found == Found::Missing || found == Found::Other;
       const bool is_kept = Folder.Kept.Find_Exactly(file.Original_Place) != nullptr;
       if (goes_back && file.Original && !is_kept) throw Failure();
+      (found == Found::Other ? changed : others).push_back(file);
     }
+    changed.insert(changed.end(), others.begin(), others.end());
+    return changed;
   }
 
   void Put_Back(const Journal_File& file) {
     bool has_place = false;
-    for (const Update_Folder::Holder& holder : Folder.Holders_Of(file)) {
+    std::vector<Update_Folder::Holder> holders = Folder.Holders_Of(file);
+    std::ranges::partition(holders, [](const auto& holder) { return holder.Kind == Found::Other; });
+    for (const Update_Folder::Holder& holder : holders) {
       if (holder.Kind == Found::New) {
         holder.Held->Delete(true);
       } else if (holder.Kind == Found::Other) {

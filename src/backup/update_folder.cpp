@@ -101,6 +101,15 @@ void Update_Folder::Detach(const Journal_File& file) {
   in_route->Copy(Kept.Path(file.Original_Place));
 }
 
+void Update_Folder::Delete_Temporaries() {
+  Route.Delete_Temporaries();
+  const Text staging = places::Below(Quenby, places::Staging_Name);
+  for (const Text& path : {staging, places::Below(staging, places::Databases_Folder)}) {
+    Placed_Files staged(Files, path);
+    if (staged.Exists()) staged.Delete_Temporaries();
+  }
+}
+
 void Update_Folder::Complete() {
   Remove_New_Files();
   const Text completed = Lose_Ending();

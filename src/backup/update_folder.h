@@ -60,6 +60,10 @@ class Update_Folder {
   // change both.
   void Detach(const Journal_File& file);
 
+  // Files in the making that a killed process has left in the route and where it is staged. One
+  // that goes to another disk has such a name until its copy is there.
+  void Delete_Temporaries();
+
   // Makes it the folder of a finished update.
   void Complete();
 
