@@ -12,7 +12,7 @@ using namespace rivelt::fuzzing;
 
 namespace {
 
-const Own_Numbers Own{{}, Number_Set({-1, 31, 500, 501})};
+const Own_Numbers Own{{}, Number_Set({-1, 0, 31, 500, 501})};
 const std::map<Text, Long> Ids{{u"k", 31}, {u"n", 77}};
 
 Long Shape_Id(Text_View name) {

@@ -272,7 +272,8 @@ Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_del
     }
     Text read(Left_Text(rest, static_cast<Position>(rest.size() - record.Back.size())));
     const Double id = Text_Value(record.Id);
-    if (own.Shapes.Has(id) && !is_of_catalogue(record.Name, id)) {
+    if (Read_Number(record.Id).Has_Digits && own.Shapes.Has(id) &&
+        !is_of_catalogue(record.Name, id)) {
       const Text old(Left_Text(record.Id, Read_Number(record.Id).End));
       const std::size_t first = old.find_first_not_of(Blanks);
       const std::size_t count = old.find_last_not_of(Blanks) + 1 - first;

@@ -357,7 +357,7 @@ TEST(Track_Objects, Removal_Walks_The_Record_Without_Its_Old_Id_And_Name) {
   }
 }
 
-const Own_Numbers Own{Number_Set({1900, 1901, 2.5, 3e9}), Number_Set({501, 500, 500})};
+const Own_Numbers Own{Number_Set({1900, 1901, 2.5, 3e9}), Number_Set({501, 500, 500, 0})};
 const auto Shape_Id = Shape_Ids({{u"keep.s", 500}, {u"new.s", 7}});
 
 Passed_World Rebase_World(Text_View text, const Log_Line& log) {
@@ -375,6 +375,8 @@ TEST(Rebase_Own_Shapes, Only_The_Digits_Of_Own_Shapes_Change) {
            u"( SectionIdx ({500|540}) FileName (x)",  // unbalanced
            u"( SectionIdx ({501|541}) FileName (keep.s) )",
            u"( SectionIdx (500) FileName (KEEP.s) )",
+           u"( SectionIdx () FileName (a.s) )",
+           u"( SectionIdx ( - ) FileName (a.s) )",
            u"( SectionIdx (500) FileName (\" keep.s\") )",
            u"( SectionIdx (500) FileName (\"..\\shapes\\keep.s\") )",
            u"( SectionIdx (1900) FileName (x) )",

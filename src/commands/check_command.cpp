@@ -22,9 +22,10 @@ void frmMain::cmdCheck_Click() try {
 
 void frmMain::Report_Staged_Files() {
   const Long count = FSO->GetFolder(Staging_Folder())->Files().Count();
-  if (count > 0) {
+  const Long databases = Staged_Databases().Count();
+  if (count > 0 || databases > 0) {
     Add_Line(Concatenate({NL, Number_Text(count), u" updated files are in Quenby\\tmp"}));
-    if (const Long databases = Staged_Databases().Count()) {
+    if (databases > 0) {
       Add_Line(
           Concatenate({Number_Text(databases), u" updated databases are in Quenby\\tmp\\route"}));
     }

@@ -22,6 +22,7 @@ void frmMain::Do_Tsection() try {
 } catch (const std::exception&) {
   Section_Delta = 0;
   Shape_Delta = 0;
+  Own = {};
   Add_Line(u"No tsection.dat, seems like this route does not use dynamic tracks.");
 }
 

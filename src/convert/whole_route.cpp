@@ -13,11 +13,6 @@
 namespace rivelt {
 namespace {
 
-// The units of the number at the start of a field.
-Text_View Units_Of_Number(Text_View field) {
-  return Without_Blanks(Left_Text(field, Read_Number(field).End));
-}
-
 Text Moved(Double number, Long delta) {
   return Text(Trim_Text(Number_Text(number + delta)));
 }
@@ -46,7 +41,10 @@ void Read_Own_Shapes(Text_View text, const Own_Numbers& own,
   Read_Track_Objects(text, [&](Text_View record, const Track_Object& object) {
     if (!own.Shapes.Has(object.Old_Id)) return;
     if (Is_Of_Catalogue(object.Old_Name, object.Old_Id, shape_id)) return;
-    take(Units_Of_Number(Inside(record, object.Id)), object.Old_Id);
+    const Text_View field = Inside(record, object.Id);
+    const Number_Reading number = Read_Number(field);
+    // A field without a number reads as 0.
+    if (number.Has_Digits) take(Without_Blanks(Left_Text(field, number.End)), number.Value);
   });
 }
 
