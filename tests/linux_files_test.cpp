@@ -189,6 +189,8 @@ TEST_F(Linux_Files, Move_Across_File_Systems_That_Fails_Leaves_The_File_And_No_C
 
 }  // namespace
 
+extern const bool Tells_Letter_Case_Apart = true;
+
 std::unique_ptr<File_System_Object> Files_Of_Machine(const fs::path& wine_prefix) {
   return std::make_unique<Linux_File_System>(wine_prefix.native());
 }

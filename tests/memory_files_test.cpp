@@ -77,6 +77,8 @@ TEST_F(Disk_In_Memory, A_Loss_Of_Power_Leaves_What_Was_Flushed_And_Names_In_Fold
 
 }  // namespace
 
+extern const bool Tells_Letter_Case_Apart = true;
+
 std::unique_ptr<Test_Folder> Make_Test_Folder(bool elsewhere) {
   return elsewhere ? nullptr : std::make_unique<Folder_In_Memory>();
 }

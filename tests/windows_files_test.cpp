@@ -115,6 +115,8 @@ TEST_F(Windows_Files_Test, The_End_Of_The_Process_In_Between_Leaves_Nothing_Of_A
 
 }  // namespace
 
+extern const bool Tells_Letter_Case_Apart = false;
+
 std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path&) {
   return Windows_Files();
 }
