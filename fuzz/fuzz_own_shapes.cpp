@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Input input = Read_Input(data, size);
   const Long delta = Offset(input.Choice);
   const Pass pass = [&](Text_View text, Outcome& outcome, const Log_Line& log) {
-    Put(Rebase_Own_Shapes(text, Own, delta, Shape_Id, log), outcome);
+    Put(Rebase_Own_Shapes(Text(text), Own, delta, Shape_Id, log), outcome);
   };
   Require_Twins(input, pass, [&](Text_View text, Outcome& twin, const Log_Line& log) {
     Put(naive::Rebase_Own_Shapes(Text(text), Own, delta, Shape_Id, log), twin);

@@ -53,10 +53,11 @@ Outcome Timed_Outcome(const Input& input, const Pass& pass) {
   return Outcome_Of(pass, input.Units);
 }
 
-Outcome Require_Twins(const Input& input, const Pass& pass, const Pass& naive) {
+void Require_Twins(const Input& input, const Pass& pass, const Pass& naive) {
   const Outcome outcome = Timed_Outcome(input, pass);
   Require(outcome == Outcome_Of(naive, input.Units), "it is as the naive pass");
-  return outcome;
+  const bool agree = Outcome_Of(pass, outcome.Output) == Outcome_Of(naive, outcome.Output);
+  Require(agree, "so it is on its own output");
 }
 
 void Require_Speed(const Input& input, const std::function<void(Text_View)>& pass) {

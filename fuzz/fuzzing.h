@@ -49,8 +49,9 @@ Outcome Outcome_Of(const Pass& pass, Text_View text);
 // What the pass makes of the input. Requires that it keeps to its time.
 Outcome Timed_Outcome(const Input& input, const Pass& pass);
 
-// The same; requires as well that the pass and its naive twin agree.
-Outcome Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
+// Requires that the pass keeps to its time and that its naive twin makes the same of the input, and
+// of what comes out.
+void Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
 
 // For a long input: half a million units, which repeat the part of it before the first "|" and end
 // in the part after that, must not take the pass more than two seconds.

@@ -1,8 +1,9 @@
 #include "naive_passes.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
+#include <regex>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -12,10 +13,6 @@ namespace rivelt::naive {
 namespace {
 
 constexpr Text_View Blanks = u" \t\r\n";
-
-// A number of this size and more can be beyond the range of a Double once it is rounded to 15
-// digits.
-constexpr Double Nearly_Infinite = 1.797e308;
 
 // The ")" that balances the "(" at open, or 0.
 Position Walk(const Text& text, Position open) {
@@ -28,27 +25,14 @@ Position Walk(const Text& text, Position open) {
   return 0;
 }
 
-bool Has_Digit(const Text& number) {
-  Text digits = Upper_Text(number);
-  if (digits.starts_with(u"&H")) return digits.find_first_of(u"0123456789ABCDEF", 2) == 2;
-  if (digits.starts_with(u"&O")) return digits.find_first_of(u"01234567", 2) == 2;
-  return digits.find_first_of(u"0123456789") != Text::npos;
-}
-
+// The value of a field that is one number and blanks around it.
 Double Only_Number(Text_View field) {
-  Text number(field);
-  number.erase(0, number.find_first_not_of(Blanks));
-  number.erase(number.find_last_not_of(Blanks) + 1);
-  const bool is_one = number.find_first_of(Blanks) == Text::npos;
-  if (!is_one || !Has_Digit(number) || Read_Number(number + u"!").End != Position(number.size())) {
-    throw Failure();
-  }
-  return Text_Value(number);
-}
-
-Text Written(Double number, bool& reads_back) {
-  if (std::fabs(number) >= Nearly_Infinite) reads_back = false;
-  return Number_Text(number);
+  static const std::wregex form(
+      LR"re([ \t\r\n]*(&h[0-9a-f]+|&o[0-7]+|)re"
+      LR"re([+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([ed][+-]?[0-9]+)?)[ \t\r\n]*)re",
+      std::regex::icase);
+  if (!std::regex_match(std::wstring(field.begin(), field.end()), form)) throw Failure();
+  return Text_Value(field);
 }
 
 // Takes the section record at p, up to the blank after its number, off the rest.
@@ -75,53 +59,38 @@ bool Take_Single_Digit(Position p, Text& rest, Text& output) {
   return true;
 }
 
-// A number of one digit would be read together with the next one.
-Text Written_Section(Double number, bool& reads_back) {
-  const Text written = Written(number, reads_back);
-  if (written.size() < 3) reads_back = false;
-  return written;
-}
-
-Long First_Delta(Text_View what, Double id, Long reserved, const Log_Line& log) {
-  const Long delta = Round_Long(reserved - id);
-  if (delta == 0) return 0;
-  log(Text(what) + u" changed: " + Number_Text(id) + u" -> " + Number_Text(reserved));
-  return delta;
-}
-
 }  // namespace
 
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
-                                 const Log_Line& log, bool& reads_back) {
+                                 const Log_Line& log) {
   Rebased_Tsection result;
   std::vector<Double> sections, shapes;
-  bool is_first = true;
+  const auto moved = [&](const Text& what, Double id, std::vector<Double>& own, Long reserved,
+                         Long& delta) {
+    if (own.empty()) delta = Round_Long(reserved - id);
+    if (own.empty() && delta != 0) {
+      log(what + u" changed: " + Number_Text(id) + u" -> " + Number_Text(reserved));
+    }
+    own.push_back(id);
+    return Number_Text(id + delta);
+  };
   while (const Position p = Find_Text(1, rest, u"SectionCurve")) {
     const Double id = Take_Section(p, rest, result.Output);
-    if (std::exchange(is_first, false)) {
-      result.Section_Delta = First_Delta(u"SectionIdx", id, reserved_sections, log);
-    }
-    sections.push_back(id);
-    result.Output += Written_Section(id + result.Section_Delta, reads_back);
+    result.Output += moved(u"SectionIdx", id, sections, reserved_sections, result.Section_Delta);
   }
   Position p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
   const Double record_count = Text_Value(Mid_Text(rest, p + 1, 20));
-  is_first = true;
   for (p = Find_Text(p, rest, u"TrackPath"); p > 0; p = Find_Text(1, rest, u"TrackPath")) {
     p = Find_Text(p, rest, u"(");
     result.Output += Left_Text(rest, p);
     const Position q = Find_Text(p, rest, u")");
     std::vector<Text> fields = Split_Text(Trim_Text(Mid_Text(rest, p + 1, q - p - 1)));
     if (fields.empty()) throw Failure();
-    const Double id = Text_Value(fields[0]);
-    if (std::exchange(is_first, false)) {
-      result.Shape_Delta = First_Delta(u"ShapeIdx", id, reserved_shapes, log);
-    }
-    shapes.push_back(id);
-    fields[0] = Written(id + result.Shape_Delta, reads_back);
+    fields[0] =
+        moved(u"ShapeIdx", Text_Value(fields[0]), shapes, reserved_shapes, result.Shape_Delta);
     for (std::size_t i = 2; i < fields.size(); ++i) {
       result.Path_Sections.push_back(Text_Value(fields[i]));
-      fields[i] = Trim_Text(Written(Text_Value(fields[i]) + result.Section_Delta, reads_back));
+      fields[i] = Trim_Text(Number_Text(Text_Value(fields[i]) + result.Section_Delta));
     }
     result.Output += Join_Text(fields);
     rest = u" " + Text(Mid_Text(rest, q));
@@ -132,8 +101,8 @@ Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserve
   return result;
 }
 
-Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log,
-                              bool& reads_back) {
+Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta,
+                              const Log_Line& log) {
   Passed_World result;
   while (Position p = Find_Text(1, rest, u"Dyntrack")) {
     ++result.Count;
@@ -144,24 +113,20 @@ Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, c
       p = Find_Text(p, rest, u"SectionCurve");
       if (Take_Single_Digit(p, rest, result.Output)) {
         has_single_digit = true;
-        if (rest.size() <= left_at_next) throw Failure();
-        continue;
+      } else {
+        const Double id = Take_Section(p, rest, result.Output);
+        result.Output += Number_Text(id == 4294967295.0 ? id : id + section_delta);
       }
-      Double id = Take_Section(p, rest, result.Output);
       if (rest.size() <= left_at_next) throw Failure();
-      if (id != 4294967295.0) id += section_delta;
-      result.Output += Written_Section(id, reads_back);
     }
     p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
-    result.Output += Left_Text(rest, p);
     const Position q = Find_Text(p, rest, u")");
     const Double id = Text_Value(Mid_Text(rest, p + 1, q - p));
     const bool stays = has_single_digit && id < 0;
-    result.Output +=
-        stays ? Text(Mid_Text(rest, p + 1, q - p - 1)) : Written(id + shape_delta, reads_back);
+    result.Output += Left_Text(rest, stays ? q - 1 : p);
+    if (!stays) result.Output += Number_Text(id + shape_delta) + u" ";
     rest = Mid_Text(rest, q);
     if (rest.size() <= left_at_next) throw Failure();
-    if (!stays) rest.insert(0, u" ");
   }
   log(Number_Text(result.Count) + u" dynamic tracks");
   result.Output += rest;
@@ -231,8 +196,7 @@ std::optional<Text> Without(const Record& record) {
 
 }  // namespace
 
-Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log,
-                                 bool& reads_back) {
+Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log) {
   Passed_World result;
   while (const Position p = Find_Text(1, rest, u"TrackObj")) {
     result.Output += Left_Text(rest, p - 1);
@@ -240,7 +204,6 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
     Record record = Read_Record(rest);
     const Text name = record.Left_End == 0 ? tables.Map_Shape(record.Name) : Text();
     if (name == u" -delete-") {
-      reads_back = false;  // what stood around the record may be a keyword now
       if (const auto without = Without(record)) {
         ++result.Count;
         rest = *without;
@@ -256,19 +219,15 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
       continue;
     }
     const Double old_id = Text_Value(record.Id);
-    const Long new_id = tables.Shape_Id(name);
-    if (new_id == -1) {
+    const Long found_id = tables.Shape_Id(name);
+    const Double new_id = found_id == -1 ? old_id : found_id;
+    if (found_id == -1) {
       log(u"Unknown shape " + name + u", id " + Number_Text(old_id));
     } else if (new_id != old_id) {
       log(name + u" id: " + Number_Text(old_id) + u" -> " + Number_Text(new_id));
-      ++result.Count;
-    } else if (name != record.Name) {
-      ++result.Count;
     }
-    // A "(" that comes or goes lets the record end elsewhere.
-    const Text changed = record.Id + (name == record.Name ? u"" : record.Name + name);
-    if (changed.find(u'(') != Text::npos) reads_back = false;
-    Text first = Written(new_id == -1 ? old_id : new_id, reads_back) + u" ";
+    if (new_id != old_id || (found_id != -1 && name != record.Name)) ++result.Count;
+    Text first = Number_Text(new_id) + u" ";
     Text second = u" " + name + u" ";
     if (record.Name_First) std::swap(first, second);
     result.Output += record.Front + first + record.Middle + second;
@@ -278,6 +237,18 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
   result.Output += rest;
   return result;
 }
+
+namespace {
+
+bool Has_Own_Shape(const Text& text, const Own_Numbers& own) {
+  for (Position p = 0; (p = Find_Text(p + 1, text, u"SectionIdx")) != 0;) {
+    const Position open = Find_Text(p, text, u"(");
+    if (open != 0 && own.Shapes.Has(Text_Value(Mid_Text(text, open + 1)))) return true;
+  }
+  return false;
+}
+
+}  // namespace
 
 Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_delta,
                                const std::function<Long(Text_View)>& shape_id,
@@ -289,6 +260,7 @@ Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_del
     name = Trim_Text(name.substr(name.find_last_of(u"\\/") + 1));
     return is_known || (number != -1 && shape_id(name) == number);
   };
+  if (!Has_Own_Shape(rest, own)) return {rest, 0};
   while (const Position p = Find_Text(1, rest, u"TrackObj")) {
     result.Output += Left_Text(rest, p - 1);
     rest = Mid_Text(rest, p);
@@ -324,42 +296,29 @@ namespace {
 struct Piece {
   std::size_t At;
   Text Units;
+  bool Is_Quoted;
 };
-
-bool Is_Comment(const Text& word) {
-  const Text upper = Upper_Text(word);
-  return upper == u"_SKIP" || upper == u"_INFO" || upper == u"COMMENT";
-}
-
-std::size_t Length_Of_Quoted(const Text& line) {
-  for (std::size_t i = 1; i < line.size(); i += line[i] == u'\\' ? 2 : 1) {
-    if (line[i] == u'"') return i + 1;
-  }
-  return 0;
-}
 
 // The words, brackets and quoted texts outside comment blocks.
 std::vector<Piece> Pieces_Of(const Text& text) {
-  std::vector<Piece> all;
-  for (std::size_t i = text.find_first_not_of(Blanks); i < text.size();) {
-    const Text line = text.substr(i, text.find_first_of(u"\r\n", i) - i);
-    std::size_t length = line[0] == u'"' ? Length_Of_Quoted(line) : 0;
-    if (length == 0) length = std::min(line.find_first_of(u" \t()"), line.size());
-    if (length == 0) length = 1;  // a bracket
-    all.push_back({i, text.substr(i, length)});
-    i = text.find_first_not_of(Blanks, i + length);
-  }
+  static const std::wregex form(LR"re(("(?:\\[^\r\n]|[^"\\\r\n])*")|[()]|[^ \t\r\n()]+)re");
+  const std::wstring wide(text.begin(), text.end());
   std::vector<Piece> pieces;
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (!Is_Comment(all[i].Units) || i + 1 == all.size() || all[i + 1].Units != u"(") {
-      pieces.push_back(all[i]);
-      continue;
+  int depth = 0;  // in a comment block
+  bool is_after_keyword = false;
+  for (std::wsregex_iterator found(wide.begin(), wide.end(), form), end; found != end; ++found) {
+    const auto at = static_cast<std::size_t>(found->position());
+    const Text units = text.substr(at, static_cast<std::size_t>(found->length()));
+    const bool opens_comment = is_after_keyword && units == u"(";
+    if (opens_comment) pieces.pop_back();
+    if (depth > 0 || opens_comment) {
+      depth += units == u"(" ? 1 : units == u")" ? -1 : 0;
+    } else {
+      pieces.push_back({at, units, (*found)[1].matched});
     }
-    int depth = 0;
-    do {
-      if (++i == all.size()) break;
-      depth += all[i].Units == u"(" ? 1 : all[i].Units == u")" ? -1 : 0;
-    } while (depth > 0);
+    const Text upper = Upper_Text(units);
+    is_after_keyword =
+        depth == 0 && (upper == u"_SKIP" || upper == u"_INFO" || upper == u"COMMENT");
   }
   return pieces;
 }
@@ -369,10 +328,7 @@ std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& inde
   if (index + 1 >= pieces.size() || pieces[++index].Units != u"(") throw Failure();
   std::vector<Piece> fields;
   while (++index < pieces.size() && pieces[index].Units != u")") {
-    const Text& units = pieces[index].Units;
-    if (units == u"(" || (units[0] == u'"' && Length_Of_Quoted(units) == units.size())) {
-      throw Failure();
-    }
+    if (pieces[index].Units == u"(" || pieces[index].Is_Quoted) throw Failure();
     fields.push_back(pieces[index]);
   }
   if (index >= pieces.size()) throw Failure();

@@ -1,8 +1,6 @@
 // The passes over a route and over the catalogue once more, as plainly as they can be said: the
 // rest and the output are texts of their own, and every search walks the rest from its front. Slow,
 // and therefore easy to trust.
-//
-// reads_back becomes false where a pass over the output need not give the output again.
 
 #pragma once
 
@@ -15,11 +13,9 @@
 namespace rivelt::naive {
 
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
-                                 const Log_Line& log, bool& reads_back);
-Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log,
-                              bool& reads_back);
-Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log,
-                                 bool& reads_back);
+                                 const Log_Line& log);
+Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log);
+Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log);
 Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_delta,
                                const std::function<Long(Text_View)>& shape_id, const Log_Line& log);
 Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own, Long section_delta,

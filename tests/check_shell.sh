@@ -23,9 +23,15 @@ expect_status() {
   [ ! -e err ] || sed 's/^/  err: /' err
 }
 
-# A file holds a line, or a part of one.
-expect_line() { grep -qFx -- "$2" "$1" || { fail "$1 lacks the line: $2" && sed 's/^/  /' "$1"; }; }
-expect_part() { grep -qF -- "$2" "$1" || { fail "$1 lacks: $2" && sed 's/^/  /' "$1"; }; }
+# expect_line FILE LINE...: a file holds each line, or part of one.
+expect_line() { expect_found -qFx "$@"; }
+expect_part() { expect_found -qF "$@"; }
+expect_found() {
+  local wanted
+  for wanted in "${@:3}"; do
+    grep "$1" -- "$wanted" "$2" || { fail "$2 lacks: $wanted" && sed 's/^/  /' "$2"; }
+  done
+}
 expect_no_part() { ! grep -F -- "$2" "$1" || fail "$1 should not hold: $2"; }
 expect_empty() {
   local content
@@ -59,6 +65,11 @@ end_script() {
 # The installation msts of the sample, of which before is a copy.
 world=msts/Routes/AMBREWICK/World
 cli() { run timeout 200 "$programs/rivelt-cli" --root msts "$@"; }
+# ends STATUS COMMAND...: a command of the console program.
+ends() {
+  cli "${@:2}"
+  expect_status "$1"
+}
 check_in_script() {
   start_script
   tell "route $1" 'option all' check

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <ranges>
 
 #include "backup/backups.h"
 #include "installation.h"
@@ -22,47 +23,18 @@ using enum Control;
 // The end of the process: no handler of the program takes it for a failure.
 struct Process_End {};
 
-enum class Fault {
-  None,
-  Failure_Raised,
-  Process_Ended,
-  Power_Lost,             // all that was not flushed is gone
-  Power_Lost_In_Backups,  // what was not flushed is gone there, and on disk elsewhere
-  Power_Lost_In_Routes,
-};
-
-// Every operation in turn takes minutes; the quick run takes every few of them, others for each
-// fault.
+// Every operation in turn takes minutes; the quick run takes every few of them.
 const int Stride = std::getenv("RIVELT_FULL_SWEEP") != nullptr ? 1 : 7;
-int First_Operation(Fault fault) {
-  return Stride == 1 ? 1 : 1 + static_cast<int>(fault);
-}
 
-constexpr Fault All_Faults[] = {Fault::Failure_Raised, Fault::Process_Ended, Fault::Power_Lost,
-                                Fault::Power_Lost_In_Backups, Fault::Power_Lost_In_Routes};
-
-struct Fault_At : File_Watcher {
-  Fault_At(Fault kind, int operation) : Kind(kind), Operation(operation) {}
-
-  void Before_Operation() override {
-    ++Count;
-    if (Fails && Fails()) throw Failure();
-    if (Kind == Fault::None || Count != Operation) return;
-    Was_Hit = true;
-    if (Kind == Fault::Failure_Raised) throw Failure();
-    throw Process_End();
-  }
-
-  std::function<bool()> Fails;
-  Fault Kind;
-  int Operation;
-  int Count = 0;
-  bool Was_Hit = false;
-};
+// Of a loss of power, everywhere or in some folders: what was not flushed is gone there, and is on
+// disk elsewhere.
+enum class Fault { Failure, Process_Ends, Power_Lost, Power_Lost_In_Backups, Power_Lost_In_Routes };
+constexpr Text_View Forgetting[] = {u"\\train", u"\\train\\Quenby\\b", u"\\train\\routes"};
 
 using Route_State = std::map<Text, Text>;
 
-const Text Backup_Folder = u"\\train\\Quenby\\backup";
+const Text Backup_Folder = u"\\train\\Quenby\\backup\\";
+const Text Folder_Of_A = u"\\train\\routes\\A\\";
 
 const Route_State Before{
     {u"a.tdb", Small_Database(u"300", u"360")},     {u"a.trk", u"Name ( A ) FileName ( a )"},
@@ -88,12 +60,12 @@ Route_State Files_Below(const Installation& train, const Text& folder) {
 }
 
 Route_State Route_Of(const Installation& train) {
-  return Files_Below(train, u"\\train\\routes\\A");
+  return Files_Below(train, Folder_Of_A);
 }
 
 Lines Updates_Of_A(const Installation& train) {
   Lines names;
-  for (const auto& found : train.Disk.In_Folder(Backup_Folder + u"\\A", true)) {
+  for (const auto& found : train.Disk.In_Folder(Backup_Folder + u"A", true)) {
     names.push_back(Memory_Disk::Name(found.Path));
   }
   return names;
@@ -104,23 +76,27 @@ bool Is_Unfinished(const Installation& train) {
                              [](const Text& name) { return name.ends_with(u".unfinished"); });
 }
 
-// A run of the program from its start to its end or its interruption.
-class Session {
+// A run of the program from its start to its end or its interruption at an operation.
+class Session : File_Watcher {
  public:
-  Session(Installation& train, Fault kind = Fault::None, int operation = 0)
-      : Train(train), Injected(kind, operation) {}
+  explicit Session(Installation& train, Fault fault = {}, int operation = 0)
+      : Train(train), Injected(fault), Operation(operation) {}
 
   template <class Work>
   Session& Run(const Work& work) {
     try {
       Window.Start(Root, [this] {
-        return Watched_Files(std::make_unique<Memory_Files>(Train.Disk), Injected);
+        return Watched_Files(std::make_unique<Memory_Files>(Train.Disk), *this);
       });
       Window.Pick(cmbRoutes, u"A");
       if (!Window.Whole_Route()) Window.Toggle_Whole_Route();
       work(*this);
     } catch (const Process_End&) {
-      Lose_Power();
+      const int place = static_cast<int>(Injected) - static_cast<int>(Fault::Power_Lost);
+      if (place >= 0) {
+        Train.Disk.Lose_Power(
+            [&](Text_View folder) { return folder.starts_with(Forgetting[place]); });
+      }
     }
     Train.Disk.Locked_Folders->clear();  // as the end of a process does
     return *this;
@@ -128,73 +104,60 @@ class Session {
 
   bool Logged(Text_View line) const { return Window.Log().find(line) != Text::npos; }
 
-  Installation& Train;
-  Fault_At Injected;
-  Fixed_Registry Root{"\\train"};
+  std::function<bool()> Fails;  // asked at each operation
+  int Count = 0;                // of operations
   Memory_Window Window;
 
  private:
-  void Lose_Power() {
-    const auto is_backup = [](Text_View path) { return path.starts_with(u"\\train\\Quenby\\b"); };
-    const auto is_route = [](Text_View path) { return path.starts_with(u"\\train\\routes"); };
-    if (Injected.Kind == Fault::Power_Lost) Train.Disk.Lose_Power([](Text_View) { return true; });
-    if (Injected.Kind == Fault::Power_Lost_In_Backups) Train.Disk.Lose_Power(is_backup);
-    if (Injected.Kind == Fault::Power_Lost_In_Routes) Train.Disk.Lose_Power(is_route);
+  void Before_Operation() override {
+    ++Count;
+    if (Fails && Fails()) throw Failure();
+    if (Count != Operation) return;
+    if (Injected == Fault::Failure) throw Failure();
+    throw Process_End();
   }
+
+  Installation& Train;
+  Fault Injected;
+  int Operation;
+  Fixed_Registry Root{"\\train"};
 };
 
 void Nothing(Session&) {}
 
 void Check_And_Update_Twice(Session& session) {
-  session.Window.Press(cmdCheck);
-  session.Window.Press(cmdUpdate);
-  session.Window.Press(cmdUpdate);
-}
-
-void Restore_First(Session& session) {
-  Open_Installation& installation = session.Window.Installed();
-  const auto backups = List_Backups(*installation.Files, installation.Root);
-  installation.Restore(u"A", backups.at(0).Time);
+  for (const Control button : {cmdCheck, cmdUpdate, cmdUpdate}) session.Window.Press(button);
 }
 
 // What a person does to the route between an interruption and what the program does next.
 struct Person {
-  const char* Name;
-  std::function<void(Installation&, const Text& path, int number)> Act;
+  std::string Name;
+  std::function<void(Memory_Disk&, const Text& path, const Text& content)> Act;
 };
 
-Text Of_Person(int number) {
-  return u"by the person " + Number_Text(number);
-}
-
 const std::vector<Person> Persons{
-    {"nothing", [](Installation&, const Text&, int) {}},
-    {"edits in place", [](Installation& train, const Text& path,
-                          int number) { train.Disk.Edit_In_Place(path, Of_Person(number)); }},
-    {"replaces", [](Installation& train, const Text& path,
-                    int number) { train.Disk.Put_File(path, Of_Person(number)); }},
-    {"removes", [](Installation& train, const Text& path, int) { train.Disk.Remove(path); }},
+    {"does nothing", [](Memory_Disk&, const Text&, const Text&) {}},
+    {"edits in place", &Memory_Disk::Edit_In_Place},
+    {"replaces", &Memory_Disk::Put_File},
+    {"removes", [](Memory_Disk& disk, const Text& path, const Text&) { disk.Remove(path); }},
     {"renames in letter case",
-     [](Installation& train, const Text& path, int) {
-       train.Disk.Rename(path, Upper_Text(Memory_Disk::Name(path)));
+     [](Memory_Disk& disk, const Text& path, const Text&) {
+       disk.Rename(path, Upper_Text(Memory_Disk::Name(path)));
      }},
     {"puts back a copy",
-     [](Installation& train, const Text& path, int) {
-       const Text place = path.substr(Text_View(u"\\train\\routes\\A\\").size());
-       for (const auto& [original, content] : Before) {
-         if (Fold_Case(original) == Fold_Case(place)) train.Disk.Put_File(path, content);
+     [](Memory_Disk& disk, const Text& path, const Text&) {
+       for (const auto& [place, content] : Before) {
+         if (Fold_Case(path).ends_with(u"\\a\\" + Fold_Case(place))) disk.Put_File(path, content);
        }
      }},
 };
 
 // What the program does next.
 enum class Next { Starts, Updates_Again, Checks_Another_Route, Restores };
-constexpr Next All_Next[] = {Next::Starts, Next::Updates_Again, Next::Checks_Another_Route,
-                             Next::Restores};
 
 class Interruption : public testing::Test {
  protected:
-  static Installation Made(bool tells_letter_case_apart = false, bool refuses_links = false) {
+  static Installation Made(bool tells_letter_case_apart, bool refuses_links = false) {
     Installation train;
     train.Disk.Tells_Letter_Case_Apart = tells_letter_case_apart;
     train.Disk.Refuses_Links = refuses_links;
@@ -204,10 +167,24 @@ class Interruption : public testing::Test {
     return train;
   }
 
-  // The number of operations of a session without a fault.
-  template <class Work>
-  static int Operations(Installation train, const Work& work) {
-    return Session(train).Run(work).Injected.Count;
+  // Interrupts the work by each fault at each operation, or at every few of them, others for each
+  // fault, and hands over what that leaves. Gives the number of operations.
+  template <class Work, class Look>
+  static int Sweep(Installation whole, int stride, const Work& work, const Look& look) {
+    const Installation before = whole;
+    const int operations = Session(whole).Run(work).Count;
+    for (const Fault fault : {Fault::Failure, Fault::Process_Ends, Fault::Power_Lost,
+                              Fault::Power_Lost_In_Backups, Fault::Power_Lost_In_Routes}) {
+      const int first = 1 + static_cast<int>(fault) % stride;
+      for (int operation = first; operation <= operations; operation += stride) {
+        SCOPED_TRACE(testing::Message()
+                     << "fault " << static_cast<int>(fault) << " at " << operation);
+        Installation train = before;
+        EXPECT_GE(Session(train, fault, operation).Run(work).Count, operation);
+        look(train, fault, operation);
+      }
+    }
+    return operations;
   }
 
   // Two states of the route that differ in the letter case of names only are one.
@@ -217,83 +194,76 @@ class Interruption : public testing::Test {
     return folded;
   }
 
-  static bool Is_Before(const Installation& train) { return Route_Of(train) == Before; }
-  static bool Is_After(const Installation& train) { return Route_Of(train) == After; }
-
-  // The content of a file is in the route or in a folder that the user can find.
-  static bool Has(const Installation& train, const Text& content) {
-    const auto is_it = [&](const auto& file) { return file.second == content; };
-    return std::ranges::any_of(Route_Of(train), is_it) ||
-           std::ranges::any_of(Files_Below(train, Backup_Folder), is_it);
+  // Nothing of an update is left that did not come to its end, and all of one that did.
+  static void Expect_Whole_Or_Nothing(const Installation& train) {
+    const Route_State route = Route_Of(train);
+    EXPECT_TRUE(route == Before || route == After);
+    EXPECT_EQ(Files_Below(train, Backup_Folder).empty(), route == Before);
+    EXPECT_FALSE(Is_Unfinished(train));
   }
 
   // Files that no person wrote are on one numbering.
   static bool Is_On_One_Numbering(const Route_State& route) {
+    Route_State old_files = Folded(Before);
+    Route_State new_files = Folded(After);
     bool has_old = false;
     bool has_new = false;
-    const Route_State old_files = Folded(Before);
-    const Route_State new_files = Folded(After);
     for (const auto& [path, content] : Folded(route)) {
-      const auto old_file = old_files.find(path);
-      if (old_file == old_files.end() || old_file->second == new_files.at(path)) continue;
-      has_old = has_old || content == old_file->second;
-      has_new = has_new || content == new_files.at(path);
+      if (old_files[path] == new_files[path]) continue;
+      has_old = has_old || content == old_files[path];
+      has_new = has_new || content == new_files[path];
     }
     return !(has_old && has_new);
   }
 
-  static bool Has_All_Names(const Installation& train) {
-    const Route_State route = Folded(Route_Of(train));
-    return std::ranges::all_of(Folded(Before),
-                               [&](const auto& file) { return route.contains(file.first); });
-  }
-
   // Interrupts an update, lets the person act and the program go on, and looks at what is left.
-  void Play(const Installation& whole, Fault fault, int operation, const Person& person,
-            bool acts_on_all, Next next) {
-    Installation train = whole;
-    Route_State of_person;
-    Route_State seen;
+  static void Play(Installation train, Fault fault, int operation, const Person& person,
+                   bool acts_on_all, Next next) {
+    Route_State touched;  // the route as the person leaves it
     const auto act = [&] {
-      int number = 0;
-      for (const auto& [path, content] : Route_Of(train)) {
-        if (path == u"a.trk" || path == u"world\\w-3.w") continue;
-        person.Act(train, u"\\train\\routes\\A\\" + path, ++number);
+      Text content = u"by the person ";
+      for (const auto& file : Route_Of(train)) {
+        if (file.first == u"a.trk" || file.first == u"world\\w-3.w") continue;
+        person.Act(train.Disk, Folder_Of_A + file.first, content += u'I');
         if (!acts_on_all) break;
       }
-      seen = Route_Of(train);
-      for (const auto& [path, content] : seen) {
-        if (content.starts_with(u"by the person")) of_person[path] = content;
-      }
+      touched = Route_Of(train);
     };
     Session session(train, fault, operation);
     session.Run([&](Session& running) {
       Check_And_Update_Twice(running);
-      if (fault != Fault::Failure_Raised || next == Next::Starts) return;
+      if (next == Next::Starts) return;
       act();
       if (next == Next::Updates_Again) running.Window.Press(cmdUpdate);
       if (next == Next::Checks_Another_Route) {
         running.Window.Pick(cmbRoutes, u"B");
         running.Window.Press(cmdCheck);
       }
-      if (next == Next::Restores && !Updates_Of_A(train).empty()) Restore_First(running);
+      if (next == Next::Restores && !Updates_Of_A(train).empty()) {
+        running.Window.Installed().Restore(u"A", Updates_Of_A(train).front());
+      }
     });
-    if (fault != Fault::Failure_Raised || next == Next::Starts) act();
+    if (next == Next::Starts) act();
     const Route_State before_start = Route_Of(train);
     Session restart(train);
     restart.Run(Nothing);
     const Route_State route = Route_Of(train);
-    const bool person_removes = std::string_view(person.Name) == "removes";
-    EXPECT_TRUE(person_removes || Has_All_Names(train));
-    EXPECT_TRUE(route == seen || Is_On_One_Numbering(route));
+    EXPECT_TRUE(person.Name == "removes" || std::ranges::equal(Folded(route) | std::views::keys,
+                                                               Folded(Before) | std::views::keys));
+    EXPECT_TRUE(route == touched || Is_On_One_Numbering(route));
     EXPECT_FALSE(Is_Unfinished(train));
     EXPECT_TRUE(route == before_start || restart.Logged(u"Rolled back an unfinished update: A"));
-    for (const auto& [path, content] : of_person) {
-      EXPECT_TRUE(Has(train, content)) << To_Utf8(path);
-      const bool was_set_aside = before_start.contains(path) && before_start.at(path) == content &&
-                                 (!route.contains(path) || route.at(path) != content);
-      const Text_View line = u"Set aside a file that was changed since the update: ";
-      EXPECT_TRUE(!was_set_aside || restart.Logged(line) || session.Logged(line));
+    Lines kept;
+    for (const Text& folder : {Folder_Of_A, Backup_Folder}) {
+      for (const auto& file : Files_Below(train, folder)) kept.push_back(file.second);
+    }
+    const Text_View aside = u"Set aside a file that was changed since the update: ";
+    for (const auto& file : touched) {
+      if (!file.second.starts_with(u"by the person")) continue;
+      EXPECT_NE(std::ranges::count(kept, file.second), 0) << To_Utf8(file.first);
+      const bool has_gone =
+          std::ranges::count(before_start, file) > std::ranges::count(route, file);
+      EXPECT_TRUE(!has_gone || restart.Logged(aside) || session.Logged(aside));
     }
     Session(train).Run(Nothing);
     EXPECT_EQ(Route_Of(train), route) << "a second start";
@@ -302,84 +272,62 @@ class Interruption : public testing::Test {
 
 TEST_F(Interruption, Any_Operation_Of_Check_And_Update_Leaves_The_Route_Whole_After_A_Restart) {
   for (const bool apart : {false, true}) {
-    const Installation whole = Made(apart);
-    const int operations = Operations(whole, Check_And_Update_Twice);
     int unfinished = 0;
-    for (const Fault fault : All_Faults) {
-      for (int operation = 1; operation <= operations; ++operation) {
-        SCOPED_TRACE(testing::Message()
-                     << "fault " << static_cast<int>(fault) << " at " << operation);
-        Installation train = whole;
-        Session session(train, fault, operation);
-        session.Run(Check_And_Update_Twice);
-        ASSERT_TRUE(session.Injected.Was_Hit);
-        unfinished += Is_Unfinished(train) ? 1 : 0;
-        const Route_State found = Route_Of(train);
-        Session restart(train);
-        restart.Run(Nothing);
-        EXPECT_TRUE(Is_Before(train) || Is_After(train));
-        EXPECT_EQ(Updates_Of_A(train).size(), Is_After(train) ? 1u : 0u);
-        EXPECT_FALSE(Is_Unfinished(train));
-        EXPECT_EQ(restart.Logged(u"Rolled back an unfinished update: A\r\n\r\nSelect"),
-                  Route_Of(train) != found);
-      }
-    }
+    const auto look = [&](Installation& train, Fault, int) {
+      unfinished += Is_Unfinished(train) ? 1 : 0;
+      const Route_State found = Route_Of(train);
+      Session restart(train);
+      restart.Run(Nothing);
+      Expect_Whole_Or_Nothing(train);
+      EXPECT_EQ(Updates_Of_A(train).size(), Route_Of(train) == After ? 1u : 0u);
+      EXPECT_EQ(restart.Logged(u"Rolled back an unfinished update: A\r\n\r\nSelect"),
+                Route_Of(train) != found);
+    };
+    RecordProperty("operations", Sweep(Made(apart), 1, Check_And_Update_Twice, look));
     EXPECT_GT(unfinished, 50);  // or the sweep has missed what it is for
-    RecordProperty("operations", operations);
   }
 }
 
 TEST_F(Interruption, Any_Operation_Of_A_Restart_Can_Be_Interrupted_In_Turn) {
-  const Installation whole = Made(true);
-  const int operations = Operations(whole, Check_And_Update_Twice);
-  for (int operation = 1; operation <= operations; operation += Stride) {
-    Installation interrupted = whole;
-    Session(interrupted, Fault::Process_Ended, operation).Run(Check_And_Update_Twice);
-    if (!Is_Unfinished(interrupted)) continue;
+  const auto interrupt_restart = [](Installation& train, Fault first, int operation) {
+    if (first != Fault::Process_Ends || !Is_Unfinished(train)) return;
+    SCOPED_TRACE(operation);
     for (const Text_View folder : {u"routes\\A\\world", u"routes\\A", u"Quenby\\tmp"}) {
-      interrupted.Disk.Flush(Concatenate({u"\\train\\", folder}));  // as the system does in time
+      train.Disk.Flush(Concatenate({u"\\train\\", folder}));  // as the system does in time
     }
-    const int restart_operations = Operations(interrupted, Nothing);
-    for (const Fault fault : All_Faults) {
-      for (int second = First_Operation(fault); second <= restart_operations; second += Stride) {
-        SCOPED_TRACE(testing::Message()
-                     << operation << ", then " << static_cast<int>(fault) << " at " << second);
-        Installation train = interrupted;
-        Session(train, fault, second).Run(Nothing);
-        Session(train).Run(Nothing);
-        EXPECT_TRUE(Is_Before(train) || Is_After(train));
-        EXPECT_FALSE(Is_Unfinished(train));
-      }
-    }
-  }
+    Sweep(train, Stride, Nothing, [](Installation& left, Fault, int) {
+      Installation changed = left;
+      changed.Disk.Remove(Folder_Of_A + u"world\\w-1.w");
+      Session(changed).Run(Nothing);
+      EXPECT_FALSE(Is_Unfinished(changed)) << "though somebody has removed a file";
+      Session(left).Run(Nothing);
+      Expect_Whole_Or_Nothing(left);
+    });
+  };
+  Sweep(Made(true), Stride, Check_And_Update_Twice, interrupt_restart);
 }
 
 TEST_F(Interruption, What_A_Person_Changes_Before_The_Program_Goes_On_Is_Never_Lost) {
   int played = 0;
   for (const bool apart : {false, true}) {
     const Installation whole = Made(apart, apart);  // and with copies in place of links
-    const int operations = Operations(whole, Check_And_Update_Twice);
-    for (const Fault fault : All_Faults) {
-      for (int operation = First_Operation(fault); operation <= operations; operation += Stride) {
-        Installation interrupted = whole;
-        Session(interrupted, fault, operation).Run(Check_And_Update_Twice);
-        if (!Is_Unfinished(interrupted)) continue;
-        for (const Person& person : Persons) {
-          for (const Next next : All_Next) {
-            if (next != Next::Starts && fault != Fault::Failure_Raised) continue;
-            for (const bool acts_on_all : {false, true}) {
-              SCOPED_TRACE(testing::Message()
-                           << "apart " << apart << ", fault " << static_cast<int>(fault) << " at "
-                           << operation << ", the person " << person.Name
-                           << (acts_on_all ? " all" : " one") << ", then "
-                           << static_cast<int>(next));
-              Play(whole, fault, operation, person, acts_on_all, next);
-              ++played;
-            }
+    const auto play = [&](Installation& interrupted, Fault fault, int operation) {
+      if (!Is_Unfinished(interrupted)) return;
+      for (const Person& person : Persons) {
+        for (const Next next :
+             {Next::Starts, Next::Updates_Again, Next::Checks_Another_Route, Next::Restores}) {
+          if (next != Next::Starts && fault != Fault::Failure) continue;
+          for (const bool acts_on_all : {false, true}) {
+            SCOPED_TRACE(testing::Message() << "apart " << apart << ", the person " << person.Name
+                                            << (acts_on_all ? " all, then " : " one, then ")
+                                            << static_cast<int>(next));
+            Play(whole, fault, operation, person, acts_on_all, next);
+            ++played;
           }
         }
       }
-    }
+    };
+    Sweep(whole, Stride, Check_And_Update_Twice, play);
   }
   EXPECT_GT(played, 500);
   RecordProperty("played", played);
@@ -389,37 +337,35 @@ TEST_F(Interruption, What_A_Person_Changes_Before_The_Program_Goes_On_Is_Never_L
 class Three_Updates : public Interruption {
  protected:
   Three_Updates() {
-    for (int update = 0; update < 3; ++update) {
-      const Text number(Trim_Text(Number_Text(1000 * (update + 1))));
+    for (const Text_View number : {u"1000", u"2000", u"3000"}) {
       Train.Global(Concatenate({u"TrackSections ( ", number, u" ) TrackShapes ( ", number, u" )"}));
       States.push_back(Route_Of(Train));
       Session(Train).Run([](Session& session) { session.Window.Press(cmdUpdate); });
-      if (update == 0) Train.Disk.Remove(u"\\train\\routes\\A\\world\\w-2.w");
+      if (States.size() == 1) Train.Disk.Remove(Folder_Of_A + u"world\\w-2.w");
       Train.Disk.Time += 60'000'000'000;
-      const Text tile = Concatenate({u"routes\\A\\world\\new", number, u".w"});
-      Train.Put(tile, Small_World(number, number));
+      Train.Put(Concatenate({u"routes\\A\\world\\new", number, u".w"}),
+                Small_World(number, number));
     }
-    Memory_Files files(Train.Disk);
-    for (const Backup& backup : List_Backups(files, u"\\train")) Times.push_back(backup.Time);
   }
 
-  static void Restore(Session& session, const Text& time, Restore_Result& result) {
-    result = session.Window.Installed().Restore(u"A", time);
+  auto Restore(const Text& time) {
+    return [&](Session& session) { Result = session.Window.Installed().Restore(u"A", time); };
   }
 
   Installation Train = Made(true);
   std::vector<Route_State> States;  // just before each update
-  Lines Times;
+  Restore_Result Result;
 };
 
 TEST_F(Three_Updates, A_Restore_Makes_The_Route_What_It_Was_And_Names_What_It_Cannot) {
-  ASSERT_EQ(Times.size(), 3u);
+  const Lines times = Updates_Of_A(Train);
+  ASSERT_EQ(times.size(), 3u);
   const Route_State now = Route_Of(Train);
   for (std::size_t to = 0; to < 3; ++to) {
+    SCOPED_TRACE(to);
     Installation train = Train;
-    Restore_Result result;
-    Session(train).Run([&](Session& session) { Restore(session, Times[to], result); });
-    EXPECT_EQ(result.How, Restore_Result::End::Done);
+    Session(train).Run(Restore(times[to]));
+    EXPECT_EQ(Result.How, Restore_Result::End::Done);
     Route_State wanted = States[to];
     for (const auto& [path, content] : now) {
       if (Folded(wanted).contains(Fold_Case(path))) continue;
@@ -427,151 +373,125 @@ TEST_F(Three_Updates, A_Restore_Makes_The_Route_What_It_Was_And_Names_What_It_Ca
       const std::size_t added = path.find(u"1000") != Text::npos ? 1 : 2;
       wanted[path] = States[added].contains(path) ? States[added].at(path) : content;
     }
-    EXPECT_EQ(Route_Of(train), wanted) << to;
-    EXPECT_EQ(result.Files.From_Later.size(), to == 0 ? 2u : to == 1 ? 1u : 0u);
-    EXPECT_EQ(result.Files.Newer, Lines{u"world\\new3000.w"});
+    EXPECT_EQ(Route_Of(train), wanted);
+    EXPECT_EQ(Result.Files.From_Later.size(), 2 - to);
+    EXPECT_EQ(Result.Files.Newer, Lines{u"world\\new3000.w"});
 
     // It can itself be restored from.
-    Memory_Files files(train.Disk);
-    const Text newest = List_Backups(files, u"\\train").back().Time;
-    EXPECT_GT(newest, Times.back());
-    Session(train).Run([&](Session& session) { Restore(session, newest, result); });
-    EXPECT_EQ(Route_Of(train), now) << to;
+    const Text newest = Updates_Of_A(train).back();
+    EXPECT_GT(newest, times.back());
+    Session(train).Run(Restore(newest));
+    EXPECT_EQ(Route_Of(train), now);
   }
 }
 
 TEST_F(Three_Updates, A_Restore_That_Is_Interrupted_Anywhere_Is_Whole_Or_Nothing) {
-  const Route_State now = Route_Of(Train);
-  Restore_Result result;
-  for (const Text& time : Times) {
-    const auto restore = [&](Session& session) { Restore(session, time, result); };
+  for (const Text& time : Updates_Of_A(Train)) {
+    const auto restore = Restore(time);
     Installation restored = Train;
-    const int operations = Session(restored).Run(restore).Injected.Count;
-    for (const Fault fault : All_Faults) {
-      for (int operation = First_Operation(fault); operation <= operations; operation += Stride) {
-        SCOPED_TRACE(testing::Message()
-                     << "fault " << static_cast<int>(fault) << " at " << operation);
-        Installation train = Train;
-        Session(train, fault, operation).Run(restore);
-        Session(train).Run(Nothing);
-        const bool is_restored = Route_Of(train) == Route_Of(restored);
-        EXPECT_TRUE(is_restored || Route_Of(train) == now);
-        EXPECT_EQ(Updates_Of_A(train).size(), is_restored ? 4u : 3u);
-        EXPECT_FALSE(Is_Unfinished(train));
-        Session(train).Run(restore);
-        EXPECT_EQ(Route_Of(train), Route_Of(restored));
-      }
-    }
+    Session(restored).Run(restore);
+    Sweep(Train, Stride, restore, [&](Installation& train, Fault, int) {
+      Session(train).Run(Nothing);
+      const bool is_restored = Route_Of(train) == Route_Of(restored);
+      EXPECT_TRUE(is_restored || Route_Of(train) == Route_Of(Train));
+      EXPECT_EQ(Updates_Of_A(train).size(), is_restored ? 4u : 3u);
+      EXPECT_FALSE(Is_Unfinished(train));
+      Session(train).Run(restore);
+      EXPECT_EQ(Route_Of(train), Route_Of(restored));
+    });
   }
 }
 
 class Failed_Update : public Interruption {
  protected:
-  // An update of A that fails at w-2.w, as if that were open in an editor, and what comes then.
-  template <class Work>
-  static void Run(Installation& train, const Work& work) {
-    Session(train).Run([&](Session& session) {
+  // A check and an update of A, during which the operations fail, and what comes then.
+  template <class Work = decltype(Nothing)>
+  void Run(const std::function<bool()>& fails, const Work& work = Nothing) {
+    Session(Train).Run([&](Session& session) {
       session.Window.Press(cmdCheck);
-      session.Injected.Fails = [&] { return train.Staged() == Lines{u"w-2.w"}; };
+      session.Fails = fails;
       session.Window.Press(cmdUpdate);
-      session.Injected.Fails = nullptr;
-      EXPECT_EQ(Boxes(session), 1u);
+      session.Fails = nullptr;
+      EXPECT_EQ(Boxes(session), 1);
       EXPECT_EQ(Lines_Of(session.Window.Log()), Lines{u"Updating: A, this will take some time"});
-      EXPECT_EQ(train.Staged(), Lines{u"w-2.w"});
       work(session);
     });
   }
 
-  static bool Has_Journal(const Installation& train) {
-    const Text folder = Backup_Folder + u"\\A\\" + Updates_Of_A(train).at(0);
-    return train.Disk.Content(folder + u"\\journal.txt") != u"(no such file)";
+  static std::ptrdiff_t Boxes(const Session& session) {
+    const Text message = u"Had problems updating this route!";
+    return std::ranges::count(session.Window.Boxes(), message, &Memory_Window::Shown_Box::Message);
   }
 
-  static std::size_t Boxes(const Session& session) {
-    return static_cast<std::size_t>(std::ranges::count(session.Window.Boxes(),
-                                                       Text(u"Had problems updating this route!"),
-                                                       &Memory_Window::Shown_Box::Message));
+  Route_State Kept() const {
+    EXPECT_EQ(Updates_Of_A(Train).size(), 1u);
+    return Files_Below(Train, Backup_Folder + u"A\\" + Updates_Of_A(Train)[0]);
   }
 
   Installation Train = Made(true);
+  // As if the file were open in an editor.
+  const std::function<bool()> At_Last_Tile = [this] { return Train.Staged() == Lines{u"w-2.w"}; };
 };
 
 TEST_F(Failed_Update, Is_Finished_By_The_Next_One_If_Nobody_Has_Changed_The_Route) {
-  Run(Train, [&](Session& session) {
+  Run(At_Last_Tile, [&](Session& session) {
+    EXPECT_EQ(Train.Staged(), Lines{u"w-2.w"});
     Train.Put(u"Quenby\\tmp\\w-3.w", u"by hand");
+    session.Fails = [&] { return Train.Staged().empty(); };  // at the database
     session.Window.Press(cmdUpdate);
-    EXPECT_EQ(Boxes(session), 1u);
+    EXPECT_EQ(Boxes(session), 2);
+    session.Fails = nullptr;
+    session.Window.Press(cmdUpdate);
+    EXPECT_EQ(Boxes(session), 2);
   });
   Route_State wanted = After;
   wanted[u"world\\w-3.w"] = u"by hand";
   EXPECT_EQ(Route_Of(Train), wanted);
-  ASSERT_EQ(Updates_Of_A(Train).size(), 1u);
-  Route_State kept = Files_Below(Train, Backup_Folder + u"\\A\\" + Updates_Of_A(Train)[0]);
+  Route_State kept = Kept();
   EXPECT_EQ(kept.erase(u"journal.txt"), 1u);
-  Route_State originals = Before;
-  originals.erase(u"a.trk");
-  EXPECT_EQ(kept, originals);
-}
-
-TEST_F(Failed_Update, At_The_Database_Is_Finished_By_The_Next_One) {
-  Session(Train).Run([&](Session& session) {
-    session.Window.Press(cmdCheck);
-    session.Injected.Fails = [&] { return Train.Staged().empty(); };
-    session.Window.Press(cmdUpdate);
-    session.Injected.Fails = nullptr;
-    EXPECT_NE(Route_Of(Train), After);
-    session.Window.Press(cmdUpdate);
-    EXPECT_EQ(Boxes(session), 1u);
-  });
-  EXPECT_EQ(Route_Of(Train), After);
+  kept[u"a.trk"] = Before.at(u"a.trk");
+  EXPECT_EQ(kept, Before);
 }
 
 TEST_F(Failed_Update, Is_Refused_When_Somebody_Has_Changed_What_It_Moved_Or_Is_To_Move) {
-  for (const Text_View changed : {u"world\\w-1.w", u"tsection.dat", u"world\\w-2.w"}) {
-    Installation train = Made(true);
-    const Text path = Concatenate({u"routes\\A\\", changed});
-    Run(train, [&](Session& session) {
-      train.Put(path, u"edited");
+  Run(At_Last_Tile, [&](Session& session) {
+    int boxes = 1;
+    for (const Text_View place : {u"world\\w-1.w", u"tsection.dat", u"world\\w-2.w"}) {
+      const Text path = Folder_Of_A + Text(place);
+      const Text content = Train.Disk.Content(path);
+      Train.Disk.Put_File(path, u"edited");
       session.Window.Press(cmdUpdate);
-      EXPECT_EQ(Boxes(session), 2u);
-    });
-    EXPECT_EQ(train.Content(path), u"edited");
-    EXPECT_EQ(train.Staged(), Lines{u"w-2.w"});
-  }
+      EXPECT_EQ(Boxes(session), ++boxes) << To_Utf8(place);
+      EXPECT_EQ(Train.Disk.Content(path), u"edited");
+      Train.Disk.Put_File(path, content);
+    }
+    EXPECT_EQ(Train.Staged(), Lines{u"w-2.w"});
+  });
 }
 
 TEST_F(Failed_Update, Comes_Where_Somebody_Changes_A_File_Just_Before_It_Would_Be_Deleted) {
-  const Text path = u"routes\\A\\world\\w-2.w";
-  Session(Train).Run([&](Session& session) {
-    session.Window.Press(cmdCheck);
-    session.Injected.Fails = [&] {
-      if (Train.Staged() == Lines{u"w-2.w"}) Train.Put(path, u"edited");
-      return false;
-    };
-    session.Window.Press(cmdUpdate);
-    EXPECT_EQ(Boxes(session), 1u);
+  const Text path = Folder_Of_A + u"world\\w-2.w";
+  bool is_edited = false;
+  Run([&] {
+    if (!is_edited && At_Last_Tile()) Train.Disk.Put_File(path, u"edited");
+    is_edited = is_edited || At_Last_Tile();
+    return false;
   });
-  EXPECT_EQ(Train.Content(path), u"edited");
+  EXPECT_EQ(Train.Disk.Content(path), u"edited");
 }
 
 TEST_F(Failed_Update, That_Moved_Nothing_Leaves_A_Backup_That_Editing_The_Route_Does_Not_Change) {
-  Session(Train).Run([&](Session& session) {
-    session.Window.Press(cmdCheck);
-    session.Injected.Fails = [&] { return Is_Unfinished(Train) && Has_Journal(Train); };
-    session.Window.Press(cmdUpdate);
-  });
+  Run([&] { return Is_Unfinished(Train) && Kept().contains(u"journal.txt"); });
   ASSERT_TRUE(Is_Unfinished(Train));
   Train.Put(u"routes\\A\\world\\w-1.w", u"edited");
   Session(Train).Run(Nothing);
-  ASSERT_EQ(Updates_Of_A(Train).size(), 1u);
   EXPECT_FALSE(Is_Unfinished(Train));
-  Train.Disk.Edit_In_Place(u"\\train\\routes\\A\\TSection.DAT", u"edited");
-  const Text kept = Backup_Folder + u"\\A\\" + Updates_Of_A(Train)[0];
-  EXPECT_EQ(Train.Disk.Content(kept + u"\\TSection.DAT"), Small_Local);
+  Train.Disk.Edit_In_Place(Folder_Of_A + u"TSection.DAT", u"edited");
+  EXPECT_EQ(Kept().at(u"TSection.DAT"), Small_Local);
 }
 
 TEST_F(Failed_Update, With_Nothing_Staged_Any_More_Stays_Until_A_Full_Check_Rolls_It_Back) {
-  Run(Train, [&](Session& session) {
+  Run(At_Last_Tile, [&](Session& session) {
     Train.Disk.Remove(u"\\train\\Quenby\\tmp\\w-2.w");
     Train.Disk.Remove(u"\\train\\Quenby\\tmp\\route\\a.tdb");
     session.Window.Press(cmdUpdate);
@@ -586,35 +506,15 @@ TEST_F(Failed_Update, With_Nothing_Staged_Any_More_Stays_Until_A_Full_Check_Roll
 }
 
 TEST_F(Interruption, A_Second_Program_Is_Held_Off_And_Touches_Nothing) {
-  Installation train = Made();
-  train.Put(u"Quenby\\tmp\\of the first.w", u"")
-      .Put(u"Quenby\\backup\\A\\2026-01-01 00.00.00.unfinished\\World\\w-1.w", u"kept");
+  Installation train = Made(false);
+  train.Put(u"Quenby\\backup\\A\\2026-01-01 00.00.00.unfinished\\World\\w-1.w", u"kept");
   *train.Disk.Is_Locked = true;
-  Session session(train);
-  session.Run([&](Session& running) {
-    EXPECT_FALSE(running.Logged(u"nfinished update"));
-    running.Window.Press(cmdUpdate);
-    EXPECT_EQ(Lines_Of(running.Window.Log())[0], u"Had problems in Do_Check!");
-    EXPECT_EQ(running.Window.Installed().Restore(u"A", u"").How, Restore_Result::End::Lock_Held);
+  const Route_State before = Files_Below(train, u"\\train\\");
+  Session(train).Run([](Session& session) {
+    EXPECT_FALSE(session.Logged(u"nfinished update"));
+    EXPECT_EQ(session.Window.Installed().Restore(u"A", u"").How, Restore_Result::End::Lock_Held);
   });
-  EXPECT_EQ(train.Staged(), Lines{u"of the first.w"});
-  EXPECT_TRUE(Is_Unfinished(train));
-  EXPECT_EQ(Route_Of(train), Before);
-}
-
-TEST_F(Interruption, A_File_That_Changed_After_The_Check_Is_Replaced_Marked_And_Kept) {
-  Installation train = Made();
-  Session(train).Run([&](Session& session) {
-    session.Window.Press(cmdCheck);
-    train.Put(u"routes\\A\\world\\w-1.w", u"newer");
-    session.Window.Press(cmdUpdate);
-    EXPECT_EQ(session.Window.Installed().Changed_Since_Check, Lines{u"world\\w-1.w"});
-    const auto backups = List_Backups(*session.Window.Installed().Files, u"\\train");
-    ASSERT_EQ(backups.size(), 1u);
-    EXPECT_EQ(backups[0].Changed, Lines{u"world\\w-1.w"});
-  });
-  EXPECT_EQ(Route_Of(train).at(u"world\\w-1.w"), After.at(u"world\\w-1.w"));
-  EXPECT_TRUE(Has(train, u"newer"));
+  EXPECT_EQ(Files_Below(train, u"\\train\\"), before);
 }
 
 }  // namespace

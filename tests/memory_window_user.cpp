@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "platform/memory/memory_window.h"
 #include "window/first_line.h"
 #include "window_user.h"
@@ -26,13 +24,16 @@ class Memory_Window_User : public Window_User {
 
   void Answer_With_Cancel() override { Screen.Box_Answers.push_back(Answer_Ok + 1); }
   void Save_As(Text_View path) override { Screen.Save_File_Names.emplace_back(path); }
-  Text Folder_To_Save_In() const override { return u"\\logs"; }
+  Text File_To_Save() override { return u"\\logs\\start.txt"; }
 
   bool Visible() const override { return Screen.Visible(); }
   bool Takes_Input(Control control) const override { return Screen.Takes_Input(control); }
-  Text Shown_Text(Control control) const override { return Screen.Read_Text(control); }
-  std::vector<Text> Entries(Control list) const override {
-    std::vector<Text> entries;
+  Text Shown_Text(Control control) const override {
+    const Text_View caption = Row_Of(control).Caption;
+    return caption.empty() ? Screen.Read_Text(control) : Text(caption);
+  }
+  Lines Entries(Control list) const override {
+    Lines entries;
     for (std::size_t row = 0; row < Screen.List(list).Count(); ++row) {
       entries.push_back(Screen.List(list).Entry(row));
     }
@@ -40,9 +41,11 @@ class Memory_Window_User : public Window_User {
   }
   bool Selected(Control option) const override { return Screen.Read_Value(option); }
   bool Hourglass() const override { return Screen.Shown_Pointer() == Pointer::Hourglass; }
-  std::vector<Seen_Box> Boxes() const override {
-    std::vector<Seen_Box> boxes;
-    for (const auto& box : Screen.Boxes()) boxes.push_back({box.Message, box.Title, box.Style});
+  Lines Boxes() const override {
+    Lines boxes;
+    for (const auto& [message, style, title] : Screen.Boxes()) {
+      boxes.push_back(Box_Text(title, style, message));
+    }
     return boxes;
   }
   Seen_Menu Menu() override {
@@ -56,8 +59,8 @@ class Memory_Window_User : public Window_User {
 
 }  // namespace
 
-std::vector<Window_Back_End> Window_Back_Ends() {
-  return {{"Memory", [] { return std::make_unique<Memory_Window_User>(); }}};
+std::unique_ptr<Window_User> Make_User() {
+  return std::make_unique<Memory_Window_User>();
 }
 
 }  // namespace rivelt

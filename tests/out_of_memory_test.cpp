@@ -68,10 +68,14 @@ class Out_Of_Memory : public testing::Test {
     try {
       step();
     } catch (const std::exception& escaped) {
-      Is_Counting = false;
       ADD_FAILURE() << "allocation " << Failing << ": " << escaped.what();
     }
     Is_Counting = false;
+  }
+  template <class Step>
+  void Do_Part(const Step& step) {
+    Begin_Part();
+    Do(step);
   }
 
   void Start(Installation& train, Memory_Window& window) {
@@ -85,20 +89,14 @@ class Out_Of_Memory : public testing::Test {
     window.Select(optDynamic_1);
     window.Save_File_Names.push_back(u"\\train\\log.txt");
     for (const Control button : {cmdCheck, cmdUpdate, cmdSave}) {
-      Do([&] {
-        Begin_Part();
-        window.Press(button);
-      });
+      Do_Part([&] { window.Press(button); });
       Expect_Message(window);
       Note(train, window);
     }
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
     Memory_Files files(train.Disk);
     for (const Backup& backup : List_Backups(files, u"\\train")) {
-      Do([&] {
-        Begin_Part();
-        window.Installed().Restore(u"A", backup.Time);
-      });
+      Do_Part([&] { window.Installed().Restore(u"A", backup.Time); });
     }
   }
 

@@ -2,24 +2,9 @@
 
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QFileDialog>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMessageBox>
-#include <QRadioButton>
 #include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
@@ -41,13 +26,10 @@ class Qt_Window_User : public Window_User {
   }
   void Pick(Control list, Text_View entry) override {
     auto& box = static_cast<QComboBox&>(Screen.Widget(list));
-    QTest::mouseClick(&box, Qt::LeftButton);
+    Click(list);
     if (box.view()->isVisible()) {
-      QTest::keyClick(box.view(), Qt::Key_Home);
-      for (int row = 0; row < box.findText(To_Qt(entry), Qt::MatchExactly | Qt::MatchCaseSensitive);
-           ++row) {
-        QTest::keyClick(box.view(), Qt::Key_Down);
-      }
+      const int row = box.findText(To_Qt(entry), Qt::MatchExactly | Qt::MatchCaseSensitive);
+      box.view()->setCurrentIndex(box.model()->index(row, 0));
       QTest::keyClick(box.view(), Qt::Key_Return);
       Activate();
     } else {
@@ -56,7 +38,7 @@ class Qt_Window_User : public Window_User {
   }
   void Type(Control text_box, Text_View text) override {
     QWidget& box = Screen.Widget(text_box);
-    QTest::mouseClick(&box, Qt::LeftButton);
+    Click(text_box);
     QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
     for (const char16_t unit : text) {
       QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, QString(QChar(unit)),
@@ -68,17 +50,15 @@ class Qt_Window_User : public Window_User {
     QTest::keyClick(&Screen.Widget(text_box), Qt::Key_End);
     QTest::keyClick(&Screen.Widget(text_box), Qt::Key_V, Qt::ControlModifier);
   }
-  void Select(Control option) override {
-    QTest::mouseClick(&Screen.Widget(option), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
-  }
-  void Press(Control button) override { QTest::mouseClick(&Screen.Widget(button), Qt::LeftButton); }
+  void Select(Control option) override { Click(option); }
+  void Press(Control button) override { Click(button); }
   void Toggle_Whole_Route() override {
     if (QMenu* menu = Open_Menu()) Click(*menu, 0);
     Leave_Menus();
   }
   void Restore(const Text& time) override {
     QMenu* menu = Open_Menu();
-    const auto times = Times_In(*menu);
+    const Lines times = Times_In(*menu);
     Click(*menu, 1);
     QMenu* backups = menu->actions().at(1)->menu();
     EXPECT_TRUE(QTest::qWaitFor([&] { return backups->isVisible(); }));
@@ -87,39 +67,34 @@ class Qt_Window_User : public Window_User {
   }
   void Close() override { Screen.Form_Widget().close(); }
 
-  Text Folder_To_Save_In() const override { return u"/no-such-folder"; }
+  Text File_To_Save() override {
+    EXPECT_TRUE(Saved.open());
+    return From_Qt(Saved.fileName());
+  }
 
   bool Visible() const override { return const_cast<Qt_Window&>(Screen).Form_Widget().isVisible(); }
   bool Takes_Input(Control control) const override { return Screen.Widget(control).isEnabled(); }
   Text Shown_Text(Control control) const override {
-    const QWidget* widget = &Screen.Widget(control);
-    if (control == Control::txtMessages) {
-      const auto* log = static_cast<const Log_View*>(widget);
+    const QWidget& widget = Screen.Widget(control);
+    if (const auto* log = dynamic_cast<const Log_View*>(&widget)) {
       EXPECT_TRUE(QTest::qWaitFor([&] { return log->Shows_Everything(); }));
       return From_Qt(log->toPlainText().replace(QLatin1String("\n"), QLatin1String("\r\n")));
     }
-    if (const auto* list = qobject_cast<const QComboBox*>(widget)) {
-      return From_Qt(list->currentText());
-    }
-    return From_Qt(static_cast<const QLineEdit*>(widget)->text());
+    const bool is_list = Row_Of(control).Type == Control_Type::Drop_Down_List;
+    const bool is_frame = Row_Of(control).Type == Control_Type::Frame;
+    return From_Qt(widget.property(is_list    ? "currentText"
+                                   : is_frame ? "title"
+                                              : "text")
+                       .toString());
   }
-  std::vector<Text> Entries(Control list) const override {
+  Lines Entries(Control list) const override {
     const auto& box = static_cast<QComboBox&>(Screen.Widget(list));
-    std::vector<Text> entries;
+    Lines entries;
     for (int row = 0; row < box.count(); ++row) entries.push_back(From_Qt(box.itemText(row)));
     return entries;
   }
   bool Selected(Control option) const override {
     return static_cast<QRadioButton&>(Screen.Widget(option)).isChecked();
-  }
-  Text Caption(Control control) const override {
-    const QWidget* widget = &Screen.Widget(control);
-    if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
-      return From_Qt(button->text());
-    }
-    if (const auto* frame = qobject_cast<const QGroupBox*>(widget)) return From_Qt(frame->title());
-    const auto* label = qobject_cast<const QLabel*>(widget);
-    return label == nullptr ? Text() : From_Qt(label->text());
   }
   bool Hourglass() const override {
     const QCursor* pointer = QApplication::overrideCursor();
@@ -146,22 +121,21 @@ class Qt_Window_User : public Window_User {
     }
   }
 
+  // A click on the window, which it hands on to what is there.
+  void Click(QPoint place, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(Screen.Form_Widget().windowHandle(), button, {}, place);
+  }
+  void Click(Control control) {
+    Click(Screen.Widget(control).mapTo(&Screen.Form_Widget(), QPoint(8, 8)));
+  }
+
   Qt_Window Screen;
   int Save_Dialogs = 0;  // that have come up
 
  private:
-  static int Style_Of(const QMessageBox& box) {
-    const int icon = box.icon() == QMessageBox::Critical   ? Style_Critical
-                     : box.icon() == QMessageBox::Question ? Style_Question
-                                                           : 0;
-    const bool can_cancel = box.standardButtons() == (QMessageBox::Ok | QMessageBox::Cancel);
-    return icon + (can_cancel ? Style_Ok_Cancel : 0);
-  }
-
   // Null: none comes up. Where the click goes there is a label.
   QMenu* Open_Menu() {
-    const QPoint place = Screen.Widget(Control::Label1).mapTo(&Screen.Form_Widget(), QPoint(2, 2));
-    QTest::mouseClick(Screen.Form_Widget().windowHandle(), Qt::RightButton, {}, place);
+    Click(Screen.Widget(Control::Label1).geometry().center(), Qt::RightButton);
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
   }
   static void Click(QMenu& menu, qsizetype entry) {
@@ -173,8 +147,8 @@ class Qt_Window_User : public Window_User {
       QTest::keyClick(Screen.Form_Widget().windowHandle(), Qt::Key_Escape);
     }
   }
-  static std::vector<Text> Times_In(const QMenu& menu) {
-    std::vector<Text> times;
+  static Lines Times_In(const QMenu& menu) {
+    Lines times;
     for (const QAction* backup : menu.actions().at(1)->menu()->actions()) {
       times.push_back(From_Qt(backup->text()));
     }
@@ -183,28 +157,26 @@ class Qt_Window_User : public Window_User {
 
   void Answer_Dialog() {
     QWidget* dialog = QApplication::activeModalWidget();
-    if (auto* box = qobject_cast<QMessageBox*>(dialog)) return Answer(*box);
-    if (auto* save = qobject_cast<QFileDialog*>(dialog)) return Answer(*save);
-  }
-  void Answer(QMessageBox& box) {
-    const bool cancels =
-        Cancels_Box({From_Qt(box.text()), From_Qt(box.windowTitle()), Style_Of(box)});
-    QTest::keyClick(&box, cancels ? Qt::Key_Escape : Qt::Key_Return);
-  }
-  void Answer(QFileDialog& dialog) {
-    ++Save_Dialogs;
-    const Text path = Path_To_Save_As();
-    if (path.empty()) {
-      QTest::keyClick(&dialog, Qt::Key_Escape);
-      return;
+    if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
+      int style = box->icon() == QMessageBox::Critical ? Style_Critical : 0;
+      if (box->icon() == QMessageBox::Question) style += Style_Question;
+      if (box->standardButtons().testFlag(QMessageBox::Cancel)) style += Style_Ok_Cancel;
+      const bool cancels =
+          Cancels_Box(Box_Text(From_Qt(box->windowTitle()), style, From_Qt(box->text())));
+      QTest::keyClick(dialog, cancels ? Qt::Key_Escape : Qt::Key_Return);
+    } else if (qobject_cast<QFileDialog*>(dialog) != nullptr) {
+      ++Save_Dialogs;
+      const Text path = Path_To_Save_As();
+      if (path.empty()) return QTest::keyClick(dialog, Qt::Key_Escape);
+      auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      name->setText(To_Qt(path));
+      // Later, so that a question that comes up then is answered, too.
+      QTimer::singleShot(0, name, [name] { QTest::keyClick(name, Qt::Key_Return); });
     }
-    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    name->setText(To_Qt(path));
-    // Later, so that a question that comes up then is answered, too.
-    QTimer::singleShot(0, name, [name] { QTest::keyClick(name, Qt::Key_Return); });
   }
 
   QTimer Look_For_Dialogs;
+  QTemporaryFile Saved;
 };
 
 }  // namespace rivelt

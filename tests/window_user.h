@@ -1,33 +1,29 @@
 // A person in front of the window: one class for each back end, so that the tests that every back
-// end must pass are written once.
+// end must pass are written once. And what such tests have behind the window.
 
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <deque>
 #include <functional>
 #include <memory>
-#include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/frm_main.h"
+#include "installation.h"
 #include "window/window.h"
 
 namespace rivelt {
 
 class Window_User {
  public:
-  struct Seen_Box {
-    Text Message;
-    Text Title;
-    int Style;  // as the program asked for it, read from the icon and the buttons
-    bool operator==(const Seen_Box&) const = default;
-  };
-
   struct Seen_Menu {
     bool Enabled;      // the entry "Whole route"
     bool Whole_Route;  // its check mark
-    std::vector<Text> Restorable;
+    Lines Restorable;
     bool operator==(const Seen_Menu&) const = default;
   };
 
@@ -53,26 +49,30 @@ class Window_User {
   virtual void Answer_With_Cancel() { ++Cancels; }
   virtual void Save_As(Text_View path) { Save_Paths.emplace_back(path); }
 
-  // A folder for Save_As in the way the machine writes paths; it need not exist on the machine.
-  virtual Text Folder_To_Save_In() const = 0;
+  // A file for Save_As, in the way the machine writes paths; if the machine has files, this is one.
+  virtual Text File_To_Save() = 0;
 
   // What the person sees.
   virtual bool Visible() const = 0;
   virtual bool Takes_Input(Control control) const = 0;  // enabled, and so is the frame around it
-  virtual Text Shown_Text(Control control) const = 0;   // lines of the log end with CR LF
-  virtual std::vector<Text> Entries(Control list) const = 0;
+  virtual Text Shown_Text(Control control) const = 0;   // or caption; lines end with CR LF
+  virtual Lines Entries(Control list) const = 0;
   virtual bool Selected(Control option) const = 0;
-  virtual Text Caption(Control control) const { return Text(Row_Of(control).Caption); }
   virtual bool Hourglass() const = 0;
-  virtual Seen_Menu Menu() = 0;                                       // of the form
-  virtual std::vector<Seen_Box> Boxes() const { return Seen_Boxes; }  // all so far
+  virtual Seen_Menu Menu() = 0;                       // of the form
+  virtual Lines Boxes() const { return Seen_Boxes; }  // all so far, as Box_Text gives them
 
   // The back end itself.
   virtual Window& Seam() = 0;
 
+  // The style is the one that the program asked for, read from the icon and the buttons.
+  static Text Box_Text(Text_View title, int style, Text_View message) {
+    return Concatenate({title, Number_Text(style), u": ", message});
+  }
+
  protected:
   // What the person does with a box or a save dialog that has come up.
-  bool Cancels_Box(const Seen_Box& box) {
+  bool Cancels_Box(const Text& box) {
     Seen_Boxes.push_back(box);
     return Cancels > 0 && Cancels-- > 0;
   }
@@ -86,20 +86,49 @@ class Window_User {
  private:
   int Cancels = 0;
   std::deque<Text> Save_Paths;
-  std::vector<Seen_Box> Seen_Boxes;
+  Lines Seen_Boxes;
 };
 
-struct Window_Back_End {
-  std::string Name;  // a word of letters
-  std::function<std::unique_ptr<Window_User>()> Make_User;
+// Defined beside the user of the back end that the test program is built with.
+std::unique_ptr<Window_User> Make_User();
+
+// The whole form behind the window, on an installation in memory with two routes and a third that
+// has no name.
+class Window_Fixture : public testing::Test {
+ protected:
+  Window_Fixture() {
+    Train.Global(
+        u"_INFO ( Track Build 7a) TrackSections ( 400 ) TrackShapes ( 500 "
+        u"TrackShape ( 31 FileName ( b.s ) ) TrackShape ( 77 FileName ( A.s ) ) "
+        u"TrackShape ( 78 FileName ( c.s ) ) )");
+    for (const Text_View name : {u"Second to none", u"a branch line"}) {
+      Train.Route(name).World(u"w-1.w", World(u"31", u"b.s"));
+    }
+    Train.Put(u"routes\\nameless\\x.trk", u"Name ( \"\" )");
+  }
+
+  static Text World(Text_View id, Text_View shape) {
+    return Concatenate({u"Tr_Worldfile ( TrackObj ( UiD ( 1 ) SectionIdx ( ", id, u" ) FileName ( ",
+                        shape, u" ) ) )"});
+  }
+
+  void Start() {
+    User->Start(System_Registry, [this] { return std::make_unique<Memory_Files>(Train.Disk); });
+  }
+
+  void Start_And_Pick_First() {
+    Start();
+    User->Pick(Control::cmbRoutes, u"Second to none");
+  }
+
+  // Runs the action once, while the next command (or the start) reads a file.
+  void In_The_Middle(std::function<void()> action) { Train.Disk.On_Next_Read = std::move(action); }
+
+  Text Log() { return User->Shown_Text(Control::txtMessages); }
+
+  Installation Train;
+  Fixed_Registry System_Registry{"\\train"};
+  std::unique_ptr<Window_User> User = Make_User();
 };
-
-// How a test that is run for each back end names it.
-inline void PrintTo(const Window_Back_End& back_end, std::ostream* out) {
-  *out << back_end.Name;
-}
-
-// The back ends that this test program can run; defined beside the user of each.
-std::vector<Window_Back_End> Window_Back_Ends();
 
 }  // namespace rivelt

@@ -4,57 +4,254 @@
 #pragma once
 
 #include <set>
-#include <vector>
 
 #include "platform/windows/windows_window.h"
+#include "window/form_menu.h"
 #include "window_user.h"
+
+// After the headers above, which they depend on.
+#include <commdlg.h>
+#include <dlgs.h>
+
+#include <algorithm>
+#include <cstring>
 
 namespace rivelt {
 
 class Windows_Window_User : public Window_User {
  public:
-  Windows_Window_User();
-  ~Windows_Window_User() override;
+  Windows_Window_User() {
+    constexpr UINT interval = 5;  // milliseconds
+    Present_User = this;
+    Timer = SetTimer(nullptr, 0, interval, Look_For_Dialogs);
+  }
+  ~Windows_Window_User() override {
+    KillTimer(nullptr, Timer);
+    if (Present_User == this) Present_User = nullptr;
+    if (!Saved.empty()) DeleteFileW(To_Wide(Saved).c_str());
+  }
 
-  void Start(Registry& registry, Create_File_System_Object create_object) override;
-  void Pick(Control list, Text_View entry) override;
-  void Type(Control text_box, Text_View text) override;
-  void Paste(Control text_box, Text_View text) override;
+  void Start(Registry& registry, Create_File_System_Object create_object) override {
+    In_The_Middle = true;
+    Screen.Start(registry, std::move(create_object));
+    In_The_Middle = false;
+  }
+  void Pick(Control list, Text_View entry) override {
+    Click(list);
+    const Lines entries = Entries_Of(Screen.Handle(list));
+    const auto row = std::ranges::find(entries, entry) - entries.begin();
+    Key(list, VK_HOME);
+    for (int i = 0; i < row; ++i) Key(list, VK_DOWN);
+    Key(list, VK_RETURN);
+  }
+  void Type(Control text_box, Text_View text) override {
+    Click(text_box);
+    if (!Takes_Input(text_box)) return;
+    SendMessageW(Screen.Handle(text_box), EM_SETSEL, 0, -1);
+    for (const char16_t unit : text) Post(text_box, WM_CHAR, unit, 1);
+    Let_It_Happen();
+  }
+  void Paste(Control text_box, Text_View text) override {
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    std::memcpy(GlobalLock(data), To_Wide(text).c_str(), bytes);
+    GlobalUnlock(data);
+    if (!OpenClipboard(Screen.Handle())) GTEST_FAIL() << "no clipboard";
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, data);
+    CloseClipboard();
+    Key(text_box, VK_END);
+    constexpr WPARAM ctrl_v = 0x16;
+    Post(text_box, WM_CHAR, ctrl_v, 1);
+    Let_It_Happen();
+  }
   void Select(Control option) override { Click(option); }
   void Press(Control button) override { Click(button); }
-  void Toggle_Whole_Route() override;
-  void Restore(const Text& time) override;
-  void Close() override;
+  void Toggle_Whole_Route() override {
+    const HMENU menu = Open_Menu();
+    Pick_From(menu, Place_Of(menu, Whole_Route_Caption));
+  }
+  void Restore(const Text& time) override {
+    const HMENU backups = Backups_Of(Open_Menu());
+    Pick_From(backups, Place_Of(backups, time));
+  }
+  void Close() override {
+    PostMessageW(Screen.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    Let_It_Happen();
+  }
 
-  Text Folder_To_Save_In() const override;
+  Text File_To_Save() override {
+    wchar_t folder[MAX_PATH + 1] = {};
+    wchar_t file[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH + 1, folder);
+    GetTempFileNameW(folder, L"log", 0, file);
+    return Saved = From_Wide(file);
+  }
 
   bool Visible() const override { return Screen.Handle() != nullptr; }
-  bool Takes_Input(Control control) const override;
-  Text Shown_Text(Control control) const override;
-  std::vector<Text> Entries(Control list) const override;
-  bool Selected(Control option) const override;
-  bool Hourglass() const override;
-  Seen_Menu Menu() override;
+  bool Takes_Input(Control control) const override {
+    return IsWindowEnabled(Screen.Handle(control)) != FALSE;
+  }
+  Text Shown_Text(Control control) const override { return Text_Of(Screen.Handle(control)); }
+  Lines Entries(Control list) const override {
+    const HWND box = Screen.Handle(list);
+    SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
+    Lines entries = Entries_Of(box);
+    SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
+    return entries;
+  }
+  bool Selected(Control option) const override {
+    return SendMessageW(Screen.Handle(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
+  }
+  bool Hourglass() const override {
+    const HWND form = Screen.Handle();
+    SendMessageW(form, WM_SETCURSOR, reinterpret_cast<WPARAM>(form),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    return GetCursor() == LoadCursorW(nullptr, IDC_WAIT);
+  }
+  Seen_Menu Menu() override {
+    const HMENU menu = Open_Menu();
+    const UINT whole_route = State_Of(menu, Place_Of(menu, Whole_Route_Caption));
+    Seen_Menu seen{(whole_route & MF_GRAYED) == 0, (whole_route & MF_CHECKED) != 0, {}};
+    const HMENU backups = Backups_Of(menu);
+    for (int entry = 0; entry < GetMenuItemCount(backups); ++entry) {
+      seen.Restorable.push_back(Caption_Of(backups, entry));
+    }
+    const UINT restore = State_Of(menu, Place_Of(menu, Restore_Caption));
+    EXPECT_EQ((restore & MF_GRAYED) != 0, seen.Restorable.empty());
+    return seen;
+  }
   Windows_Window& Seam() override { return Screen; }
 
   // A key pressed and released in the control.
-  void Key(Control control, WPARAM key);
+  void Key(Control control, WPARAM key) {
+    if (!Takes_Input(control)) return;
+    Post(control, WM_KEYDOWN, key, 1);
+    Post(control, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+    Let_It_Happen();
+  }
 
  private:
-  static void CALLBACK Look_For_Dialogs(HWND, UINT, UINT_PTR, DWORD);
+  static Text Text_Of(HWND window) {
+    std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1,
+                      L'\0');
+    text.resize(static_cast<std::size_t>(
+        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return From_Wide(text);
+  }
+  static std::wstring Class_Of(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return name;
+  }
+  static Lines Entries_Of(HWND list) {
+    Lines entries;
+    const auto count = static_cast<WPARAM>(SendMessageW(list, CB_GETCOUNT, 0, 0));
+    for (WPARAM row = 0; row < count; ++row) {
+      wchar_t entry[256] = {};
+      SendMessageW(list, CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(entry));
+      entries.push_back(From_Wide(entry));
+    }
+    return entries;
+  }
 
-  void Click(Control control);
-  void Post(Control control, UINT message, WPARAM wparam, LPARAM lparam) const;
-  void Let_It_Happen();
-  HMENU Open_Menu() const;
-  void Pick_From(HMENU menu, int entry);
-  void Answer(HWND dialog);
-  void Answer_Box(HWND box);
+  static Text Caption_Of(HMENU menu, int entry) {
+    wchar_t caption[64] = {};
+    GetMenuStringW(menu, static_cast<UINT>(entry), caption, 64, MF_BYPOSITION);
+    return From_Wide(caption);
+  }
+  static UINT State_Of(HMENU menu, int entry) {
+    return GetMenuState(menu, static_cast<UINT>(entry), MF_BYPOSITION);
+  }
+  // Of the entry with that caption.
+  static int Place_Of(HMENU menu, Text_View caption) {
+    int entry = 0;
+    while (entry < GetMenuItemCount(menu) && Caption_Of(menu, entry) != caption) ++entry;
+    return entry;
+  }
+  static HMENU Backups_Of(HMENU menu) { return GetSubMenu(menu, Place_Of(menu, Restore_Caption)); }
+  // What the system asks the window before it shows the menu.
+  HMENU Open_Menu() const {
+    const HMENU menu = GetSystemMenu(Screen.Handle(), FALSE);
+    SendMessageW(Screen.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu),
+                 MAKELPARAM(0, TRUE));
+    return menu;
+  }
+  // The system hands on no command of an entry that is grey.
+  void Pick_From(HMENU menu, int entry) {
+    if ((State_Of(menu, entry) & MF_GRAYED) != 0) return;
+    PostMessageW(Screen.Handle(), WM_SYSCOMMAND, GetMenuItemID(menu, entry), 0);
+    Let_It_Happen();
+  }
+
+  // The system hands no input to a control that is disabled.
+  void Click(Control control) {
+    if (!Takes_Input(control)) return;
+    const LPARAM place = MAKELPARAM(8, 8);
+    Post(control, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    Post(control, WM_LBUTTONUP, 0, place);
+    Let_It_Happen();
+  }
+  void Post(Control control, UINT message, WPARAM wparam, LPARAM lparam) const {
+    PostMessageW(Screen.Handle(control), message, wparam, lparam);
+  }
+  void Let_It_Happen() {
+    if (In_The_Middle) return;
+    In_The_Middle = true;
+    Screen.Handle_Pending();
+    In_The_Middle = false;
+  }
+
+  static void CALLBACK Look_For_Dialogs(HWND, UINT, UINT_PTR, DWORD) {
+    const auto look_at = [](HWND window, LPARAM) -> BOOL {
+      if (IsWindowVisible(window) && Class_Of(window) == L"#32770") Present_User->Answer(window);
+      return TRUE;
+    };
+    if (Present_User == nullptr) return;
+    // The number of a window that has gone can come again.
+    std::erase_if(Present_User->Answered, [](HWND window) { return !IsWindow(window); });
+    EnumThreadWindows(GetCurrentThreadId(), look_at, 0);
+  }
+  void Answer(HWND dialog) {
+    if (!Answered.insert(dialog).second) return;
+    HWND name = GetDlgItem(dialog, edt1);
+    if (name == nullptr) name = GetDlgItem(dialog, cmb13);
+    if (name == nullptr) return Answer_Box(dialog);
+    const Text path = Path_To_Save_As();
+    SetWindowTextW(name, To_Wide(path).c_str());
+    PostMessageW(dialog, WM_COMMAND, path.empty() ? IDCANCEL : IDOK, 0);
+  }
+  void Answer_Box(HWND box) {
+    Text message;
+    int style = 0;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+      if (GetDlgCtrlID(child) == IDCANCEL && IsWindowVisible(child) && GetDlgItem(box, IDOK)) {
+        style += Style_Ok_Cancel;
+      }
+      if (Class_Of(child) == L"Button") continue;
+      const bool is_icon = (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
+      if (is_icon && Class_Of(child) == L"Static") {
+        style += Style_Of_Icon(child);
+      } else if (message.empty()) {
+        message = Text_Of(child);
+      }
+    }
+    const bool cancels = Cancels_Box(Box_Text(Text_Of(box), style, message));
+    PostMessageW(GetFocus(), WM_KEYDOWN, cancels ? VK_ESCAPE : VK_RETURN, 1);
+  }
+  static int Style_Of_Icon(HWND icon) {
+    const auto shown = reinterpret_cast<HICON>(SendMessageW(icon, STM_GETICON, 0, 0));
+    if (shown == LoadIconW(nullptr, IDI_HAND)) return Style_Critical;
+    return shown == LoadIconW(nullptr, IDI_QUESTION) ? Style_Question : 0;
+  }
+
+  static inline Windows_Window_User* Present_User = nullptr;
 
   Windows_Window Screen;
   bool In_The_Middle = false;
   UINT_PTR Timer = 0;
   std::set<HWND> Answered;
+  Text Saved;
 };
 
 }  // namespace rivelt

@@ -74,8 +74,9 @@ class frmMain {
   void Do_World();
   bool Convert_World_File(File& file);  // false: the walk has to end
 
-  // The rest of a route as a whole: its track objects of its own shapes and its databases.
-  bool Moves_Whole_Route() const;
+  bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
+
+  // Of a route as a whole.
   void Do_Databases();
   void Convert_Database(Text_View name);
 
@@ -88,7 +89,7 @@ class frmMain {
   void Stage(Text_View name, Text_View text, const File_State& original);
   void Empty_Folder(const Text& path);
 
-  // The steps of the commands behind Do_Check.
+  // The steps of the commands after Do_Check.
   void Report_Staged_Files();
   void Move_Staged_Files();
   Collection<File> Staged_Databases() const;
@@ -113,7 +114,7 @@ class frmMain {
   Long Reserved_Shapes = 0;
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
-  Own_Numbers Own;          // the current route's local ids before they moved
+  Own_Numbers Own;          // the current route's local ids that move, as they were before
   bool Last_Whole = false;  // whether the last check converted the route as a whole
 
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read

@@ -1,23 +1,17 @@
 #include "app/frm_main.h"
 #include "app/places.h"
 #include "convert/whole_route.h"
-#include "routes/route_name.h"
 #include "routes/trk_file.h"
 #include "text/primitives.h"
 
 namespace rivelt {
 
-bool frmMain::Moves_Whole_Route() const {
-  return Installed.Whole_Route && (Section_Delta != 0 || Shape_Delta != 0);
-}
-
 void frmMain::Do_Databases() try {
-  if (!Moves_Whole_Route()) return;
+  if (!Installed.Whole_Route || !Numbers_Move()) return;
   const auto folder = FSO->GetFolder(places::Route(MSTS_Path, Current_Route_Folder()));
-  const auto name = Trk_Database_Name(Trk_Text(*folder).value_or(u""));
-  if (!name) return Add_Line(u"No track database: ");
-  for (const Text_View ending : places::Database_Endings)
-    Convert_Database(Concatenate({*name, ending}));
+  const std::vector<Text> names = Database_Names(*folder);
+  if (names.empty()) Add_Line(u"No track database: ");
+  for (const Text& name : names) Convert_Database(name);
 } catch (const std::exception&) {
   Fatal_Error(u"Had problems reading the track database!");
 }

@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "app/frm_main.h"
 #include "app/places.h"
 #include "convert/rebase_tsection.h"
@@ -14,12 +12,12 @@ void frmMain::Do_Tsection() try {
   const File_State state = file->State();
   const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(u"Local tsection.dat");
-  Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
-                                             [this](Text_View line) { Add_Line(line); });
+  const Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
+                                                   [this](Text_View line) { Add_Line(line); });
   Section_Delta = rebased.Section_Delta;
   Shape_Delta = rebased.Shape_Delta;
-  Own = std::move(rebased.Own);
-  if (Section_Delta == 0 && Shape_Delta == 0) return;
+  Own = rebased.Moving();
+  if (!Numbers_Move()) return;
   Stage(places::Tsection, rebased.Output, state);
 } catch (const std::exception&) {
   Section_Delta = 0;

@@ -24,20 +24,20 @@ bool frmMain::Convert_World_File(File& file) {
   Add_Line(Concatenate({NL, u"world\\", file.name()}));
   if (!Is_World_Text(output)) {
     Add_Line(u"file is binary, please convert to text with ffedit");
-    if (!Moves_Whole_Route()) return true;
+    if (!Installed.Whole_Route || !Numbers_Move()) return true;
     Fatal_Error(u"A world file is binary, please convert it to text with ffedit!");
     return false;
   }
   Long dyntrack_count = 0;
-  if (Section_Delta != 0 || Shape_Delta != 0) {
+  if (Numbers_Move()) {
     Passed_World passed = Rebase_Dyntracks(output, Section_Delta, Shape_Delta, log);
     output = std::move(passed.Output);
     dyntrack_count = passed.Count;
   }
   const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
   Long change_count = 0;
-  if (Moves_Whole_Route() && Shape_Delta != 0) {
-    Passed_World passed = Rebase_Own_Shapes(output, Own, Shape_Delta, shape_id, log);
+  if (Installed.Whole_Route) {
+    Passed_World passed = Rebase_Own_Shapes(std::move(output), Own, Shape_Delta, shape_id, log);
     output = std::move(passed.Output);
     change_count = passed.Count;
   }

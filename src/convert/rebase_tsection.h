@@ -20,6 +20,12 @@ struct Rebased_Tsection {
   Long Shape_Delta = 0;    // what was added to every shape id
   Own_Numbers Own;
   std::vector<Double> Path_Sections;  // the section ids that the shapes refer to, before they move
+
+  // Of the own numbers those whose kind moves.
+  Own_Numbers Moving() const {
+    return {Section_Delta == 0 ? Number_Set() : Own.Sections,
+            Shape_Delta == 0 ? Number_Set() : Own.Shapes};
+  }
 };
 
 // Moves the ids of a route's tsection.dat so that the first section id becomes reserved_sections

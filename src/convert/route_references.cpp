@@ -5,8 +5,8 @@
 
 #include "app/places.h"
 #include "catalogue/catalogue_text.h"
+#include "convert/whole_route.h"
 #include "convert/world_passes.h"
-#include "routes/route_name.h"
 #include "routes/trk_file.h"
 #include "text/keyed_collection.h"
 #include "text/primitives.h"
@@ -74,41 +74,53 @@ void Route_References::Count_Paths() {
 }
 
 void Route_References::Count_World() {
-  const auto files = Reading(places::World_Folder,
-                             [&] { return Files.GetFolder(places::World(Root, Route))->Files(); });
-  for (const auto& file : files) {
-    if (Is_World_File(file->name())) Count_World_File(*file);
-  }
-}
-
-void Route_References::Count_World_File(File& file) {
-  const Text name = places::Below(places::World_Folder, file.name());
-  Reading(name, [&] {
-    const Text text = Read(file);
-    if (!Is_World_Text(text)) {
-      Binary.push_back(name);
-    } else {
-      Counter.Count_World_File(name, text);
-    }
-  });
+  Read_World([&](Text_View name, Text_View text) { Counter.Count_World_File(name, text); });
 }
 
 void Route_References::Count_Databases() {
-  const auto name = Reading(u".trk", [&] {
-    const auto folder = Files.GetFolder(places::Route(Root, Route));
-    return Trk_Database_Name(Trk_Text(*folder).value_or(u""));
-  });
-  if (!name) return;
-  for (const Text_View ending : places::Database_Endings)
-    Count_Database(Concatenate({*name, ending}));
+  Read_Databases([&](Text_View name, Text_View text) { Counter.Count_Track_Database(name, text); });
 }
 
-void Route_References::Count_Database(const Text& name) {
-  Reading(name, [&] {
-    const Text path = places::Below(places::Route(Root, Route), name);
-    if (!Files.FindFile(path)) return;
-    Counter.Count_Track_Database(name, Read(*Files.GetFile(path)));
+Left_Behind Route_References::Count_Left_Behind() {
+  Left_Behind left;
+  const Own_Numbers moving = Local.Moving();
+  const bool shapes_move = !moving.Shapes.In_Order().empty();
+  if (!shapes_move && moving.Sections.In_Order().empty()) return left;
+  Read_Databases(
+      [&](Text_View, Text_View text) { left.In_Databases += Count_Own_Numbers(text, moving); });
+  if (!shapes_move) return left;
+  Read_World([&](Text_View, Text_View text) {
+    left.In_Track_Objects += Count_Own_Shapes(text, moving, Global.Shape_Id);
   });
+  return left;
+}
+
+void Route_References::Read_World(const Take& take) {
+  const auto files = Reading(places::World_Folder,
+                             [&] { return Files.GetFolder(places::World(Root, Route))->Files(); });
+  for (const auto& file : files) {
+    if (!Is_World_File(file->name())) continue;
+    const Text name = places::Below(places::World_Folder, file->name());
+    Reading(name, [&] {
+      const Text text = Read(*file);
+      if (Is_World_Text(text)) {
+        take(name, text);
+      } else {
+        Binary.push_back(name);
+      }
+    });
+  }
+}
+
+void Route_References::Read_Databases(const Take& take) {
+  const auto names = Reading(
+      u".trk", [&] { return Database_Names(*Files.GetFolder(places::Route(Root, Route))); });
+  for (const Text& name : names) {
+    Reading(name, [&] {
+      const auto file = Files.FindFile(places::Below(places::Route(Root, Route), name));
+      if (file) take(name, Read(*file));
+    });
+  }
 }
 
 Text Route_References::Read(File& file) {

@@ -19,6 +19,12 @@ struct Unreadable_File : Failure {
   Text Name;
 };
 
+// So many of a route's own numbers.
+struct Left_Behind {
+  Long In_Databases = 0;
+  Long In_Track_Objects = 0;
+};
+
 // Every operation can fail with Unreadable_File. A route without a local file has no numbers of its
 // own, one without databases no references from them.
 class Route_References {
@@ -28,13 +34,12 @@ class Route_References {
   Route_References(File_System_Object& files, Text root, Text route,
                    std::function<void()> before_file);
 
-  // What a conversion would add to the route's own numbers.
-  Long Section_Delta() const { return Local.Section_Delta; }
-  Long Shape_Delta() const { return Local.Shape_Delta; }
-
   void Count_Paths();
   void Count_World();
   void Count_Databases();
+
+  // What a conversion leaves on the old numbers unless it is one of the whole route.
+  Left_Behind Count_Left_Behind();
 
   const Reference_Count& Of(Reference_Kind kind) const { return Counter.Of(kind); }
 
@@ -51,8 +56,11 @@ class Route_References {
 
   Installed_Catalogue Read_Catalogue();
   Rebased_Tsection Read_Local();
-  void Count_World_File(File& file);
-  void Count_Database(const Text& name);
+  // Each of the files that is there, and of the world files each that is not binary, by its name
+  // below the route's folder.
+  using Take = std::function<void(Text_View name, Text_View text)>;
+  void Read_World(const Take& take);
+  void Read_Databases(const Take& take);
   Text Read(File& file);
 
   File_System_Object& Files;

@@ -36,7 +36,7 @@ struct Unreadable {
 // record is known to own what is found in it, so only there is a name before the id its own.
 std::variant<Track_Object, Unreadable> Read_Track_Object(Text_View text, bool is_closed);
 
-// What stands between the brackets of an element.
+// What is between the brackets of an element.
 Text_View Inside(Text_View record, const Element& element);
 
 // Hands over the track objects of a world file, each with the record that its positions count in.

@@ -16,10 +16,14 @@ namespace rivelt {
 // shape_delta to the number of each track object that is one of the route's own shapes, unless
 // shape_id, which gives the catalogue's id for a name or -1, gives its name that very number.
 // Counts those objects and logs how many, if there are any. An object that cannot be read inside
-// its brackets is left as it is. Failure: one that cannot be read and has no end, or a number
-// beyond the range of a Double; the track object pass fails there too.
-Passed_World Rebase_Own_Shapes(Text_View text, const Own_Numbers& own, Long shape_delta,
+// its brackets is left as it is. Failure: a number beyond the range of a Double, or, in a text that
+// has an own number after any "SectionIdx", an object that cannot be read and has no end.
+Passed_World Rebase_Own_Shapes(Text text, const Own_Numbers& own, Long shape_delta,
                                const std::function<Long(Text_View)>& shape_id, const Log_Line& log);
+
+// The track objects that Rebase_Own_Shapes would move, with the same failures.
+Long Count_Own_Shapes(Text_View text, const Own_Numbers& own,
+                      const std::function<Long(Text_View)>& shape_id);
 
 struct Rebased_Database {
   Text Output;             // the whole new text
@@ -31,5 +35,8 @@ struct Rebased_Database {
 // shape ids. Failure: a text that is not of the form that Read_Track_Database reads.
 Rebased_Database Rebase_Track_Database(Text_View text, const Own_Numbers& own, Long section_delta,
                                        Long shape_delta);
+
+// The numbers that Rebase_Track_Database would move, with the same failures.
+Long Count_Own_Numbers(Text_View text, const Own_Numbers& own);
 
 }  // namespace rivelt

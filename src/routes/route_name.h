@@ -12,7 +12,7 @@ namespace rivelt {
 Text Route_Display_Name(Text_View trk_text);
 
 // The name of a route's track database and road database, without their endings, from the text of
-// its .trk file: what stands between the brackets behind the first "FileName" that is a word of its
+// its .trk file: what is between the brackets after the first "FileName" that is a word of its
 // own, outside quotation marks and comment blocks. Nothing if there is none, or if it would lead
 // out of the route's folder.
 std::optional<Text> Trk_Database_Name(Text_View trk_text);

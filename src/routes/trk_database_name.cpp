@@ -1,4 +1,6 @@
+#include "app/places.h"
 #include "routes/route_name.h"
+#include "routes/trk_file.h"
 #include "text/primitives.h"
 #include "text/token_reader.h"
 
@@ -38,6 +40,15 @@ std::optional<Text> Trk_Database_Name(Text_View trk_text) {
     return Text(Trim_Text(*name));
   }
   return std::nullopt;
+}
+
+std::vector<Text> Database_Names(const Folder& route_folder) {
+  const auto name = Trk_Database_Name(Trk_Text(route_folder).value_or(u""));
+  if (!name) return {};
+  std::vector<Text> names;
+  for (const Text_View ending : places::Database_Endings)
+    names.push_back(Concatenate({*name, ending}));
+  return names;
 }
 
 }  // namespace rivelt

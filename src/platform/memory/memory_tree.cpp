@@ -14,7 +14,7 @@ namespace rivelt {
 namespace {
 
 constexpr std::size_t Longest_Name = 255;
-constexpr std::int64_t Time_Of_A_Write = 1'000'000;
+constexpr std::int64_t Time_Of_A_Write = 1'000;
 constexpr Text_View Path_Of_Root = u"\\";
 constexpr Text_View Path_Of_Working_Folder = u".";
 

@@ -44,29 +44,6 @@ Route_References References_Of(Console_Window& window, const Text& route) {
           [&window] { window.Yield(); }};
 }
 
-// So many of the route's own numbers are left where they are when all else moves.
-Long Left_In_Databases(const Route_References& route) {
-  Long count = 0;
-  if (route.Section_Delta() != 0) count += route.Of(Reference_Kind::Database_Section).To_Own;
-  if (route.Shape_Delta() != 0) {
-    count += route.Of(Reference_Kind::Database_Shape).To_Own;
-    count += route.Of(Reference_Kind::Junction).To_Own;
-  }
-  return count;
-}
-
-void Warn_Of_Left_Numbers(Route_References route) {
-  if (route.Section_Delta() == 0 && route.Shape_Delta() == 0) return;
-  route.Count_Databases();
-  if (route.Shape_Delta() != 0) route.Count_World();
-  const Long in_databases = Left_In_Databases(route);
-  const Long in_objects = route.Of(Reference_Kind::Track_Object).To_Own;
-  if (in_databases == 0 && in_objects == 0) return;
-  Write_Error("Stays behind: " + std::to_string(in_databases) +
-              " of the route's own numbers in its track databases and " +
-              std::to_string(in_objects) + " track objects; --whole-route moves them.");
-}
-
 }  // namespace
 
 void Warn_Of_What_Stays_Behind(Console_Window& window) try {
@@ -79,7 +56,11 @@ void Warn_Of_What_Stays_Behind(Console_Window& window) try {
         "This route has a catalogue of its own in OpenRails, which Open Rails reads in place of "
         "the global one.");
   }
-  Warn_Of_Left_Numbers(References_Of(window, route));
+  const Left_Behind left = References_Of(window, route).Count_Left_Behind();
+  if (left.In_Databases == 0 && left.In_Track_Objects == 0) return;
+  Write_Error("Stays behind: " + std::to_string(left.In_Databases) +
+              " of the route's own numbers in its track databases and " +
+              std::to_string(left.In_Track_Objects) + " track objects; --whole-route moves them.");
 } catch (const Unreadable_File& unreadable) {
   Write_Error("Cannot tell what stays behind, because of " + To_Utf8(unreadable.Name));
 } catch (const Failure&) {
