@@ -1,6 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <cstdint>
 #include <memory>
 
 #include "catalogue/catalogue_text.h"

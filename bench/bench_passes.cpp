@@ -1,7 +1,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
 #include "convert/rebase_tsection.h"
@@ -12,7 +11,6 @@
 #include "sample/track.h"
 #include "text/keyed_collection.h"
 #include "text/primitives.h"
-#include "window/controls.h"
 
 namespace rivelt::bench {
 namespace {

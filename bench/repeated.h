@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <string>
 
 #include "text/text.h"
 

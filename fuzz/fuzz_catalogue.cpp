@@ -3,7 +3,6 @@
 #include "catalogue/catalogue_text.h"
 #include "fuzzing.h"
 #include "naive_passes.h"
-#include "text/primitives.h"
 
 using namespace rivelt;
 using namespace rivelt::fuzzing;

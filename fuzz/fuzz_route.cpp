@@ -1,7 +1,5 @@
 // The display name of a route.
 
-#include <algorithm>
-
 #include "fuzzing.h"
 #include "routes/route_name.h"
 

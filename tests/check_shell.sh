@@ -43,24 +43,18 @@ expect_empty() {
 expect_same() { diff -r "$@" || fail "${*: -2:1} and ${*: -1} differ"; }
 
 # Starts a script of the console program in $programs on msts that is given its lines by `tell`, which
-# waits until they have been carried out; leaves the files said and complained.
+# waits until they have been carried out; leaves the file complained.
 start_script() {
-  mkfifo told
-  timeout 200 "$programs/rivelt-cli" --root msts script - <told >said 2>complained &
-  scripted=$!
-  exec 3>told
-  rm told
+  coproc timeout 200 "$programs/rivelt-cli" --root msts script - 2>complained
+  scripted=$COPROC_PID
+  exec 3>&"${COPROC[1]}" 4<&"${COPROC[0]}" # which bash closes when the program ends
+  eval "exec ${COPROC[1]}>&-"
 }
 tell() {
-  local line=${BASH_LINENO[0]}.$SECONDS.$RANDOM deadline=$((SECONDS + 60))
-  printf '%s\n' "$@" "echo told $line" >&3
-  until grep -qFx "told $line" said; do
-    if ! kill -0 "$scripted" 2>/dev/null || ((SECONDS > deadline)); then
-      fail "no answer to $*: $(cat complained)"
-      return 0
-    fi
-    sleep 0.01
-  done
+  local line
+  printf '%s\n' "$@" "echo end of $*" >&3
+  while read -r -t 60 line <&4; do [ "$line" != "end of $*" ] || return 0; done
+  fail "no answer to $*: $(cat complained)"
 }
 end_script() {
   exec 3>&-

@@ -39,8 +39,12 @@ class Test_Folder {
   virtual Names Names_In(Text_View folder) const = 0;
 };
 
-// Defined beside the tests of each back end. It goes with the test.
-std::unique_ptr<Test_Folder> Make_Test_Folder();
+// Defined beside the tests of each back end. It goes with the test. Elsewhere is on another volume
+// than the others; null if there is none.
+std::unique_ptr<Test_Folder> Make_Test_Folder(bool elsewhere = false);
+
+// Whether two names of a folder may differ in letter case alone; defined there, too.
+extern const bool Tells_Letter_Case_Apart;
 
 class Files_Test : public testing::Test {
  protected:

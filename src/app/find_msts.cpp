@@ -2,7 +2,6 @@
 #include <string_view>
 
 #include "app/frm_main.h"
-#include "text/primitives.h"
 
 namespace rivelt {
 namespace {

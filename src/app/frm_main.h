@@ -9,7 +9,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <vector>
 
 #include "app/file_service.h"
 #include "app/open_installation.h"

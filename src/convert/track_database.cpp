@@ -40,8 +40,9 @@ class Database_Reader {
       if (place == 0) Hand_Over(Database_Number::Kind::Section, *field);
       if (place == 1) Hand_Over(Database_Number::Kind::Shape, *field);
     }
+    const std::size_t sections = fields / Fields_Of_A_Section;
     if (fields % Fields_Of_A_Section != 0) throw Failure();
-    if (static_cast<Double>(fields / Fields_Of_A_Section) != count) throw Failure();
+    if (static_cast<Double>(sections) != count) throw Failure();
   }
 
   void Read_Junction() {

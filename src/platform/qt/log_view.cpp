@@ -2,7 +2,6 @@
 
 #include <QScrollBar>
 #include <QTextCursor>
-#include <algorithm>
 
 #include "platform/qt/qt_text.h"
 

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_window.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -8,7 +9,6 @@
 #include <QFileDialog>
 #include <QIcon>
 #include <QLineEdit>
-#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
 
 #include "platform/qt/build_widgets.h"
 #include "platform/qt/entry_model.h"

@@ -17,7 +17,7 @@ Owned_Handle Open_Folder(const std::wstring& path) {
 std::wstring Identity_Of(HANDLE folder) {
   BY_HANDLE_FILE_INFORMATION information{};
   Require(GetFileInformationByHandle(folder, &information));
-  Require(information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+  Require((information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
   return std::to_wstring(information.dwVolumeSerialNumber) + L"-" +
          std::to_wstring(information.nFileIndexHigh) + L"-" +
          std::to_wstring(information.nFileIndexLow);
