@@ -39,14 +39,11 @@ void Add_Shape(Text& records, const Shape& shape) {
   if (shape.Id % 100 == 75) Add(records, u"_SKIP ( TrackShape ( 0 FileName ( Planned.s ) ) )");
   const Text_View quote = shape.Id % 30 == 13 ? u"\"" : u"";
   const Text name = Joined(u" FileName ( ", quote, shape.File_Name, quote, u" )");
+  Text paths = Joined(u" NumPaths ( ", shape.Sections().size(), u" )");
+  for (const Long id : shape.Sections()) Add(paths, u"SectionIdx ( 1 -2.5 0 0 0", id, u")");
   const bool name_comes_late = shape.Kind == Shape::Record::Name_Comes_Late;
-  const std::vector<Long> sections = shape.Sections();
   Add(records, u"TrackShape (", shape.Id);
-  if (!name_comes_late) records += name;
-  Add(records, u"NumPaths (", sections.size(), u")");
-  for (const Long id : sections) Add(records, u"SectionIdx ( 1 -2.5 0 0 0", id, u")");
-  if (name_comes_late) records += name;
-  Add(records, u")");
+  records += (name_comes_late ? paths + name : name + paths) + u" )";
 }
 
 Text Invented_Size(std::size_t place, Random_Source& random) {
@@ -58,9 +55,9 @@ Text Invented_Size(std::size_t place, Random_Source& random) {
 }  // namespace
 
 std::vector<Long> Shape::Sections() const {
-  const Long first = Id * 7 % Section_Count;
-  if (!Is_Junction()) return {first};
-  return {first, (first + 31) % Section_Count};
+  std::vector<Long> ids = {Id * 7 % Section_Count};
+  if (Is_Junction()) ids.push_back((ids[0] + 31) % Section_Count);
+  return ids;
 }
 
 std::vector<Shape> Invent_Shapes(Long count) {
@@ -78,8 +75,7 @@ std::vector<Shape> Invent_Shapes(Long count) {
 }
 
 Long Reserved_Count(const std::vector<Shape>& shapes) {
-  constexpr Long usual = 40000;
-  return static_cast<Long>(shapes.size()) / usual * usual + usual;
+  return (static_cast<Long>(shapes.size()) / 40000 + 1) * 40000;
 }
 
 Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random) {

@@ -24,7 +24,6 @@ struct Shape {
   Text File_Name;
   Record Kind = Record::Plain;
 
-  bool Is_Listed() const { return Kind == Record::Plain; }
   bool Is_Junction() const { return Id % 20 == 3; }  // the points of a single track
   std::vector<Long> Sections() const;                // the two paths of a junction, or one
 };

@@ -86,20 +86,15 @@ class World_Writer {
   }
 
   Text Name_Of(Object_Kind kind, const Shape& shape, Long id) {
-    switch (kind) {
-      case Object_Kind::Unknown_Shape: {
-        const auto width = Random.Between(1, 4);  // no two draws in one call: it has no order
-        return Joined(u"My", width, u"t", Random.Between(1, 50) * 5, u"mTrestle.s");
-      }
-      case Object_Kind::Own_Shape:
-        return Joined(u"DynaTrax-", id, u".s");
-      case Object_Kind::Name_With_Folders:
-      case Object_Kind::Name_Before_Id:
-        return Joined(u"\"..\\\\..\\\\routes\\\\", Route.Folder, u"\\\\shapes\\\\", shape.File_Name,
-                      u"\"");
-      default:
-        return shape.File_Name;
+    using enum Object_Kind;
+    if (kind == Own_Shape) return Joined(u"DynaTrax-", id, u".s");
+    if (kind == Name_With_Folders || kind == Name_Before_Id) {
+      return Joined(u"\"..\\\\..\\\\routes\\\\", Route.Folder, u"\\\\shapes\\\\", shape.File_Name,
+                    u"\"");
     }
+    if (kind != Unknown_Shape) return shape.File_Name;
+    const auto width = Random.Between(1, 4);  // no two draws in one call: it has no order
+    return Joined(u"My", width, u"t", Random.Between(1, 50) * 5, u"mTrestle.s");
   }
 
   double Elevation() {
