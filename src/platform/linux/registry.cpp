@@ -13,15 +13,13 @@ namespace rivelt {
 namespace {
 
 // Empty if it cannot be read.
-std::string Read_Bytes(const std::string& path) {
+std::string Read_Bytes(const std::string& path) try {
   const Descriptor file = Open_Regular_File(path);
-  if (!file.Is_Open()) return {};
   std::string bytes;
-  std::vector<char> buffer(std::size_t{1} << 16);
-  long count = 0;
-  while ((count = Read(file, buffer.data(), buffer.size())) > 0)
-    bytes.append(buffer.data(), static_cast<std::size_t>(count));
-  return count < 0 ? std::string() : bytes;
+  if (file.Is_Open()) Read_In_Pieces(file, [&](std::string_view piece) { bytes += piece; });
+  return bytes;
+} catch (const Failure&) {
+  return {};
 }
 
 // A key that 32-bit programs share with all others stays as it is.
