@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QComboBox>
+#include <QFontInfo>
+#include <QFontMetricsF>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,7 +14,6 @@
 #include <QStyleOption>
 #include <QValidator>
 
-#include "platform/qt/font_fit.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
 #include "window/first_line.h"
@@ -111,10 +112,24 @@ QString Without_Mnemonic(Text_View caption) {
   return To_Qt(caption).remove(u'&');
 }
 
+// The largest font, up to the usual one, whose line fits; without a caption its height has to
+// alone.
 void Fit_Font(QWidget& widget, const Control_Row& row) {
   if (row.Type == Control_Type::Log_Text_Box) return;  // it wraps and scrolls
+  constexpr int smallest_pixel_size = 5;
   const QSize space = Text_Space(widget, row).size();
-  widget.setFont(Fitting_Font(QApplication::font(), space, Without_Mnemonic(row.Caption)));
+  const QString text = Without_Mnemonic(row.Caption);
+  QFont font = QApplication::font();
+  for (int size = QFontInfo(font).pixelSize(); size >= smallest_pixel_size; --size) {
+    font.setPixelSize(size);
+    const QFontMetricsF metrics(font);
+    // On screens with a broken scale the glyphs come out up to a pixel wider in all.
+    if (metrics.height() <= space.height() &&
+        metrics.horizontalAdvance(text) + 1 <= space.width()) {
+      break;
+    }
+  }
+  widget.setFont(font);
 }
 
 // Two captions side by side look untidy in two sizes.
