@@ -32,16 +32,6 @@ std::string Key_Of_32_Bit_Programs(std::string_view key) {
   return moved;
 }
 
-Long Hand_Over(const Registry_Value& value, Long& type, char* data, Long& size) {
-  const auto needed = static_cast<Long>(value.Data.size());
-  const bool fits = data == nullptr || size >= needed;
-  type = value.Type;
-  size = needed;
-  if (!fits) return Status_More_Data;
-  if (data != nullptr) value.Data.copy(data, value.Data.size());
-  return Registry_Success;
-}
-
 }  // namespace
 
 Long Wine_Registry::RegOpenKeyExA(Registry_Key root, std::string_view subkey, Long, Long,
@@ -63,7 +53,9 @@ Long Wine_Registry::RegQueryValueExA(Registry_Key key, std::string_view value_na
   const auto open_key = Open_Keys.find(key);
   if (open_key == Open_Keys.end()) return Status_Invalid_Handle;
   const Registry_Value* value = Find_Value(open_key->second, value_name);
-  return value == nullptr ? Status_File_Not_Found : Hand_Over(*value, type, data, size);
+  if (value == nullptr) return Status_File_Not_Found;
+  type = value->Type;
+  return Hand_Over(value->Data, data, size);
 }
 
 Long Wine_Registry::RegCloseKey(Registry_Key key) {
