@@ -188,13 +188,10 @@ QRect Text_Space(const QWidget& widget, const Control_Row& row) {
 
 Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
   Widgets widgets{};
-  const auto widget = [&](Control control) -> QWidget*& {
-    return widgets[static_cast<std::size_t>(control)];
-  };
   auto* options = new QButtonGroup(&form);
   QWidget* previous = nullptr;
   for (const Control_Row& row : Control_Table) {
-    QWidget* made = Build(row, row.Parent ? widget(*row.Parent) : &form, entries.Of(row.Id));
+    QWidget* made = Build(row, row.Parent ? widgets[Tab(*row.Parent)] : &form, entries.Of(row.Id));
     made->setGeometry(Pixels(row));
     made->setEnabled(row.Enabled_At_Start);
     made->setAccessibleName(To_Qt(row.Accessible_Name));
@@ -202,7 +199,7 @@ Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
     Fit_Font(*made, row);
     if (auto* option = qobject_cast<QRadioButton*>(made)) options->addButton(option, row.Index);
     if (previous != nullptr) QWidget::setTabOrder(previous, made);
-    previous = widget(row.Id) = made;
+    previous = widgets[Tab(row.Id)] = made;
   }
   options->button(0)->setChecked(true);
   Share_Smaller_Font(*options->button(0), *options->button(1));
