@@ -27,7 +27,7 @@ void Check_Track_Objects_Of_A_Real_File(benchmark::State& state) {
   const Text text = Realistic_World(Units(state));
   Keyed_Collection<Long> ids;
   for (const sample::Shape& shape : sample::Invent_Shapes(300)) {
-    if (shape.Is_Listed()) ids.Add(shape.Id, shape.File_Name);
+    if (shape.Kind == sample::Shape::Record::Plain) ids.Add(shape.Id, shape.File_Name);
   }
   const Shape_Tables tables{[](Text_View name) { return Text(name); },
                             [&](Text_View name) {

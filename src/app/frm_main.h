@@ -82,7 +82,6 @@ class frmMain {
 
   // Paths below the installation root.
   const Text& Current_Route_Folder() const;  // its name; Failure: no route is picked
-  Text Staging_Folder() const;
   void Make_Folder(const Text& path);
 
   // Writes a converted copy of the file that was read in that state.

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "text/text.h"
 
@@ -42,5 +43,14 @@ class Registry {
   // The wide form of narrow text in the encoding of the values: the system's code page.
   virtual Text Wide(std::string_view narrow) const = 0;
 };
+
+// What RegQueryValueExA answers where the value is these bytes.
+inline Long Hand_Over(std::string_view value, char* data, Long& size) {
+  const Long room = std::exchange(size, static_cast<Long>(value.size()));
+  if (data == nullptr) return Registry_Success;
+  if (room < size) return Status_More_Data;
+  value.copy(data, value.size());
+  return Registry_Success;
+}
 
 }  // namespace rivelt

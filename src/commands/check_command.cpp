@@ -1,4 +1,5 @@
 #include "app/frm_main.h"
+#include "app/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -21,7 +22,7 @@ void frmMain::cmdCheck_Click() try {
 }
 
 void frmMain::Report_Staged_Files() {
-  const Long count = FSO->GetFolder(Staging_Folder())->Files().Count();
+  const Long count = FSO->GetFolder(places::Staging(MSTS_Path))->Files().Count();
   const Long databases = Staged_Databases().Count();
   if (count > 0 || databases > 0) {
     Add_Line(Concatenate({NL, Number_Text(count), u" updated files are in Quenby\\tmp"}));

@@ -29,7 +29,7 @@ void frmMain::cmdUpdate_Click() try {
 }
 
 void frmMain::Move_Staged_Files() {
-  const auto staged_files = FSO->GetFolder(Staging_Folder())->Files();
+  const auto staged_files = FSO->GetFolder(places::Staging(MSTS_Path))->Files();
   // Without the lock another program can have staged these, or be at work on the route.
   if (!Installed.Is_Locked()) throw Failure();
   Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());

@@ -33,7 +33,7 @@ void Reference_Counter::Count_World_File(Text_View file, Text_View text) {
   Read_Track_Objects(text, [&](Text_View, const Track_Object& object) {
     if (Shape_Id(object.Old_Name) != -1 ||
         Is_Of_Catalogue(object.Old_Name, object.Old_Id, Shape_Id)) {
-      ++Counted(Reference_Kind::Track_Object).To_Catalogue;
+      Count(Reference_Kind::Track_Object, file, object.Old_Id, false, true);
     } else {
       Count_Shape(Reference_Kind::Track_Object, file, object.Old_Id);
     }
@@ -78,7 +78,7 @@ void Reference_Counter::Count_Shape(Reference_Kind kind, Text_View file, Double 
 
 void Reference_Counter::Count(Reference_Kind kind, Text_View file, Double number, bool is_own,
                               bool is_known) {
-  Reference_Count& count = Counted(kind);
+  Reference_Count& count = Counts[static_cast<std::size_t>(kind)];
   if (is_own) {
     ++count.To_Own;
   } else if (is_known) {
@@ -87,10 +87,6 @@ void Reference_Counter::Count(Reference_Kind kind, Text_View file, Double number
     ++count.To_Nowhere;
     if (count.First_Lost.size() < Most_Lost) count.First_Lost.push_back({Text(file), number});
   }
-}
-
-Reference_Count& Reference_Counter::Counted(Reference_Kind kind) {
-  return Counts[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace rivelt

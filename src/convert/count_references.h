@@ -67,7 +67,6 @@ class Reference_Counter {
   void Count_Section(Reference_Kind kind, Text_View file, Double number);
   void Count_Shape(Reference_Kind kind, Text_View file, Double number);
   void Count(Reference_Kind kind, Text_View file, Double number, bool is_own, bool is_known);
-  Reference_Count& Counted(Reference_Kind kind);
 
   Catalogue_Numbers Catalogue;
   Own_Numbers Own;

@@ -50,9 +50,9 @@ void frmMain::Prepare_Staging_Folder() {
   Make_Folder(places::Quenby(MSTS_Path));
   Installed.Lock();
   Installed.Recover_Route(Current_Route_Folder());
-  Make_Folder(Staging_Folder());
+  Make_Folder(places::Staging(MSTS_Path));
   Checked_Files.clear();
-  Empty_Folder(Staging_Folder());
+  Empty_Folder(places::Staging(MSTS_Path));
   const Text databases = places::Staged_Databases(MSTS_Path);
   if (Installed.Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
 }
@@ -66,16 +66,13 @@ void frmMain::Make_Folder(const Text& path) {
   if (!FSO->FolderExists(path)) FSO->CreateFolder(path);
 }
 
-Text frmMain::Staging_Folder() const {
-  return places::Staging(MSTS_Path);
-}
-
 const Text& frmMain::Current_Route_Folder() const {
   return Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
 }
 
 void frmMain::Stage(Text_View name, Text_View text, const File_State& original) {
-  const auto stream = FSO->CreateTextFile(places::Below(Staging_Folder(), name), true, true);
+  const Text path = places::Below(places::Staging(MSTS_Path), name);
+  const auto stream = FSO->CreateTextFile(path, true, true);
   stream->Write(text);
   Checked_Files[Text(name)] = original;
   stream->Close();

@@ -5,6 +5,7 @@
 
 #include "convert/section_record.h"
 #include "text/primitives.h"
+#include "text/rewritten_text.h"
 
 namespace rivelt {
 namespace {
@@ -13,20 +14,18 @@ class Tsection_Pass {
  public:
   Tsection_Pass(Text_View text, Long reserved_sections, Long reserved_shapes, const Log_Line& log)
       : Rest(text),
+        Output(text),
         Reserved_Sections(reserved_sections),
         Reserved_Shapes(reserved_shapes),
-        Log(log) {
-    Output.reserve(text.size() + text.size() / 16);
-  }
+        Log(log) {}
 
   Rebased_Tsection Run() {
     Rebase_Section_Records();
     const Position index_head = Find_Text(Find_Text(1, Rest, u"SectionIdx"), Rest, u"(");
     const Double record_count = Text_Value(Mid_Text(Rest, index_head + 1, 20));
     Rebase_Path_Records(index_head);
-    Output += Rest;
     Log(Concatenate({u"Total of ", Number_Text(record_count), u" dynamic tracks"}));
-    return {std::move(Output),
+    return {Output.Finish(),
             Section_Delta.value_or(0),
             Shape_Delta.value_or(0),
             {Number_Set(Sections), Number_Set(Shapes)},
@@ -39,10 +38,10 @@ class Tsection_Pass {
     while (position > 0) {
       const Position close = Find_Section_Field(Rest, position);
       const Section_Field field = Read_Section_Field(Rest, close);
-      Output += Left_Text(Rest, close);
       if (!Section_Delta) Section_Delta = First_Delta(u"SectionIdx", field.Id, Reserved_Sections);
       Sections.push_back(field.Id);
-      Output += Number_Text(field.Id + *Section_Delta);
+      Output.Replace(Mid_Text(Rest, close + 1, field.End - close - 1),
+                     Number_Text(field.Id + *Section_Delta));
       Rest = Mid_Text(Rest, field.End);
       position = Find_Text(1, Rest, u"SectionCurve");
     }
@@ -52,11 +51,10 @@ class Tsection_Pass {
     Position position = Find_Text(index_head, Rest, u"TrackPath");
     while (position > 0) {
       position = Find_Text(position, Rest, u"(");
-      Output += Left_Text(Rest, position);
       const Position close = Find_Text(position, Rest, u")");
-      Output += Rebased_Path(Mid_Text(Rest, position + 1, close - position - 1));
+      const Text_View record = Mid_Text(Rest, position + 1, close - position - 1);
       // The blank that may have been before the ")" was trimmed off.
-      Output += u' ';
+      Output.Replace(record, Rebased_Path(record) + u' ');
       Rest = Mid_Text(Rest, close);
       position = Find_Text(1, Rest, u"TrackPath");
     }
@@ -87,7 +85,7 @@ class Tsection_Pass {
   }
 
   Text_View Rest;
-  Text Output;
+  Rewritten_Text Output;
   Long Reserved_Sections;
   Long Reserved_Shapes;
   const Log_Line& Log;

@@ -12,10 +12,6 @@ namespace {
 constexpr int Significant_Digits = 15;
 constexpr Double First_Exponent_Form = 1e15;
 
-Text Widened(std::string_view ascii) {
-  return Text(ascii.begin(), ascii.end());
-}
-
 // The decimal digits of a number, d.ddd times ten to the power of Exponent, no zeros at their end.
 struct Decimal {
   std::string Digits;
@@ -67,8 +63,8 @@ std::string Magnitude_Text(Double magnitude) {
 }  // namespace
 
 Text Number_Text(Double number) {
-  std::string digits = Magnitude_Text(std::fabs(number));
-  return Widened(digits.insert(0, 1, number < 0 ? '-' : ' '));
+  const std::string written = (number < 0 ? '-' : ' ') + Magnitude_Text(std::fabs(number));
+  return Text(written.begin(), written.end());
 }
 
 }  // namespace rivelt

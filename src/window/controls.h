@@ -148,9 +148,20 @@ static_assert(std::ranges::all_of(Control_Table,
                                   }),
               "the rows stand in the order of their tab positions, each position once");
 
-constexpr const Control_Row& Row_Of(Control control) {
-  return Control_Table[static_cast<std::size_t>(control)];
+// The index of a control in the table, and in every array of what a back end keeps of them.
+constexpr std::size_t Tab(Control control) {
+  return static_cast<std::size_t>(control);
 }
+
+constexpr const Control_Row& Row_Of(Control control) {
+  return Control_Table[Tab(control)];
+}
+
+inline constexpr std::array Enabled_States_At_Start = [] {
+  std::array<bool, Control_Count> states{};
+  for (const Control_Row& row : Control_Table) states[Tab(row.Id)] = row.Enabled_At_Start;
+  return states;
+}();
 
 // The first control in tab order of which that is true; one must exist.
 template <class Predicate>

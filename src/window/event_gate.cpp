@@ -82,8 +82,7 @@ void Event_Gate::Run_Event(const Control_Row& row) {
       return Form->cmdUpdate_Click();
     case Event::cmdSave_Click:
       return Form->cmdSave_Click();
-    case Event::cmdQuit_Click:
-      return Form->cmdQuit_Click();
+    case Event::cmdQuit_Click:  // by Close alone
     case Event::None:
       return;
   }

@@ -39,14 +39,11 @@ void Add_Shape(Text& records, const Shape& shape) {
   if (shape.Id % 100 == 75) Add(records, u"_SKIP ( TrackShape ( 0 FileName ( Planned.s ) ) )");
   const Text_View quote = shape.Id % 30 == 13 ? u"\"" : u"";
   const Text name = Joined(u" FileName ( ", quote, shape.File_Name, quote, u" )");
+  Text paths = Joined(u" NumPaths ( ", shape.Sections.size(), u" )");
+  for (const Long id : shape.Sections) Add(paths, u"SectionIdx ( 1 -2.5 0 0 0", id, u")");
   const bool name_comes_late = shape.Kind == Shape::Record::Name_Comes_Late;
-  const std::vector<Long> sections = shape.Sections();
   Add(records, u"TrackShape (", shape.Id);
-  if (!name_comes_late) records += name;
-  Add(records, u"NumPaths (", sections.size(), u")");
-  for (const Long id : sections) Add(records, u"SectionIdx ( 1 -2.5 0 0 0", id, u")");
-  if (name_comes_late) records += name;
-  Add(records, u")");
+  records += (name_comes_late ? paths + name : name + paths) + u" )";
 }
 
 Text Invented_Size(std::size_t place, Random_Source& random) {
@@ -57,16 +54,13 @@ Text Invented_Size(std::size_t place, Random_Source& random) {
 
 }  // namespace
 
-std::vector<Long> Shape::Sections() const {
-  const Long first = Id * 7 % Section_Count;
-  if (!Is_Junction()) return {first};
-  return {first, (first + 31) % Section_Count};
-}
-
 std::vector<Shape> Invent_Shapes(Long count) {
   std::vector<Shape> shapes;
   for (Long id = 1; id <= count; ++id) {
-    Shape shape{id, Name_Of(shapes.size())};
+    const Long section = id * 7 % Section_Count;
+    Shape shape{id, Name_Of(shapes.size()), {section}};
+    // The points of a single track.
+    if (id % 20 == 3) shape.Sections.push_back((section + 31) % Section_Count);
     if (id % 30 == 7) shape.Kind = Shape::Record::Name_Comes_Late;
     if (id == 104 || id == 105 || id % 60 == 10) {
       shape.Kind = Shape::Record::Duplicate;
@@ -78,8 +72,7 @@ std::vector<Shape> Invent_Shapes(Long count) {
 }
 
 Long Reserved_Count(const std::vector<Shape>& shapes) {
-  constexpr Long usual = 40000;
-  return static_cast<Long>(shapes.size()) / usual * usual + usual;
+  return (static_cast<Long>(shapes.size()) / 40000 + 1) * 40000;
 }
 
 Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random) {
@@ -94,14 +87,6 @@ Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random) {
   return File_Text(u"F0t", records + u" )");
 }
 
-std::vector<Long> Dynamic_Track::Section_Ids() const {
-  std::vector<Long> ids;
-  for (const Section& section : Sections) {
-    if (section.Id != 0) ids.push_back(section.Id);
-  }
-  return ids;
-}
-
 std::vector<Dynamic_Track> Invent_Dynamic_Tracks(std::size_t count, Long first_section,
                                                  Long first_shape, Random_Source random) {
   std::vector<Dynamic_Track> tracks(count);
@@ -110,7 +95,8 @@ std::vector<Dynamic_Track> Invent_Dynamic_Tracks(std::size_t count, Long first_s
     const auto always_used = static_cast<std::size_t>(random.Below(5));
     for (std::size_t place = 0; place < track.Sections.size(); ++place) {
       if (place != always_used && !random.One_In(3)) continue;
-      track.Sections[place] = {first_section++, Invented_Size(place, random)};
+      track.Sections[place] = Joined(first_section, u" ", Invented_Size(place, random));
+      track.Section_Ids.push_back(first_section++);
     }
   }
   return tracks;
@@ -121,14 +107,14 @@ Text Local_Catalogue(const std::vector<Dynamic_Track>& tracks) {
   Text paths;
   std::size_t count = 0;
   for (const Dynamic_Track& track : tracks) {
-    const std::vector<Long> ids = track.Section_Ids();
-    count += ids.size();
+    count += track.Section_Ids.size();
     for (std::size_t place = 0; place < track.Sections.size(); ++place) {
-      const auto& [id, size] = track.Sections[place];
-      if (id != 0) Add(sections, u"TrackSection ( SectionCurve (", place % 2, u")", id, size, u")");
+      const Text& used = track.Sections[place];
+      if (used.empty()) continue;
+      Add(sections, u"TrackSection ( SectionCurve (", place % 2, u")", used, u")");
     }
-    Add(paths, u"TrackPath (", track.Shape_Id, ids.size());
-    for (const Long id : ids) Add(paths, id);
+    Add(paths, u"TrackPath (", track.Shape_Id, track.Section_Ids.size());
+    for (const Long id : track.Section_Ids) Add(paths, id);
     Add(paths, u")");
   }
   return File_Text(u"T0t", Joined(u" TrackSections ( ", count, sections, u" ) SectionIdx ( ",

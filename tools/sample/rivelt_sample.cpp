@@ -7,12 +7,14 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <stdexcept>
 #include <string>
 
 #include "sample/text_file.h"
 #include "sample/track.h"
+#include "text/utf16.h"
 #include "text/utf8.h"
 
 namespace rivelt::sample {
@@ -96,30 +98,23 @@ std::string Binary_World(Random_Source random) {
   return bytes;
 }
 
-struct Tile {
-  int X;
-  int Z;
-  std::string Name;  // of its world file, without the ending
-};
-
-// The tiles of a route make up a square.
-Tile Tile_Of(std::int64_t number, std::int64_t count) {
-  const auto width = static_cast<std::int64_t>(std::ceil(std::sqrt(count)));
-  Tile tile{static_cast<int>(-5354 + number % width), static_cast<int>(14850 + number / width), ""};
+// Of a world file, without the ending.
+std::string Tile_Name(std::int64_t x, std::int64_t z) {
   std::array<char, 32> name;
-  std::snprintf(name.data(), name.size(), "w%+07d%+07d", tile.X, tile.Z);
-  tile.Name = name.data();
-  return tile;
+  std::snprintf(name.data(), name.size(), "w%+07d%+07d", static_cast<int>(x), static_cast<int>(z));
+  return name.data();
 }
 
-// The first world file has an object of every kind.
-std::vector<Placed_Track> Write_World(const std::string& path, const Route_Track& track,
-                                      std::int64_t mean, bool is_first, Random_Source random) {
-  std::int64_t objects = Drawn_Objects(mean, random);
-  if (is_first) objects = std::max<std::int64_t>({objects, mean, 7});
-  const World world = Invent_World(track, objects, is_first, random);
-  Write_Text_File(path, world.File);
-  return world.Track;
+// A new file, or an exception that names it.
+void Write_Bytes(const fs::path& path, std::string_view bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file << bytes;
+  file.close();
+  if (!file) throw std::runtime_error("cannot write " + path.string());
+}
+
+void Write_Text_File(const fs::path& path, Text_View text) {
+  Write_Bytes(path, To_Utf16(text));
 }
 
 void Write_Route(const Installation_Plan& plan, std::size_t number,
@@ -134,19 +129,24 @@ void Write_Route(const Installation_Plan& plan, std::size_t number,
   if (!track.Own.empty()) Write_Text_File(folder / route.Local_File, Local_Catalogue(track.Own));
   Track_Database tracks;
   Track_Database roads;
+  const auto width = static_cast<std::int64_t>(std::ceil(std::sqrt(plan.World_Files)));
   for (std::int64_t i = 0; i < plan.World_Files; ++i) {
-    const Tile tile = Tile_Of(i, plan.World_Files);
-    const std::string path = (folder / route.World_Folder / tile.Name).string();
-    const Random_Source of_file = random.Part(static_cast<std::uint64_t>(i) + 2);
+    const std::int64_t x = -5354 + i % width;
+    const std::int64_t z = 14850 + i / width;
+    const std::string path = (folder / route.World_Folder / Tile_Name(x, z)).string();
+    Random_Source of_file = random.Part(static_cast<std::uint64_t>(i) + 2);
     if (i % 10 == 0) Write_Text_File(path + ".ws", File_Text(u"w1t", u" Tr_Worldsoundfile ( )"));
     if (number == 0 && i > 0 && i == plan.World_Files - 1) {
       Write_Bytes(path + ".w", Binary_World(of_file));
       continue;
     }
-    const std::vector<Placed_Track> placed =
-        Write_World(path + (i % 7 == 5 ? ".W" : ".w"), track, plan.Objects, i == 0, of_file);
-    tracks.Add_Tile(tile.X, tile.Z, placed);
-    roads.Add_Tile(tile.X, tile.Z, {placed.front()});
+    std::int64_t objects = Drawn_Objects(plan.Objects, of_file);
+    // The first world file has an object of every kind.
+    if (i == 0) objects = std::max<std::int64_t>({objects, plan.Objects, 7});
+    const World world = Invent_World(track, objects, i == 0, of_file);
+    Write_Text_File(path + (i % 7 == 5 ? ".W" : ".w"), world.File);
+    tracks.Add_Tile(x, z, world.Track);
+    roads.Add_Tile(x, z, {world.Track.front()});
   }
   Write_Text_File(folder / (route.Database + ".tdb"), tracks.File());
   Write_Text_File(folder / (route.Database + ".rdb"), roads.File());

@@ -3,12 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fstream>
-#include <stdexcept>
-#include <string>
 #include <vector>
-
-#include "text/utf16.h"
 
 namespace rivelt::sample {
 
@@ -36,17 +31,6 @@ Text File_Text(Text_View kind, Text_View records) {
     if (word == u"(") has_lines.push_back(false);
   }
   return lines + Text(Line_End);
-}
-
-void Write_Text_File(const std::filesystem::path& path, Text_View text) {
-  Write_Bytes(path, To_Utf16(text));
-}
-
-void Write_Bytes(const std::filesystem::path& path, std::string_view bytes) {
-  std::ofstream file(path, std::ios::binary);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) throw std::runtime_error("cannot write " + path.string());
 }
 
 }  // namespace rivelt::sample

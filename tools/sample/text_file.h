@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <filesystem>
-#include <string_view>
 #include <type_traits>
 
 #include "text/text.h"
@@ -36,9 +34,5 @@ void Add(Text& records, const Parts&... parts) {
 // The records of a file, each on a line of its own. The kind is the part in which the first lines
 // of files differ: "w0t" for a world file.
 Text File_Text(Text_View kind, Text_View records);
-
-// Both write a new file, or throw an exception that names it.
-void Write_Text_File(const std::filesystem::path& path, Text_View text);
-void Write_Bytes(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace rivelt::sample

@@ -22,11 +22,10 @@ struct Shape {
 
   Long Id = 0;
   Text File_Name;
+  std::vector<Long> Sections;  // the two paths of a junction, or one
   Record Kind = Record::Plain;
 
-  bool Is_Listed() const { return Kind == Record::Plain; }
-  bool Is_Junction() const { return Id % 20 == 3; }  // the points of a single track
-  std::vector<Long> Sections() const;                // the two paths of a junction, or one
+  bool Is_Junction() const { return Sections.size() == 2; }
 };
 
 // The first shape is A1t100mStrt.s. Ids count from 1.
@@ -39,15 +38,10 @@ Long Reserved_Count(const std::vector<Shape>& shapes);
 Text Global_Catalogue(const std::vector<Shape>& shapes, Random_Source random);
 
 struct Dynamic_Track {
-  struct Section {
-    Long Id = 0;  // 0 where the place is unused
-    Text Size;    // the two numbers after the id
-  };
-
   Long Shape_Id = 0;
-  std::array<Section, 5> Sections;  // straight and curved by turns
-
-  std::vector<Long> Section_Ids() const;  // of the places in use: at least one
+  // Straight and curved by turns: the id and two more numbers, nothing where the place is unused.
+  std::array<Text, 5> Sections;
+  std::vector<Long> Section_Ids;  // of the places in use: at least one
 };
 
 // Tracks whose ids count on from the two given ones.

@@ -68,10 +68,10 @@ class World_Writer {
   }
 
   void Add_Track_Object(Object_Kind kind, const Shape& shape) {
-    Placed_Track placed{0, shape.Id, shape.Sections(), shape.Is_Junction(), Place()};
+    Placed_Track placed{0, shape.Id, shape.Sections, shape.Is_Junction(), Place()};
     if (kind == Object_Kind::Own_Shape) {
       const Dynamic_Track& own = Random.One_Of(Route.Own);
-      placed = {0, own.Shape_Id, own.Section_Ids(), false, placed.Place};
+      placed = {0, own.Shape_Id, own.Section_Ids, false, placed.Place};
     }
     const Text name = Joined(u" FileName ( ", Name_Of(kind, shape, placed.Shape_Id), u" )");
     const auto wrong_by = kind == Object_Kind::Wrong_Id ? Random.Between(1, 40) : 0;
@@ -86,20 +86,15 @@ class World_Writer {
   }
 
   Text Name_Of(Object_Kind kind, const Shape& shape, Long id) {
-    switch (kind) {
-      case Object_Kind::Unknown_Shape: {
-        const auto width = Random.Between(1, 4);  // no two draws in one call: it has no order
-        return Joined(u"My", width, u"t", Random.Between(1, 50) * 5, u"mTrestle.s");
-      }
-      case Object_Kind::Own_Shape:
-        return Joined(u"DynaTrax-", id, u".s");
-      case Object_Kind::Name_With_Folders:
-      case Object_Kind::Name_Before_Id:
-        return Joined(u"\"..\\\\..\\\\routes\\\\", Route.Folder, u"\\\\shapes\\\\", shape.File_Name,
-                      u"\"");
-      default:
-        return shape.File_Name;
+    using enum Object_Kind;
+    if (kind == Own_Shape) return Joined(u"DynaTrax-", id, u".s");
+    if (kind == Name_With_Folders || kind == Name_Before_Id) {
+      return Joined(u"\"..\\\\..\\\\routes\\\\", Route.Folder, u"\\\\shapes\\\\", shape.File_Name,
+                    u"\"");
     }
+    if (kind != Unknown_Shape) return shape.File_Name;
+    const auto width = Random.Between(1, 4);  // no two draws in one call: it has no order
+    return Joined(u"My", width, u"t", Random.Between(1, 50) * 5, u"mTrestle.s");
   }
 
   double Elevation() {
@@ -118,13 +113,12 @@ class World_Writer {
   // An editor leaves a broken one: in no database, with a section 0 and a shape that cannot be.
   void Add_Dynamic_Track(bool is_broken) {
     Dynamic_Track track = Random.One_Of(Route.Own);
-    Placed_Track placed{0, track.Shape_Id, track.Section_Ids(), false, Place()};
-    if (is_broken) track.Sections[0] = {0, u"0 0.064127 0"};
+    Placed_Track placed{0, track.Shape_Id, track.Section_Ids, false, Place()};
+    if (is_broken) track.Sections[0] = u"0 0.064127 0";
     placed.Uid = Begin_Object(u"Dyntrack");
     Add(Records, u"TrackSections (");
     for (std::size_t place = 0; place < track.Sections.size(); ++place) {
-      const auto& [id, size] = track.Sections[place];
-      const Text used = id == 0 ? size : Joined(id, u" ", size);
+      const Text& used = track.Sections[place];
       Add(Records, u"TrackSection ( SectionCurve (", place % 2, u")",
           used.empty() ? u"4294967295 0 0" : used, u")");
     }

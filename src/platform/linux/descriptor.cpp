@@ -31,21 +31,14 @@ Descriptor Open_Regular_File(const std::string& path) {
   return opened;
 }
 
-long Read(const Descriptor& source, void* buffer, std::size_t size) {
-  long count = 0;
-  do {
-    count = read(source.Number(), buffer, size);
-  } while (count < 0 && errno == EINTR);
-  return count;
-}
-
 void Read_In_Pieces(const Descriptor& source,
                     const std::function<void(std::string_view piece)>& take) {
   // Not cleared: most files are much smaller, and thousands of them are read.
   constexpr std::size_t size = std::size_t{1} << 18;
   const auto buffer = std::make_unique_for_overwrite<char[]>(size);
   for (;;) {
-    const long count = Read(source, buffer.get(), size);
+    const ssize_t count = read(source.Number(), buffer.get(), size);
+    if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw Failure();
     if (count == 0) return;
     take({buffer.get(), static_cast<std::size_t>(count)});

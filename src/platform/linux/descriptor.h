@@ -34,9 +34,6 @@ Descriptor Open(const std::string& path, int flags, unsigned permissions = 0);
 // Opened for reading if it is a regular file. Does not wait for anything else of that name.
 Descriptor Open_Regular_File(const std::string& path);
 
-// As read(2), but starts again where a signal came in between.
-long Read(const Descriptor& source, void* buffer, std::size_t size);
-
 // Hands on all that is left to read, in pieces of at most 1 MB. Failure: it cannot be read.
 void Read_In_Pieces(const Descriptor& source,
                     const std::function<void(std::string_view piece)>& take);

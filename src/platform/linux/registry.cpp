@@ -13,15 +13,13 @@ namespace rivelt {
 namespace {
 
 // Empty if it cannot be read.
-std::string Read_Bytes(const std::string& path) {
+std::string Read_Bytes(const std::string& path) try {
   const Descriptor file = Open_Regular_File(path);
-  if (!file.Is_Open()) return {};
   std::string bytes;
-  std::vector<char> buffer(std::size_t{1} << 16);
-  long count = 0;
-  while ((count = Read(file, buffer.data(), buffer.size())) > 0)
-    bytes.append(buffer.data(), static_cast<std::size_t>(count));
-  return count < 0 ? std::string() : bytes;
+  if (file.Is_Open()) Read_In_Pieces(file, [&](std::string_view piece) { bytes += piece; });
+  return bytes;
+} catch (const Failure&) {
+  return {};
 }
 
 // A key that 32-bit programs share with all others stays as it is.
@@ -32,16 +30,6 @@ std::string Key_Of_32_Bit_Programs(std::string_view key) {
   if (Fold_Case(From_Utf8(start)) == From_Utf8(separate))
     moved.insert(separate.size(), "Wow6432Node\\");
   return moved;
-}
-
-Long Hand_Over(const Registry_Value& value, Long& type, char* data, Long& size) {
-  const auto needed = static_cast<Long>(value.Data.size());
-  const bool fits = data == nullptr || size >= needed;
-  type = value.Type;
-  size = needed;
-  if (!fits) return Status_More_Data;
-  if (data != nullptr) value.Data.copy(data, value.Data.size());
-  return Registry_Success;
 }
 
 }  // namespace
@@ -65,7 +53,9 @@ Long Wine_Registry::RegQueryValueExA(Registry_Key key, std::string_view value_na
   const auto open_key = Open_Keys.find(key);
   if (open_key == Open_Keys.end()) return Status_Invalid_Handle;
   const Registry_Value* value = Find_Value(open_key->second, value_name);
-  return value == nullptr ? Status_File_Not_Found : Hand_Over(*value, type, data, size);
+  if (value == nullptr) return Status_File_Not_Found;
+  type = value->Type;
+  return Hand_Over(value->Data, data, size);
 }
 
 Long Wine_Registry::RegCloseKey(Registry_Key key) {

@@ -1,8 +1,5 @@
 #include "platform/memory/fixed_registry.h"
 
-#include <cstring>
-#include <utility>
-
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -21,11 +18,7 @@ Long Fixed_Registry::RegQueryValueExA(Registry_Key key, std::string_view, Long, 
                                       char* data, Long& size) {
   if (key != The_Key) return Status_Invalid_Handle;
   type = Registry_String;
-  const Long room = std::exchange(size, static_cast<Long>(Value.size()));
-  if (data == nullptr) return Registry_Success;
-  if (room < size) return Status_More_Data;
-  std::memcpy(data, Value.data(), Value.size());
-  return Registry_Success;
+  return Hand_Over(Value, data, size);
 }
 
 Long Fixed_Registry::RegCloseKey(Registry_Key key) {

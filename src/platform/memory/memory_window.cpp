@@ -14,12 +14,6 @@ Answer Next_Answer(std::deque<Answer>& answers, Answer usual) {
 
 }  // namespace
 
-Memory_Window::Memory_Window() {
-  for (const Control_Row& row : Control_Table) {
-    Enabled_States[Tab(row.Id)] = row.Enabled_At_Start;
-  }
-}
-
 void Memory_Window::Start(Registry& registry, Create_File_System_Object create_object) {
   Gate.Start_Up(registry, std::move(create_object));
 }

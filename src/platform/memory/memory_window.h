@@ -26,8 +26,6 @@ class Memory_Window : public Window {
     Text Title;
   };
 
-  Memory_Window();
-
   // Runs the program up to its prompt.
   void Start(Registry& registry, Create_File_System_Object create_object);
   Open_Installation& Installed() { return Gate.Installed(); }
@@ -81,11 +79,9 @@ class Memory_Window : public Window {
   void Yield() override;
 
  private:
-  static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
-
   Event_Gate Gate{*this};
   std::array<Text, Control_Count> Texts;  // of the text boxes, and the picked entries of the lists
-  std::array<bool, Control_Count> Enabled_States;
+  std::array<bool, Control_Count> Enabled_States = Enabled_States_At_Start;
   List_Entries<Sorted_List> Entries;
   Control Selected_Option = Selected_At_Start;
   Text Log_Text;

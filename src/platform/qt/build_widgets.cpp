@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QComboBox>
+#include <QFontInfo>
+#include <QFontMetricsF>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,7 +14,6 @@
 #include <QStyleOption>
 #include <QValidator>
 
-#include "platform/qt/font_fit.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
 #include "window/first_line.h"
@@ -111,10 +112,24 @@ QString Without_Mnemonic(Text_View caption) {
   return To_Qt(caption).remove(u'&');
 }
 
+// The largest font, up to the usual one, whose line fits; without a caption its height has to
+// alone.
 void Fit_Font(QWidget& widget, const Control_Row& row) {
   if (row.Type == Control_Type::Log_Text_Box) return;  // it wraps and scrolls
+  constexpr int smallest_pixel_size = 5;
   const QSize space = Text_Space(widget, row).size();
-  widget.setFont(Fitting_Font(QApplication::font(), space, Without_Mnemonic(row.Caption)));
+  const QString text = Without_Mnemonic(row.Caption);
+  QFont font = QApplication::font();
+  for (int size = QFontInfo(font).pixelSize(); size >= smallest_pixel_size; --size) {
+    font.setPixelSize(size);
+    const QFontMetricsF metrics(font);
+    // On screens with a broken scale the glyphs come out up to a pixel wider in all.
+    if (metrics.height() <= space.height() &&
+        metrics.horizontalAdvance(text) + 1 <= space.width()) {
+      break;
+    }
+  }
+  widget.setFont(font);
 }
 
 // Two captions side by side look untidy in two sizes.
@@ -173,13 +188,10 @@ QRect Text_Space(const QWidget& widget, const Control_Row& row) {
 
 Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
   Widgets widgets{};
-  const auto widget = [&](Control control) -> QWidget*& {
-    return widgets[static_cast<std::size_t>(control)];
-  };
   auto* options = new QButtonGroup(&form);
   QWidget* previous = nullptr;
   for (const Control_Row& row : Control_Table) {
-    QWidget* made = Build(row, row.Parent ? widget(*row.Parent) : &form, entries.Of(row.Id));
+    QWidget* made = Build(row, row.Parent ? widgets[Tab(*row.Parent)] : &form, entries.Of(row.Id));
     made->setGeometry(Pixels(row));
     made->setEnabled(row.Enabled_At_Start);
     made->setAccessibleName(To_Qt(row.Accessible_Name));
@@ -187,7 +199,7 @@ Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
     Fit_Font(*made, row);
     if (auto* option = qobject_cast<QRadioButton*>(made)) options->addButton(option, row.Index);
     if (previous != nullptr) QWidget::setTabOrder(previous, made);
-    previous = widget(row.Id) = made;
+    previous = widgets[Tab(row.Id)] = made;
   }
   options->button(0)->setChecked(true);
   Share_Smaller_Font(*options->button(0), *options->button(1));

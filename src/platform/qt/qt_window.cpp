@@ -89,7 +89,7 @@ void Qt_Window::Raise(Control control) {
   // A button can be pressed by a key some time after the key.
   if (Is_Dropping && control != Quit_Control) return;
   if (const auto* list = List_Of(control)) {
-    Picked[static_cast<std::size_t>(control)] = From_Qt(list->currentText());
+    Picked[Tab(control)] = From_Qt(list->currentText());
   }
   Gate.Raise(control);
   if (starts_command) Finish_Work();
@@ -137,7 +137,7 @@ Log_View& Qt_Window::Log() const {
 Text Qt_Window::Read_Text(Control control) const {
   if (control == Log_Control) return Log().Content();
   // The rows of a list move while entries wait to be published.
-  if (List_Of(control) != nullptr) return Picked[static_cast<std::size_t>(control)];
+  if (List_Of(control) != nullptr) return Picked[Tab(control)];
   return From_Qt(static_cast<QLineEdit&>(Widget(control)).text());
 }
 
@@ -171,7 +171,7 @@ void Qt_Window::Publish(Entry_Model& model) {
   for (const Control_Row& row : Control_Table) {
     QComboBox* list = List_Of(row.Id);
     if (list == nullptr || list->model() != &model) continue;
-    const Text& entry = Picked[static_cast<std::size_t>(row.Id)];
+    const Text& entry = Picked[Tab(row.Id)];
     list->setCurrentIndex(entry.empty() ? -1 : model.Row_Of_Entry(entry));
     Fit_Popup_Width(*list, model.Longest_Entry());
   }

@@ -32,7 +32,7 @@ class Qt_Window : public Window {
   std::function<void()> On_Unload;
 
   QWidget& Form_Widget() { return Form; }
-  QWidget& Widget(Control control) const { return *All[static_cast<std::size_t>(control)]; }
+  QWidget& Widget(Control control) const { return *All[Tab(control)]; }
 
   void Show() override;
   void Unload() override;

@@ -11,16 +11,10 @@ constexpr WPARAM Select_All_Key = 1;  // Ctrl+A as a character
 // Tab, Enter and Esc belong to the window, and getting the focus does not select the text.
 LRESULT CALLBACK Log_Procedure(HWND box, UINT message, WPARAM wparam, LPARAM lparam,
                                UINT_PTR /*id*/, DWORD_PTR /*data*/) {
-  const auto usual = [&] { return DefSubclassProc(box, message, wparam, lparam); };
-  switch (message) {
-    case WM_GETDLGCODE:
-      return usual() & ~LRESULT{DLGC_WANTALLKEYS | DLGC_WANTTAB | DLGC_HASSETSEL};
-    case WM_CHAR:
-      if (wparam == Select_All_Key) return SendMessageW(box, EM_SETSEL, 0, -1);
-      return usual();
-    default:
-      return usual();
-  }
+  if (message == WM_CHAR && wparam == Select_All_Key) return SendMessageW(box, EM_SETSEL, 0, -1);
+  const LRESULT usual = DefSubclassProc(box, message, wparam, lparam);
+  if (message != WM_GETDLGCODE) return usual;
+  return usual & ~LRESULT{DLGC_WANTALLKEYS | DLGC_WANTTAB | DLGC_HASSETSEL};
 }
 
 // A character 0 would end the control's text.

@@ -4,7 +4,6 @@
 #include <array>
 #include <map>
 #include <string>
-#include <utility>
 
 #include "platform/windows/ansi.h"
 #include "platform/windows/win32.h"
@@ -81,11 +80,9 @@ class Registry_Of_Windows : public Registry {
     if (Is_String(value.Type) && !value.Bytes.empty() && value.Bytes.back() != '\0') {
       value.Bytes.push_back('\0');
     }
-    const Long room = std::exchange(size, static_cast<Long>(value.Bytes.size()));
-    if (data != nullptr && room < size) return ERROR_MORE_DATA;
-    type = static_cast<Long>(value.Type);
-    if (data != nullptr) std::copy(value.Bytes.begin(), value.Bytes.end(), data);
-    return Registry_Success;
+    const Long answer = Hand_Over(value.Bytes, data, size);
+    if (answer == Registry_Success) type = static_cast<Long>(value.Type);
+    return answer;
   }
 
   Long RegCloseKey(Registry_Key key) override {

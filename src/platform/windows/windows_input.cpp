@@ -159,10 +159,7 @@ void Windows_Window::Restore(const Text& time) {
 }
 
 void Windows_Window::Handle_Message(MSG& message) {
-  if (Gate.Working() || Drops_Input) {
-    Handle_While_Working(message);
-    return;
-  }
+  if (Gate.Working() || Drops_Input) return Handle_While_Working(message);
   if (Is_Key(message.message) || Is_Press_Of_Mouse(message.message)) {
     if (Drop_List* list = List_Of(message.hwnd)) list->Fill();
   }
@@ -177,21 +174,17 @@ void Windows_Window::Handle_While_Working(MSG& message) {
     Gate.Close();
     return;
   }
+  // An Alt key becomes a character, even if it is dropped itself, and is looked at then.
+  const bool alt_key = message.message == WM_SYSKEYDOWN;
+  if (alt_key) TranslateMessage(&message);
   const bool key = Is_Key(message.message);
   if (key || Is_Press_Of_Mouse(message.message)) {
     const bool to_log = message.hwnd == Handle(Log_Control) &&
                         (!key || Is_Key_To_Read_By(message) || message.message == WM_CHAR);
     const bool to_quit = message.hwnd == Handle(Quit_Control) && !key;
-    // An Alt key becomes a character below, and is looked at then.
-    const bool alt_key = message.message == WM_SYSKEYDOWN;
-    if (alt_key) TranslateMessage(&message);
     if (!to_log && !to_quit && !Is_Key_Of_Frame(message)) return;
-    if (alt_key) {
-      DispatchMessageW(&message);
-      return;
-    }
   }
-  TranslateMessage(&message);
+  if (!alt_key) TranslateMessage(&message);
   DispatchMessageW(&message);
 }
 

@@ -41,12 +41,6 @@ void Register_Class(WNDPROC procedure) {
 
 }  // namespace
 
-Windows_Window::Windows_Window() {
-  for (const Control_Row& row : Control_Table) {
-    Enabled_States[Tab(row.Id)] = row.Enabled_At_Start;
-  }
-}
-
 Windows_Window::~Windows_Window() {
   Unload();
 }
@@ -158,10 +152,6 @@ Text Windows_Window::Read_Text(Control control) const {
   return From_Wide(text);
 }
 
-void Windows_Window::Write_Log(Text_View text) {
-  Log.Replace(text);
-}
-
 void Windows_Window::Append_Log(Text_View text) {
   Log.Append(text);
   if (!Gate.Working()) Log.Show();
@@ -185,10 +175,6 @@ void Windows_Window::Apply_Enabled(const Control_Row& row) {
 
 bool Windows_Window::Read_Value(Control option) const {
   return SendMessageW(Handle(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
-}
-
-void Windows_Window::Add_Item(Control list, Text_View entry) {
-  Entries.Add(list, entry);
 }
 
 void Windows_Window::Set_Pointer(Pointer pointer) {
@@ -221,10 +207,6 @@ void Windows_Window::Show_Save_Dialog() {
   const bool is_chosen = GetSaveFileNameW(&dialog) != FALSE;
   if (!is_chosen && CommDlgExtendedError() != 0) throw Failure();
   Chosen_File_Name = is_chosen ? From_Wide(path.data()) : Text();
-}
-
-void Windows_Window::Beep() {
-  MessageBeep(MB_OK);
 }
 
 void Windows_Window::Yield() {

@@ -20,7 +20,7 @@ namespace rivelt {
 class Windows_Window : public Window {
  public:
   // The icon is that of the program, if it has one.
-  Windows_Window();
+  Windows_Window() = default;
   ~Windows_Window() override;
   Windows_Window(const Windows_Window&) = delete;
   Windows_Window& operator=(const Windows_Window&) = delete;
@@ -41,20 +41,19 @@ class Windows_Window : public Window {
   void Show() override;
   void Unload() override;
   Text Read_Text(Control control) const override;
-  void Write_Log(Text_View text) override;
+  void Write_Log(Text_View text) override { Log.Replace(text); }
   void Append_Log(Text_View text) override;
   void Enable(Control control, bool enabled) override;
   bool Read_Value(Control option) const override;
-  void Add_Item(Control list, Text_View entry) override;
+  void Add_Item(Control list, Text_View entry) override { Entries.Add(list, entry); }
   void Set_Pointer(Pointer pointer) override;
   int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
   void Show_Save_Dialog() override;
   Text Save_File_Name() const override { return Chosen_File_Name; }
-  void Beep() override;
+  void Beep() override { MessageBeep(MB_OK); }
   void Yield() override;
 
  private:
-  static std::size_t Tab(Control control) { return static_cast<std::size_t>(control); }
   static LRESULT CALLBACK Window_Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 
   void Create_Window();
@@ -89,7 +88,7 @@ class Windows_Window : public Window {
   UINT Dpi = 0;
   Owned_Font Font;
   std::array<HWND, Control_Count> Handles{};
-  std::array<bool, Control_Count> Enabled_States{};
+  std::array<bool, Control_Count> Enabled_States = Enabled_States_At_Start;
   std::array<Drop_List, Control_Count> Lists;  // of the controls that are lists
   List_Entries<Sorted_List> Entries;
   Log_Box Log;

@@ -53,7 +53,7 @@ std::string Description(const Listed_Backup& backup) {
 
 void Write_Places(Output& output, const std::vector<Text>& places, std::string_view what) {
   for (const Text& place : places) {
-    output.Write(std::string_view(std::string(what) + "\t" + To_Utf8(place) + "\n"));
+    output.Write(std::string(what) + "\t" + To_Utf8(place) + "\n");
   }
 }
 
@@ -89,7 +89,7 @@ void Report_Restored(Output& output, const Listed_Backup& backup, const Restored
   Write_Places(output, restored.From_Later, "From a later update, so it may be on other numbers");
   Write_Places(output, restored.Newer,
                "Left, newer than the backup, so it may be on other numbers");
-  output.Write(std::string_view("Restored\t" + Description(backup) + "\n"));
+  output.Write("Restored\t" + Description(backup) + "\n");
 }
 
 }  // namespace
@@ -97,7 +97,7 @@ void Report_Restored(Output& output, const Listed_Backup& backup, const Restored
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) try {
   if (window.Is_Stopped()) return Report_Stopped(window);
   for (const Listed_Backup& backup : Backups_Of(window, settings)) {
-    output.Write(std::string_view(Description(backup) + "\n"));
+    output.Write(Description(backup) + "\n");
     Write_Places(output, backup.Content.Changed, "  had changed since the check");
   }
   return Exit_Done;

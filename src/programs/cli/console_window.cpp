@@ -39,7 +39,7 @@ int Console_Window::Message_Box(Text_View text, int style, std::optional<Text_Vi
   Clear_Status();
   if (Shows_Log) Console.End_Line();
   Console.Flush();
-  Write_Error(Text_View(Concatenate({title.value_or(Window_Caption), u": ", text})));
+  Write_Error(Concatenate({title.value_or(Window_Caption), u": ", text}));
   if ((style & Style_Critical) != 0) Failure_Shown = true;
   const int answer = Memory_Window::Message_Box(text, style, title);
   return (style & Style_Question) != 0 && Ask ? Ask() : answer;
@@ -55,7 +55,7 @@ void Console_Window::Yield() {
 void Console_Window::Show_Recovery() {
   const std::vector<Text>& lines = Installed().Recovery_Lines;
   for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {
-    if (!Shows_Log) Write_Error(Text_View(lines[Recovery_Shown]));
+    if (!Shows_Log) Write_Error(lines[Recovery_Shown]);
   }
 }
 

@@ -10,7 +10,7 @@
 
 #include "platform/memory/memory_window.h"
 #include "programs/cli/output.h"
-#include "programs/cli/progress.h"
+#include "programs/cli/watched_files.h"
 
 namespace rivelt {
 
@@ -47,6 +47,18 @@ class Console_Window : public Memory_Window {
 
  private:
   void Show_Status();
+
+  // How far a walk over the files of a folder has come, seen from outside of the procedures.
+  struct Progress : File_Watcher {
+    void Folder_Listed(Long count) override {
+      Opened = 0;
+      Total = count;
+    }
+    void File_Opened() override { ++Opened; }
+
+    Long Opened = 0;  // files of the folder listed last that have been opened
+    Long Total = 0;   // files in it
+  };
 
   Output& Console;
   std::unique_ptr<Registry> Source;

@@ -16,7 +16,7 @@ std::string With_Plain_Line_Ends(Text_View text) {
 
 void Output::Write(Text_View text) {
   const std::string bytes = With_Plain_Line_Ends(text);
-  Write(std::string_view(bytes));
+  Write(bytes);
 }
 
 void Output::Write(std::string_view bytes) {
@@ -26,7 +26,7 @@ void Output::Write(std::string_view bytes) {
 }
 
 void Output::End_Line() {
-  if (In_Line) Write(std::string_view("\n"));
+  if (In_Line) Write("\n");
 }
 
 void Output::Flush() {
@@ -35,7 +35,7 @@ void Output::Flush() {
 
 void Write_Error(Text_View line) {
   const std::string bytes = With_Plain_Line_Ends(line);
-  Write_Error(std::string_view(bytes));
+  Write_Error(bytes);
 }
 
 void Write_Error(std::string_view line) {

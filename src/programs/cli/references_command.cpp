@@ -80,7 +80,7 @@ int Count_References(Console_Window& window, Output& output, const std::string& 
   bool any_lost = false;
   for (const auto& [kind, name] : Named_Kinds) {
     const Reference_Count& count = route.Of(kind);
-    output.Write(std::string_view(Description(name, count)));
+    output.Write(Description(name, count));
     any_lost = any_lost || count.To_Nowhere != 0;
   }
   return any_lost ? Exit_Failure : Exit_Done;

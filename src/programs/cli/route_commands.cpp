@@ -56,10 +56,6 @@ void Save_Log(Console_Window& window, const std::string& file) {
   if (!window.Press(Control::cmdSave)) Write_Error("The log of a stopped program cannot be saved.");
 }
 
-int Status_Of(const Console_Window& window) {
-  return window.Failed() ? Exit_Failure : Exit_Done;
-}
-
 }  // namespace
 
 Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted) {
@@ -79,12 +75,12 @@ int Answer_From_Terminal() {
 
 void Show_Changed_Files(Console_Window& window) {
   for (const Text& place : window.Installed().Changed_Since_Check) {
-    Write_Error(Text_View(u"Had changed since the check, and is in the backup: " + place));
+    Write_Error(u"Had changed since the check, and is in the backup: " + place);
   }
 }
 
 int Report_Stopped(const Console_Window& window) {
-  Write_Error(Text_View(window.Log()));
+  Write_Error(window.Log());
   return Exit_Failure;
 }
 
@@ -93,8 +89,7 @@ int List_Routes(Console_Window& window, Output& output) {
   const Sorted_List& routes = window.List(Control::cmbRoutes);
   for (std::size_t row = 0; row < routes.Count(); ++row) {
     const Text& route = routes.Entry(row);
-    output.Write(
-        Text_View(route + u"\t" + window.Installed().Route_Folders.Look_Up(route) + u"\n"));
+    output.Write(route + u"\t" + window.Installed().Route_Folders.Look_Up(route) + u"\n");
   }
   return Exit_Done;
 }
@@ -102,11 +97,7 @@ int List_Routes(Console_Window& window, Output& output) {
 int Run_Command(Console_Window& window, Control button, const Route_Settings& settings) {
   if (window.Is_Stopped()) return Exit_Failure;
   Set_Up(window, settings);
-  if (settings.Yes) {
-    window.Ask = [] { return Answer_Ok; };
-  } else {
-    window.Ask = Answer_From_Terminal;
-  }
+  window.Ask = settings.Yes ? [] { return Answer_Ok; } : Answer_From_Terminal;
   const bool is_update = button == Control::cmdUpdate;
   // Of an update before the question, while the files are what they were.
   if (is_update) Warn_Of_What_Stays_Behind(window);
@@ -121,7 +112,7 @@ int Run_Command(Console_Window& window, Control button, const Route_Settings& se
     }
   }
   if (settings.Log_File) Save_Log(window, *settings.Log_File);
-  return Status_Of(window);
+  return window.Failed() ? Exit_Failure : Exit_Done;
 }
 
 }  // namespace rivelt

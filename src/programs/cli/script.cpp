@@ -109,14 +109,14 @@ class Script {
   bool Print(std::string_view keyword, std::string_view argument) {
     if (keyword == "log") {
       Require_No(argument);
-      Console.Write(Text_View(Played.Log()));
-      if (Played.Log().empty()) Console.Write(std::string_view("\n"));
+      Console.Write(Played.Log());
+      if (Played.Log().empty()) Console.Write("\n");
       Console.End_Line();
     } else if (keyword == "state") {
       Require_No(argument);
       Print_State();
     } else if (keyword == "echo") {
-      Console.Write(std::string_view(std::string(argument) + "\n"));
+      Console.Write(std::string(argument) + "\n");
     } else {
       return false;
     }
@@ -136,7 +136,7 @@ class Script {
   void Print_State_Of(const std::string& name, bool is_enabled, const std::string& text) {
     const std::string line =
         name + "\t" + (is_enabled ? "enabled" : "disabled") + "\t" + On_One_Line(text) + "\n";
-    Console.Write(std::string_view(line));
+    Console.Write(line);
   }
 
   void Select(std::string_view option) {

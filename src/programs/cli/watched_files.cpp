@@ -9,10 +9,11 @@ namespace {
 // What each of the classes holds.
 template <class Kind>
 class Watched {
- protected:
+ public:
   Watched(std::unique_ptr<Kind> inner, File_Watcher& watcher)
       : Held(std::move(inner)), Watcher(watcher) {}
 
+ protected:
   // To pass an operation on to.
   Kind& Inner() const {
     Watcher.Before_Operation();
@@ -25,23 +26,20 @@ class Watched {
 
 class Watched_Read_Stream : public Read_Stream, Watched<Read_Stream> {
  public:
-  Watched_Read_Stream(std::unique_ptr<Read_Stream> inner, File_Watcher& watcher)
-      : Watched(std::move(inner), watcher) {}
+  using Watched::Watched;
   Text ReadAll() override { return Inner().ReadAll(); }
 };
 
 class Watched_Write_Stream : public Write_Stream, Watched<Write_Stream> {
  public:
-  Watched_Write_Stream(std::unique_ptr<Write_Stream> inner, File_Watcher& watcher)
-      : Watched(std::move(inner), watcher) {}
+  using Watched::Watched;
   void Write(Text_View text) override { Inner().Write(text); }
   void Close() override { Inner().Close(); }
 };
 
 class Watched_File : public File, Watched<File> {
  public:
-  Watched_File(std::unique_ptr<File> inner, File_Watcher& watcher)
-      : Watched(std::move(inner), watcher) {}
+  using Watched::Watched;
   Text name() const override { return Held->name(); }
   std::unique_ptr<Read_Stream> OpenAsTextStream(int mode, int format) override {
     Watcher.File_Opened();
@@ -59,8 +57,7 @@ class Watched_File : public File, Watched<File> {
 
 class Watched_Folder : public Folder, Watched<Folder> {
  public:
-  Watched_Folder(std::unique_ptr<Folder> inner, File_Watcher& watcher)
-      : Watched(std::move(inner), watcher) {}
+  using Watched::Watched;
   Text name() const override { return Held->name(); }
   Collection<Folder> SubFolders() const override {
     return Wrapped<Folder, Watched_Folder>(Inner().SubFolders());
@@ -82,8 +79,7 @@ class Watched_Folder : public Folder, Watched<Folder> {
 
 class Watched_File_System : public File_System_Object, Watched<File_System_Object> {
  public:
-  Watched_File_System(std::unique_ptr<File_System_Object> inner, File_Watcher& watcher)
-      : Watched(std::move(inner), watcher) {}
+  using Watched::Watched;
   void Set_Root(Text_View path) override { Held->Set_Root(path); }
   std::unique_ptr<File> GetFile(Text_View path) override {
     return std::make_unique<Watched_File>(Inner().GetFile(path), Watcher);
