@@ -1,35 +1,23 @@
 // The pass over the track objects of a route's own shapes.
 
-#include <map>
-
 #include "convert/whole_route.h"
 #include "fuzzing.h"
 #include "naive_passes.h"
-#include "text/letter_case.h"
 
 using namespace rivelt;
 using namespace rivelt::fuzzing;
 
-namespace {
-
-const Own_Numbers Own{{}, Number_Set({-1, 0, 31, 500, 501})};
-const std::map<Text, Long> Ids{{u"k", 31}, {u"n", 77}};
-
-Long Shape_Id(Text_View name) {
-  const auto found = Ids.find(Fold_Case(name));
-  return found == Ids.end() ? -1 : found->second;
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const Input input = Read_Input(data, size);
-  const Long delta = Offset(input.Choice);
-  const Pass pass = [&](Text_View text, Outcome& outcome, const Log_Line& log) {
-    Put(Rebase_Own_Shapes(Text(text), Own, delta, Shape_Id, log), outcome);
+  const Own_Numbers own{{}, Number_Set({-1, 0, 31, 500, 501})};
+  const auto shape_id = [](Text_View name) {
+    return name == u"k" || name == u"K" ? 31 : name == u"n" || name == u"N" ? 77 : -1;
   };
-  Require_Twins(input, pass, [&](Text_View text, Outcome& twin, const Log_Line& log) {
-    Put(naive::Rebase_Own_Shapes(Text(text), Own, delta, Shape_Id, log), twin);
-  });
+  const Input input = Read_Input(data, size);
+  const auto with = [&](const auto& rebase) -> Pass {
+    return [&](Text_View text, Outcome& outcome, const Log_Line& log) {
+      Put(rebase(Text(text), own, Offset(input.Choice), shape_id, log), outcome);
+    };
+  };
+  Require_Twins(input, with(Rebase_Own_Shapes), with(naive::Rebase_Own_Shapes));
   return 0;
 }

@@ -296,43 +296,44 @@ namespace {
 
 struct Piece {
   std::size_t At;
-  Text Units;
-  bool Is_Quoted;
+  Text Units;  // of a word in capitals, of a quoted text none
 };
 
-// The words, brackets and quoted texts outside comment blocks.
+// The words, brackets and quoted texts outside comment blocks, and a piece without units at the
+// end.
 std::vector<Piece> Pieces_Of(const Text& text) {
   static const std::wregex form(LR"re(("(?:\\[^\r\n]|[^"\\\r\n])*")|[()]|[^ \t\r\n()]+)re");
   const std::wstring wide(text.begin(), text.end());
   std::vector<Piece> pieces;
   int depth = 0;  // in a comment block
-  bool is_after_keyword = false;
+  Text last;
   for (std::wsregex_iterator found(wide.begin(), wide.end(), form), end; found != end; ++found) {
     const auto at = static_cast<std::size_t>(found->position());
-    const Text units = text.substr(at, static_cast<std::size_t>(found->length()));
-    const bool opens_comment = is_after_keyword && units == u"(";
+    const bool is_quoted = (*found)[1].matched;
+    const Text units =
+        is_quoted ? u"" : Upper_Text(text.substr(at, static_cast<std::size_t>(found->length())));
+    const bool is_after_keyword = last == u"_SKIP" || last == u"_INFO" || last == u"COMMENT";
+    const bool opens_comment = depth == 0 && is_after_keyword && units == u"(";
     if (opens_comment) pieces.pop_back();
     if (depth > 0 || opens_comment) {
       depth += units == u"(" ? 1 : units == u")" ? -1 : 0;
     } else {
-      pieces.push_back({at, units, (*found)[1].matched});
+      pieces.push_back({at, units});
     }
-    const Text upper = Upper_Text(units);
-    is_after_keyword =
-        depth == 0 && (upper == u"_SKIP" || upper == u"_INFO" || upper == u"COMMENT");
+    last = units;
   }
+  pieces.push_back({text.size(), u""});
   return pieces;
 }
 
 // The fields of the block whose keyword is at the index, which then is at its ")".
 std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& index) {
-  if (index + 1 >= pieces.size() || pieces[++index].Units != u"(") throw Failure();
+  if (pieces[++index].Units != u"(") throw Failure();
   std::vector<Piece> fields;
-  while (++index < pieces.size() && pieces[index].Units != u")") {
-    if (pieces[index].Units == u"(" || pieces[index].Is_Quoted) throw Failure();
+  while (pieces[++index].Units != u")") {
+    if (pieces[index].Units.empty() || pieces[index].Units == u"(") throw Failure();
     fields.push_back(pieces[index]);
   }
-  if (index >= pieces.size()) throw Failure();
   return fields;
 }
 
@@ -341,43 +342,42 @@ std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& inde
 Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own, Long section_delta,
                                        Long shape_delta) {
   Rebased_Database result{text};
+  const auto move = [&](const Piece& field, const Number_Set& own_ids, Long delta, Long& count) {
+    const Double id = Only_Number(field.Units);
+    if (!own_ids.Has(id)) return;
+    ++count;
+    result.Output.replace(field.At + result.Output.size() - text.size(), field.Units.size(),
+                          Trim_Text(Number_Text(id + delta)));
+  };
+  const auto move_shape = [&](const Piece& field) {
+    move(field, own.Shapes, shape_delta, result.Shape_Count);
+  };
   const std::vector<Piece> pieces = Pieces_Of(text);
-  const auto keyword = [&](std::size_t index) { return Upper_Text(pieces[index].Units); };
-  std::vector<std::pair<Piece, bool>> numbers;  // and whether each is a section
   std::size_t i = 0;
-  while (i < pieces.size() && keyword(i) != u"TRACKDB") ++i;
-  if (++i >= pieces.size() || pieces[i].Units != u"(") throw Failure();
+  while (pieces[i].Units != u"TRACKDB") {
+    if (++i == pieces.size()) throw Failure();
+  }
+  if (pieces[++i].Units != u"(") throw Failure();
   int depth = 1;
   while (++i < pieces.size()) {
-    const Text word = keyword(i);
-    if (word == u"(" && depth > 0) ++depth;
-    if (word == u")" && depth > 0) --depth;
+    const Text& word = pieces[i].Units;
+    if (depth > 0) depth += word == u"(" ? 1 : word == u")" ? -1 : 0;
     if (word != u"TRVECTORSECTIONS" && word != u"TRJUNCTIONNODE") continue;
-    if (depth == 0) throw Failure();
     const std::vector<Piece> fields = Fields_Of(pieces, i);
-    if (word == u"TRJUNCTIONNODE") {
-      if (fields.size() < 2) throw Failure();
-      numbers.emplace_back(fields[1], false);
+    const bool is_vector = word == u"TRVECTORSECTIONS";
+    const std::size_t size = fields.size();
+    if (depth == 0 || size < (is_vector ? 1 : 2)) throw Failure();
+    if (!is_vector) {
+      move_shape(fields[1]);
       continue;
     }
-    if (fields.empty() || Only_Number(fields[0].Units) * 16 != Double(fields.size() - 1) ||
-        fields.size() % 16 != 1) {
-      throw Failure();
-    }
-    for (std::size_t j = 1; j < fields.size(); j += 16) {
-      numbers.emplace_back(fields[j], true);
-      numbers.emplace_back(fields[j + 1], false);
+    if (size % 16 != 1 || Only_Number(fields[0].Units) * 16 != Double(size - 1)) throw Failure();
+    for (std::size_t j = 1; j < size; j += 16) {
+      move(fields[j], own.Sections, section_delta, result.Section_Count);
+      move_shape(fields[j + 1]);
     }
   }
   if (depth != 0) throw Failure();
-  for (auto number = numbers.rbegin(); number != numbers.rend(); ++number) {
-    const auto& [field, is_section] = *number;
-    const Double id = Only_Number(field.Units);
-    if (!(is_section ? own.Sections : own.Shapes).Has(id)) continue;
-    result.Output.replace(field.At, field.Units.size(),
-                          Trim_Text(Number_Text(id + (is_section ? section_delta : shape_delta))));
-    ++(is_section ? result.Section_Count : result.Shape_Count);
-  }
   return result;
 }
 

@@ -43,9 +43,10 @@ expect_empty() {
 expect_same() { diff -r "$@" || fail "${*: -2:1} and ${*: -1} differ"; }
 
 # Starts a script of the console program in $programs on msts that is given its lines by `tell`, which
-# waits until they have been carried out; leaves the file complained.
+# waits until they have been carried out; leaves the file complained. It is killed after SECONDS:
+# start_script [SECONDS].
 start_script() {
-  coproc timeout 200 "$programs/rivelt-cli" --root msts script - 2>complained
+  coproc timeout "${1:-200}" "$programs/rivelt-cli" --root msts script - 2>complained
   scripted=$COPROC_PID
   exec 3>&"${COPROC[1]}" 4<&"${COPROC[0]}" # which bash closes when the program ends
   eval "exec ${COPROC[1]}>&-"

@@ -129,17 +129,5 @@ A_World_Folder_That_Cannot_Be_Written_Is_Rolled_Back_When_It_Can() {
   expect_rolled_back_at_start
 }
 
-A_World_Folder_On_Another_Disk_Is_Updated_And_Restored() {
-  sample
-  mkdir disk
-  mount_or_skip -t tmpfs tmpfs disk
-  mv $world disk/
-  ln -s "$work/disk/World" $world
-  expect_update_works
-  expect_nothing_stray
-  cli restore Ambrewick --yes
-  expect_same before/Routes msts/Routes
-}
-
 "$2"
 finish

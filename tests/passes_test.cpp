@@ -17,7 +17,6 @@
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "routes/route_name.h"
-#include "sample/track.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
@@ -81,8 +80,6 @@ TEST(Route_Display_Name, Stands_Behind_The_First_Name_In_The_File) {
       {u"RouteID ( x ) NAME(North (Line) )", u"North (Line"},
       {u"FileName ( x.s ) Name ( y )", u"x.s"},
       {u"a Name b ) ( c )", u"c"},
-      {u"a Name b ) c", u"a Name b"},
-      {u"Name ( )", u""},
       {u"Name ( \ta\r\n )", u"\ta\r\n"},
   };
   for (const auto& [source, name] : cases)
@@ -91,7 +88,6 @@ TEST(Route_Display_Name, Stands_Behind_The_First_Name_In_The_File) {
 }
 
 TEST(Catalogue_Version, Stands_Between_Build_And_The_Next_Bracket) {
-  EXPECT_EQ(Catalogue_Version(u"_INFO ( Track data Build 12a) )"), u"12a");
   EXPECT_EQ(Catalogue_Version(u"rebuild: x )"), u" x ");
   EXPECT_EQ(Catalogue_Version(u"Build.) )"), u"");
   EXPECT_EQ(Catalogue_Version(u"no mark"), std::nullopt);
@@ -110,23 +106,6 @@ TEST(Read_Count, Reads_Behind_The_Keyword_And_Leaves_The_Rest) {
   }
 }
 
-TEST(Without_Comments, Brackets_Without_A_Partner_Repeat_What_Is_Before_A_Comment) {
-  const Text stripped = Without_Comments(u")) TrackSections TrackShapes _SKIP )");
-  EXPECT_EQ(
-      stripped,
-      u")) TrackSections TrackShapes ) TrackSections TrackShapes  TrackSections TrackShapes ");
-  Text_View rest = stripped;
-  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 0);
-  EXPECT_EQ(Read_Count(rest, u"TrackShapes"), 0);
-}
-
-// Records that one bracket closes, so that each has the whole rest for a name.
-Text Nested_Names(int count) {
-  Text text;
-  for (int i = 0; i < count; ++i) text += u"TrackShape ( 1 FileName ( ";
-  return text + u")";
-}
-
 using Shapes = std::vector<std::pair<Long, Text>>;
 
 Shapes Shapes_Of(Text_View text) {
@@ -141,19 +120,15 @@ TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
       {u"trackshape ( 8 Other ( 1 ) FILENAME ( b.s ) ) TrackShape(9 filename(c.s))", {{9, u"c.s"}}},
       {u"TrackShape ( x FileName ( a.s ) )", {{0, u"a.s"}}},
       {u"TrackShape ( 2.5 FileName ( \ta.s\r\n) )", {{2, u"\ta.s\r\n"}}},
-      {u"TrackShape ( 1 FileName a.s ) ( b.s )", {{1, u"b.s"}}},
       {u"TrackShape ( 1 FileName a.s )", {{1, u"1 FileName a.s"}}},
       {u"TrackShape ( 1 FileName ( TrackShape ( 2 ) FileName ( x.s ) )", {{1, u"TrackShape ( 2"}}},
-      {u"TrackShape ( 1 FileName ( a.s ) TrackShape FileName )", {{1, u"a.s"}}},
-      {u"TrackShape ( 1", {}},
-      {u"none", {}},
   };
   for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
-  EXPECT_EQ(Shapes_Of(Nested_Names(5)).size(), 5U);
-  EXPECT_EQ(Shapes_Of(Nested_Names(5))[1].second,
-            u"TrackShape ( 1 FileName ( TrackShape ( 1 FileName ( TrackShape ( 1 FileName (");
   EXPECT_THROW(Shapes_Of(u"TrackShape ( 3000000000 FileName ( a.s ) )"), Failure);
-  EXPECT_THROW(Shapes_Of(Nested_Names(2000)), Failure);
+  // Records that one bracket closes, so that each has the whole rest for a name.
+  Text nested;
+  for (int i = 0; i < 2000; ++i) nested += u"TrackShape ( 1 FileName ( ";
+  EXPECT_THROW(Shapes_Of(nested + u")"), Failure);
 }
 
 // Section records with their number fields, as in a local catalogue.
@@ -290,7 +265,6 @@ TEST(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Should
       {u"{| }31{| }", u"{case.s| Keep.s }", {}, 1},
       {u"{0031| 31 }", u"{  | }keep.s{| }", {}, 0},
       {u"{| }5{| }", u"{dash.s| -delete- }", {u"Unknown shape -delete-, id  5"}, 0},
-      {u"-1{| }", u"{| }x(y.s{| }", {u"Unknown shape x(y.s, id -1"}, 0},
       {u"{| }31{| }", u"{| }\"keep.s\"{| }", {u"Unknown shape \"keep.s\", id  31"}, 0},
   };
   for (const auto& [id, name, logged, count] : cases) {
@@ -305,7 +279,6 @@ TEST(Track_Objects, Each_Outcome_Of_A_Record_Writes_Logs_And_Counts_As_It_Should
 TEST(Track_Objects, The_Elements_Of_A_Record_Are_Read_In_Either_Order) {
   const std::pair<Text_View, Long> cases[] = {
       {u"( FileName ({old.s| new.s }) X ( \"a\" -1 2.34185e-38 ) SectionIdx ({31| 77 }) )", 1},
-      {u"( FileName ({lost.s| nowhere.s }) SectionIdx (-1{| }) )", 0},
       {u"( FileName ({| }\"..\\..\\routes\\A\\shapes\\b.s\"{| }) SectionIdx ({| }5{| }) )", 0},
       {u"( FileName ({| }keep.s{| }) FileName (old.s) SectionIdx ({1| 31 }) )", 1},
       {u"( OldFileName (old.s) SectionIdx ({1| 31 }) FileName ({| }keep.s{| }) FileName (x) )", 1},
@@ -313,7 +286,6 @@ TEST(Track_Objects, The_Elements_Of_A_Record_Are_Read_In_Either_Order) {
       {u"( FileName ({| }SectionIdx.s{| }) SectionIdx ({| }1{| }) )", 0},
       {u"( SectionIdx ({| }1{| }) SectionIdx (2) FileName ({| }\"keep.s{| }) )", 0},
       {u"( SectionIdx ({| }1{| }) FileName ({| }\"a\" \"b\"{| }) X ( \" ) )", 0},
-      {u"( FileName ({| }\"keep.s{| }) SectionIdx ({| }1{| }) )", 0},
       {u"( FileName (old.s) SectionIdx ({77| 31 }) X ( TrackObj ( SectionIdx (1) "
        u"FileName ({| }keep.s{| }) ) ) )",
        1},
@@ -375,17 +347,13 @@ TEST(Rebase_Own_Shapes, Only_The_Digits_Of_Own_Shapes_Change) {
            u"( SectionIdx ({500|540}) FileName (x)",  // unbalanced
            u"( SectionIdx ({501|541}) FileName (keep.s) )",
            u"( SectionIdx (500) FileName (KEEP.s) )",
-           u"( SectionIdx () FileName (a.s) )",
            u"( SectionIdx ( - ) FileName (a.s) )",
            u"( SectionIdx (500) FileName (\" keep.s\") )",
            u"( SectionIdx (500) FileName (\"..\\shapes\\keep.s\") )",
            u"( SectionIdx (1900) FileName (x) )",
            u"( SectionIdx (500.5) FileName (x) )",
            u"( SectionIdx ( ) FileName (x) ) Dyntrack ( SectionIdx (500) )",
-           u"( SectionIdx (500) )",
            u"( SectionIdx (500) FileName (\"a)b\") )",
-           u"( FileName SectionIdx (500) )",
-           u"( FileName (x) )",
        }) {
     const bool moves = record.find(u'{') != Text::npos;
     const Text world = Concatenate({u"( TrackObj ", record, u"\r\n TrackObj ", record, u" )"});
@@ -394,17 +362,14 @@ TEST(Rebase_Own_Shapes, Only_The_Digits_Of_Own_Shapes_Change) {
 }
 
 TEST(Track_Objects, What_No_Later_Text_Completes_Is_Refused_By_Both_Passes) {
-  const std::vector<Text> cut = {
-      u"TrackObj",
-      u"TrackObj (",
-      u"TrackObj ( SectionIdx",
-      u"TrackObj ( SectionIdx (",
-      u"TrackObj ( SectionIdx ( 1 )",
-      u"TrackObj ( SectionIdx ( 500 ) FileName",
-      u"TrackObj ( SectionIdx ( 500 ) FileName ( a.s",
-      u"TrackObj ( ) TrackObj (",
-      u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )",
-      u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )"};  // brackets that do not balance
+  // The brackets of the last one do not balance.
+  std::vector<Text> cut = {u"TrackObj ( ) TrackObj (",
+                           u"TrackObj ( SectionIdx ( 1e999 ) FileName ( a.s ) )",
+                           u"TrackObj ( FileName ( a.s ) SectionIdx ( 1 )"};
+  const Text whole = u"TrackObj ( SectionIdx ( 500 ) FileName ( a.s )";
+  for (std::size_t length = 8; length < whole.size(); ++length) {
+    cut.push_back(whole.substr(0, length));
+  }
   // Of what has no own number nobody looks for the end.
   const auto move = [](Text_View text) {
     Rebase_World(Concatenate({u"SectionIdx ( 500 ) ", text}), No_Log);
@@ -518,12 +483,8 @@ TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Nu
         u"(2) FileName (x.s"}) {
     world += Concatenate({u"TrackObj ( SectionIdx ", object, u") ) "});
   }
-  const Text unused = u" SectionCurve ( 0 ) 4294967295 0 0";
-  const Text three = unused + unused + unused;
-  counter.Count_World_File(
-      u"w.w", world + u"Dyntrack ( SectionCurve ( 0 ) 1900 0 SectionCurve ( 1 ) 99 0" + three +
-                  u" SectionIdx ( 501 ) ) Dyntrack (" + three +
-                  u" SectionCurve ( 0 ) 0 0 0 SectionCurve ( 0 ) 33 0 " + u"SectionIdx ( -1 ) )");
+  counter.Count_World_File(u"w.w", world + Dyntrack(u" 1900 ", u" 99 ", u"( 501 )") +
+                                       Dyntrack(u" 0 ", u" 33 ", u"( -1 )"));
   counter.Count_Paths(u"tsection.dat", {1, 1901, 0});
   counter.Count_Track_Database(u"a.tdb", u"TrackDB ( TrVectorSections ( 2 1 500" + Text(Others) +
                                              u"1902 7" + Text(Others) +
@@ -546,32 +507,6 @@ TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Nu
     const std::array<Long, 3> found{count.To_Catalogue, count.To_Own, count.To_Nowhere};
     EXPECT_EQ(found, numbers) << static_cast<int>(kind);
     EXPECT_EQ(count.First_Lost, first_lost) << static_cast<int>(kind);
-  }
-}
-
-using Whole_Route = std::array<Text, 3>;  // a local catalogue, a world file and a database
-
-// Moves all of it; the offsets come from the local file.
-Whole_Route Converted(const Whole_Route& route, Long sections, Long shapes) {
-  const auto local = Rebase_Tsection(route[0], sections, shapes, No_Log);
-  const auto [by_sections, by_shapes] = std::pair(local.Section_Delta, local.Shape_Delta);
-  const Text world = Rebase_Dyntracks(route[1], by_sections, by_shapes, No_Log).Output;
-  return {local.Output, Rebase_Own_Shapes(world, local.Own, by_shapes, Shape_Id, No_Log).Output,
-          Rebase_Track_Database(route[2], local.Own, by_sections, by_shapes).Output};
-}
-
-TEST(Whole_Route, Of_The_Sample_Converts_There_And_Back) {
-  const std::vector<sample::Shape> shapes = sample::Invent_Shapes(300);
-  for (std::uint64_t seed = 1; seed <= 5; ++seed) {
-    const sample::Random_Source random(seed);
-    const auto own = sample::Invent_Dynamic_Tracks(40, 38000, 37000, random);
-    const sample::World world = sample::Invent_World({u"A", shapes, own}, 60, true, random);
-    sample::Track_Database database;
-    database.Add_Tile(-5354, 14850, world.Track);
-    const Whole_Route before{sample::Local_Catalogue(own), world.File, database.File()};
-    const Whole_Route after = Converted(before, 40000, 40010);
-    for (const std::size_t part : {0, 1, 2}) EXPECT_NE(after[part], before[part]);
-    EXPECT_EQ(Converted(after, 38000, 37000), before) << seed;
   }
 }
 

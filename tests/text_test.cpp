@@ -125,6 +125,7 @@ TEST(Strip_Blocks, The_Blocks_Of_The_Tag_Go_And_All_Else_Stays) {
       {u"x _SKIP words ( a ) b", u"x  b"},
       {u"x _SKIP y ) z", u"x  z"},             // no "(": the walk starts at the front
       {u"a ) b _SKIP y ) z", u"a ) b  b  z"},  // a surplus ")" there is where it ends
+      {u")) long before _SKIP )", u")) long before ) long before  long before "},
   };
   for (const auto& [source, stripped] : cases) {
     EXPECT_EQ(Strip_Blocks(source, u"_SKIP"), stripped) << To_Utf8(source);
