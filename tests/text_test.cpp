@@ -89,8 +89,6 @@ TEST(Round_Long, Halves_Go_To_The_Even_Neighbour_And_The_Range_Is_A_Longs) {
 }
 
 TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
-  EXPECT_EQ(Walk_Block(u"a ( b ( c ) ( ) ) d )", 3), 17);
-  EXPECT_EQ(Walk_Block(u"x ) y", 0), 3);
   EXPECT_THROW(Walk_Block(u"( ( )", 1), Failure);
   for (Position length = 0; length < 200; ++length) {
     const Text inside(static_cast<std::size_t>(length), u'x');
