@@ -90,7 +90,7 @@ class Out_Of_Memory : public testing::Test {
     window.Save_File_Names.push_back(u"\\train\\log.txt");
     for (const Control button : {cmdCheck, cmdUpdate, cmdSave}) {
       Do_Part([&] { window.Press(button); });
-      Look(window);
+      Look(train, window);
     }
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
     Memory_Files files(train.Disk);
@@ -100,7 +100,7 @@ class Out_Of_Memory : public testing::Test {
   }
 
   // What a user sees, which must hold a message.
-  void Look(const Memory_Window& window) {
+  void Look(const Installation& train, const Memory_Window& window) {
     bool has_message = !window.Boxes().empty();
     for (const Text_View end :
          {u"check/update\r\n", u"before updating\r\n", u"Finished updating \r\n",
@@ -111,6 +111,11 @@ class Out_Of_Memory : public testing::Test {
     EXPECT_EQ(window.Shown_Pointer(), Pointer::Default) << "allocation " << Failing;
     Seen += window.Log();
     for (const auto& box : window.Boxes()) Seen += box.Message;
+    for (const Text_View folder : {u"\\train\\Quenby\\backup\\A", u"\\train\\Quenby\\tmp"}) {
+      for (const bool folders : {true, false}) {
+        Seen += Number_Text(static_cast<Double>(train.Disk.In_Folder(folder, folders).size()));
+      }
+    }
   }
 
   // A session, and a start with enough memory after it. False: it needs fewer allocations.
@@ -120,7 +125,7 @@ class Out_Of_Memory : public testing::Test {
     Counting_Window window;
     Seen.clear();
     Start(train, window);
-    Look(window);
+    Look(train, window);
     if (!only_starts) Use_All_Commands(train, window);
     const bool has_failed = Count >= Failing;
     train.Disk.Locked_Folders->clear();
@@ -149,7 +154,7 @@ class Out_Of_Memory : public testing::Test {
   }
 
   const Text Local = u"routes\\A\\tsection.dat";
-  Text Seen;  // what is on the screen after each part
+  Text Seen;  // what is on the screen and below Quenby after each part
   // Too long for a string without an allocation; separators in a row are like one.
   Fixed_Registry Registry_Value{"\\train" + std::string(20, '\\')};
   std::optional<Installation> Unfinished;  // with an update that was stopped between its moves

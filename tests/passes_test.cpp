@@ -123,7 +123,7 @@ TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
       {u"TrackShape ( 1 FileName a.s ) ( b.s )", {{1, u"b.s"}}},
       {u"TrackShape ( 1 FileName a.s )", {{1, u"1 FileName a.s"}}},
       {u"TrackShape ( 1 FileName ( a.s ) TrackShape FileName )", {{1, u"a.s"}}},
-      {u"TrackShape ( 1 TrackShape ( 2 ) FileName ( a.s )", {}},
+      {u"TrackShape ( 1 )", {}},
       {u"TrackShape ( 1 FileName ( TrackShape ( 2 ) FileName ( x.s ) )", {{1, u"TrackShape ( 2"}}},
   };
   for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
