@@ -85,7 +85,7 @@ TEST(Round_Long, Halves_Go_To_The_Even_Neighbour_And_The_Range_Is_A_Longs) {
 TEST(Walk_Block, Ends_On_The_Balancing_Bracket_Or_Fails) {
   EXPECT_THROW(Walk_Block(u"( ( )", 1), Failure);
   for (Position length = 0; length < 200; ++length) {
-    const Text inside(static_cast<std::size_t>(length), u'x');
+    const Text inside(static_cast<std::size_t>(length), u'*');
     ASSERT_EQ(Walk_Block(u"((" + inside + u")" + inside + u")", 1), 2 * length + 4);
   }
 }
