@@ -1,7 +1,7 @@
 // What the files of every machine do.
 
 #include <chrono>
-#include <string>
+#include <numeric>
 #include <thread>
 
 #include "files_fixture.h"
@@ -35,13 +35,19 @@ TEST_F(Files_Contract, ReadAll_Every_Kind_Of_Start_And_End_Gives_The_Units) {
 }
 
 TEST_F(Files_Contract, Write_In_Parts_Gives_One_Mark_And_Narrow_Text_None_And_Every_Unit_Survives) {
-  Text every_unit(0x10000, u'\0');
-  for (std::size_t i = 0; i < every_unit.size(); ++i) every_unit[i] = static_cast<char16_t>(i);
+  Text every_unit(1'500'000, u'\0');
+  std::iota(every_unit.begin(), every_unit.end(), u'\0');
   const auto wide = Files().CreateTextFile(Path(u"wide"), true, true);
   for (const Text_View part : {Text_View(u"A"), Text_View(every_unit)}) wide->Write(part);
   wide->Close();
   EXPECT_EQ(Machine.Bytes(u"wide").substr(0, 8), "\xFF\xFE"s + "A\0\0\0\1\0"s);
-  EXPECT_EQ(Read(Path(u"wide")), u"A" + every_unit);
+  EXPECT_TRUE(Read(Path(u"wide")) == u"A" + every_unit);
+  std::string bytes;
+  Files().GetFile(Path(u"wide"))->Read_Bytes([&](std::string_view piece) {
+    EXPECT_LE(piece.size(), std::size_t{1} << 20);
+    bytes += piece;
+  });
+  EXPECT_TRUE(Machine.Bytes(u"wide") == bytes);
   Write(Path(u"narrow"), u"A\r\n");
   EXPECT_EQ(Machine.Bytes(u"narrow"), "A\r\n");
 }
@@ -100,7 +106,6 @@ TEST_F(Files_Contract, Paths_Of_Any_Letters_In_Other_Case_And_With_Either_Separa
   }
   for (const Text path : {u"äst\\ÄST", u"ÄST/äst", u"\\äst\\\\äst", u"äST\\.\\..\\äst/äst"})
     EXPECT_EQ(Read(Path(path)), u"x");
-  EXPECT_TRUE(Files().FolderExists(Path(u"äST")));
   EXPECT_EQ(Files().GetFolder(Path(u"äST\\"))->name(), u"Äst") << "as it is on disk";
   EXPECT_EQ(Files().GetFile(Path(u"äST\\äst"))->name(), u"Äst");
 
@@ -230,7 +235,6 @@ TEST_F(Files_Contract, A_Second_Name_Is_Of_The_Same_File_And_A_Copy_Or_A_Replace
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   Machine.Plant(u"moved", "in place");
   EXPECT_EQ(state(u"kept").Identity, first.Identity);
-  EXPECT_EQ(state(u"kept").Size, 8u);
   EXPECT_GT(state(u"kept").Modified, first.Modified);
   Write(Path(u"moved"), u"a file of its own");
   EXPECT_NE(state(u"moved").Identity, first.Identity);
@@ -239,20 +243,6 @@ TEST_F(Files_Contract, A_Second_Name_Is_Of_The_Same_File_And_A_Copy_Or_A_Replace
   EXPECT_EQ(Machine.Names_In(u""), Names({u"copy", u"kept", u"third"}));
   EXPECT_EQ(Machine.Bytes(u"kept"), "in place");
   EXPECT_EQ(Machine.Bytes(u"copy"), "first");
-}
-
-TEST_F(Files_Contract, Read_Bytes_Gives_Every_Byte_Once_In_Pieces_Of_A_Megabyte_At_Most) {
-  std::string long_one;
-  while (long_one.size() < 3'000'000) long_one += std::to_string(long_one.size());
-  for (const std::string& bytes : {""s, "\xFF\xFE"s + "A\0\xE9"s, long_one}) {
-    Machine.Plant(u"a.w", bytes);
-    std::string read;
-    Files().GetFile(Path(u"a.w"))->Read_Bytes([&](std::string_view piece) {
-      EXPECT_LE(piece.size(), std::size_t{1} << 20);
-      read += piece;
-    });
-    EXPECT_TRUE(read == bytes) << bytes.size();
-  }
 }
 
 TEST_F(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {

@@ -438,7 +438,7 @@ TEST(Rebase_Track_Database, What_Is_Cut_Or_Not_Of_The_Form_Is_Refused) {
                                 u") TrJunctionNode ( 0 500 0 ) (", u") TrVectorSections ( 0 ) ("}) {
     refused.push_back(Database(nodes));
   }
-  Expect_Refused([](Text_View text) { Rebase_Track_Database(text, Own, 100, 40); }, refused);
+  Expect_Refused([](Text_View text) { Rebase_Track_Database(Text(text), Own, 100, 40); }, refused);
 }
 
 TEST(Trk_Database_Name, Is_A_Plain_Name_In_The_First_FileName_Of_Its_Own) {

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "app/frm_main.h"
 #include "app/places.h"
 #include "convert/whole_route.h"
@@ -25,9 +27,10 @@ void frmMain::Convert_Database(Text_View name) {
     return;
   }
   const File_State state = file->State();
-  const Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  Text text = file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(Concatenate({NL, file->name()}));
-  const Rebased_Database rebased = Rebase_Track_Database(text, Own, Section_Delta, Shape_Delta);
+  const Rebased_Database rebased =
+      Rebase_Track_Database(std::move(text), Own, Section_Delta, Shape_Delta);
   Add_Line(Concatenate({Number_Text(rebased.Section_Count), u" section numbers,",
                         Number_Text(rebased.Shape_Count), u" shape numbers"}));
   if (rebased.Section_Count == 0 && rebased.Shape_Count == 0) return;

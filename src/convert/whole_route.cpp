@@ -1,5 +1,6 @@
 #include "convert/whole_route.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -13,9 +14,30 @@
 namespace rivelt {
 namespace {
 
-Text Moved(Double number, Long delta) {
-  return Text(Trim_Text(Number_Text(number + delta)));
-}
+// A text in which numbers are written anew: in place as long as none gets shorter or longer.
+class Renumbered_Text {
+ public:
+  explicit Renumbered_Text(Text text) : Source(std::move(text)) {}
+
+  Text_View View() const { return Source; }
+
+  // The number is a view into the text, and comes after the numbers replaced so far.
+  void Replace(Text_View number, Double id, Long delta) {
+    const Text moved(Trim_Text(Number_Text(id + delta)));
+    if (!Copy && moved.size() == number.size()) {
+      std::ranges::copy(moved, Source.begin() + (number.data() - Source.data()));
+      return;
+    }
+    if (!Copy) Copy.emplace(Source);
+    Copy->Replace(number, moved);
+  }
+
+  Text Finish() { return Copy ? Copy->Finish() : std::move(Source); }
+
+ private:
+  Text Source;
+  std::optional<Rewritten_Text> Copy;
+};
 
 // Most files have no own shape after any "SectionIdx", and need no closer look.
 bool May_Have_Own_Shapes(Text_View text, const Number_Set& own) {
@@ -61,16 +83,14 @@ void Read_Own_Numbers(Text_View text, const Own_Numbers& own, const Take& take) 
 Passed_World Rebase_Own_Shapes(Text text, const Own_Numbers& own, Long shape_delta,
                                const std::function<Long(Text_View)>& shape_id,
                                const Log_Line& log) {
-  std::optional<Rewritten_Text> output;
+  Renumbered_Text output(std::move(text));
   Long count = 0;
-  Read_Own_Shapes(text, own, shape_id, [&](Text_View number, Double id) {
-    if (!output) output.emplace(text);
-    output->Replace(number, Moved(id, shape_delta));
+  Read_Own_Shapes(output.View(), own, shape_id, [&](Text_View number, Double id) {
+    output.Replace(number, id, shape_delta);
     ++count;
   });
-  if (!output) return {std::move(text), 0};
-  log(Number_Text(count) + u" track objects of the route's own shapes");
-  return {output->Finish(), count};
+  if (count != 0) log(Number_Text(count) + u" track objects of the route's own shapes");
+  return {output.Finish(), count};
 }
 
 Long Count_Own_Shapes(Text_View text, const Own_Numbers& own,
@@ -80,12 +100,12 @@ Long Count_Own_Shapes(Text_View text, const Own_Numbers& own,
   return count;
 }
 
-Rebased_Database Rebase_Track_Database(Text_View text, const Own_Numbers& own, Long section_delta,
+Rebased_Database Rebase_Track_Database(Text text, const Own_Numbers& own, Long section_delta,
                                        Long shape_delta) {
-  Rewritten_Text output(text);
+  Renumbered_Text output(std::move(text));
   Rebased_Database rebased;
-  Read_Own_Numbers(text, own, [&](const Database_Number& number, bool is_section) {
-    output.Replace(number.Field, Moved(number.Value, is_section ? section_delta : shape_delta));
+  Read_Own_Numbers(output.View(), own, [&](const Database_Number& number, bool is_section) {
+    output.Replace(number.Field, number.Value, is_section ? section_delta : shape_delta);
     ++(is_section ? rebased.Section_Count : rebased.Shape_Count);
   });
   rebased.Output = output.Finish();

@@ -33,7 +33,7 @@ struct Rebased_Database {
 
 // Over a .tdb or .rdb: adds section_delta to the route's own section ids and shape_delta to its own
 // shape ids. Failure: a text that is not of the form that Read_Track_Database reads.
-Rebased_Database Rebase_Track_Database(Text_View text, const Own_Numbers& own, Long section_delta,
+Rebased_Database Rebase_Track_Database(Text text, const Own_Numbers& own, Long section_delta,
                                        Long shape_delta);
 
 // The numbers that Rebase_Track_Database would move, with the same failures.
