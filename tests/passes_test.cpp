@@ -17,6 +17,7 @@
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "routes/route_name.h"
+#include "sample/track.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
@@ -503,6 +504,32 @@ TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Nu
     const std::array<Long, 3> found{count.To_Catalogue, count.To_Own, count.To_Nowhere};
     EXPECT_EQ(found, numbers) << static_cast<int>(kind);
     EXPECT_EQ(count.First_Lost, first_lost) << static_cast<int>(kind);
+  }
+}
+
+using Whole_Route = std::array<Text, 3>;  // a local catalogue, a world file and a database
+
+// Moves all of it; the offsets come from the local file.
+Whole_Route Converted(const Whole_Route& route, Long sections, Long shapes) {
+  const auto local = Rebase_Tsection(route[0], sections, shapes, No_Log);
+  const auto [by_sections, by_shapes] = std::pair(local.Section_Delta, local.Shape_Delta);
+  const Text world = Rebase_Dyntracks(route[1], by_sections, by_shapes, No_Log).Output;
+  return {local.Output, Rebase_Own_Shapes(world, local.Own, by_shapes, Shape_Id, No_Log).Output,
+          Rebase_Track_Database(route[2], local.Own, by_sections, by_shapes).Output};
+}
+
+TEST(Whole_Route, Of_The_Sample_Converts_There_And_Back) {
+  const std::vector<sample::Shape> shapes = sample::Invent_Shapes(300);
+  for (std::uint64_t seed = 1; seed <= 5; ++seed) {
+    const sample::Random_Source random(seed);
+    const auto own = sample::Invent_Dynamic_Tracks(40, 38000, 37000, random);
+    const sample::World world = sample::Invent_World({u"A", shapes, own}, 60, true, random);
+    sample::Track_Database database;
+    database.Add_Tile(-5354, 14850, world.Track);
+    const Whole_Route before{sample::Local_Catalogue(own), world.File, database.File()};
+    const Whole_Route after = Converted(before, 40000, 40010);
+    for (const std::size_t part : {0, 1, 2}) EXPECT_NE(after[part], before[part]);
+    EXPECT_EQ(Converted(after, 38000, 37000), before) << seed;
   }
 }
 

@@ -95,7 +95,8 @@ class Recovery_Of_One {
   void Put_Back(const Journal_File& file) {
     bool has_place = false;
     std::vector<Update_Folder::Holder> holders = Folder.Holders_Of(file);
-    std::ranges::partition(holders, [](const auto& holder) { return holder.Kind == Found::Other; });
+    std::partition(holders.begin(), holders.end(),
+                   [](const auto& holder) { return holder.Kind == Found::Other; });
     for (const Update_Folder::Holder& holder : holders) {
       if (holder.Kind == Found::New) {
         holder.Held->Delete(true);

@@ -46,6 +46,7 @@ std::vector<Text> Database_Names(const Folder& route_folder) {
   const auto name = Trk_Database_Name(Trk_Text(route_folder).value_or(u""));
   if (!name) return {};
   std::vector<Text> names;
+  names.reserve(places::Database_Endings.size());
   for (const Text_View ending : places::Database_Endings)
     names.push_back(Concatenate({*name, ending}));
   return names;
