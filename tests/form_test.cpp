@@ -87,9 +87,6 @@ TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message) {
     Start(window, Registry_Value, train);
     EXPECT_EQ(window.Log(), Concatenate({message, u"\r\n", Standard_Line})) << situation;
   }
-}
-
-TEST_F(Form, A_Form_Without_Files_Could_Not_Be_Loaded) {
   Window.Start(Registry_Value, []() -> std::unique_ptr<File_System_Object> { throw Failure(); });
   EXPECT_EQ(Log(), Concatenate({u"Could not load Rivelt!\n", Standard_Line}));
 }
@@ -359,14 +356,6 @@ TEST_F(Whole_Conversion, A_Route_Already_In_Line_Stages_No_Database_And_Fails_At
   EXPECT_TRUE(Log().ends_with(No_Update));
 }
 
-TEST_F(Small_Installation, Update_Moves_Nothing_That_Was_Staged_Without_The_Lock) {
-  Window.Press(cmdCheck);
-  Train.Disk.Remove(u"\\train\\Quenby");
-  Train.Put(u"Quenby\\tmp\\w-1.w", u"of another program");
-  Window.Press(cmdUpdate);
-  EXPECT_EQ(Train.Content(u"routes\\A\\world\\w-1.w"), Small_World(u"300", u"360"));
-}
-
 // Each update fails between its two files: a folder is in the place of the second.
 TEST_F(Small_Installation,
        A_Start_Rolls_Back_Each_Route_On_Its_Own_And_One_That_Fails_Holds_Up_None) {
@@ -392,6 +381,9 @@ TEST_F(Small_Installation,
   const auto updates = Train.Disk.In_Folder(u"\\train\\Quenby\\backup\\D", true);
   Train.Disk.Remove(updates.at(0).Path + u"\\tsection.dat");
   Train.Put(u"Quenby\\backup\\Old.unfinished\\w-1.w", u"of the older form");
+  Memory_Window second;
+  Start(second, Registry_Value, Train);
+  EXPECT_EQ(second.Log().find(u"nfinished update"), Text::npos) << "the first one is still at work";
   Train.Disk.Locked_Folders->clear();
 
   Start();
