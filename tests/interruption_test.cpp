@@ -169,9 +169,9 @@ class Interruption : public testing::Test {
   }
 
   // Interrupts the work by each fault at each operation, or at every few of them, others for each
-  // fault, and hands over what that leaves. Gives the number of operations.
+  // fault, and hands over what that leaves.
   template <class Look>
-  static int Sweep(Installation whole, int stride, const Work& work, const Look& look) {
+  static void Sweep(Installation whole, int stride, const Work& work, const Look& look) {
     const Installation before = whole;
     const int operations = Session(whole).Run(work).Count;
     for (const Fault fault : {Fault::Failure, Fault::Process_Ends, Fault::Power_Lost,
@@ -185,7 +185,6 @@ class Interruption : public testing::Test {
         look(train, fault, operation);
       }
     }
-    return operations;
   }
 
   // Two states of the route that differ in the letter case of names only are one.
@@ -296,7 +295,7 @@ TEST_F(Interruption, Any_Operation_Of_Check_And_Update_Leaves_The_Route_Whole_Af
       EXPECT_TRUE(Route_Of(train) == found ||
                   std::ranges::count(train.Staged(), Text(u".rivelt-1")) == 0);
     };
-    RecordProperty("operations", Sweep(Made(apart), 1, Check_And_Update_Twice, look));
+    Sweep(Made(apart), 1, Check_And_Update_Twice, look);
     EXPECT_GT(unfinished, 50);  // or the sweep has missed what it is for
   }
 }
@@ -343,7 +342,6 @@ TEST_F(Interruption, What_A_Person_Changes_Before_The_Program_Goes_On_Is_Never_L
     Sweep(whole, Stride, Check_And_Update_Twice, play);
   }
   EXPECT_GT(played, 500);
-  RecordProperty("played", played);
 }
 
 // Three updates, with a tile added after each and one removed after the first.

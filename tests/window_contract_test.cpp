@@ -149,11 +149,13 @@ TEST_F(Window_Contract,
   }
   EXPECT_TRUE(User->Visible());
   Train.Put(u"routes\\Second to none\\OpenRails\\tsection.dat", u"");
+  User->Press(optDynamic_1);  // so that everything is enabled
   User->Press(cmdCheck);
   EXPECT_TRUE(Log().ends_with(Standard_Line));
   User->Toggle_Whole_Route();
   EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{false, true, {}}));
-  User->Press(optDynamic_1);
+  User->Press(optDynamic_0);
+  EXPECT_TRUE(User->Selected(optDynamic_1));
   EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
 }
 
