@@ -204,16 +204,13 @@ class Interruption : public testing::Test {
 
   // Files that no person wrote are on one numbering.
   static bool Is_On_One_Numbering(const Route_State& route) {
-    Route_State old_files = Folded(Before);
-    Route_State new_files = Folded(After);
-    bool has_old = false;
-    bool has_new = false;
-    for (const auto& [path, content] : Folded(route)) {
-      if (old_files[path] == new_files[path]) continue;
-      has_old = has_old || content == old_files[path];
-      has_new = has_new || content == new_files[path];
-    }
-    return !(has_old && has_new);
+    const auto has_any_of = [&](Route_State state, Route_State other) {
+      return std::ranges::any_of(Folded(route), [&](const auto& file) {
+        return file.second == state[file.first] && file.second != other[file.first];
+      });
+    };
+    return !(has_any_of(Folded(Before), Folded(After)) &&
+             has_any_of(Folded(After), Folded(Before)));
   }
 
   // Interrupts an update, lets the person act and the program go on, and looks at what is left.
