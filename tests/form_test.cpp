@@ -307,7 +307,7 @@ TEST_F(Whole_Conversion, Stages_Nothing_If_The_Local_File_Cannot_Be_Staged_Or_Is
   Train.Put(u"routes\\A\\tsection.dat", Moved_Local).Put(u"routes\\A\\world\\w-9.w", u"JINX0w0b");
   Window.Select(optDynamic_1);
   Window.Press(cmdCheck);
-  EXPECT_TRUE(Log().ends_with(No_Update));
+  EXPECT_TRUE(Log().starts_with(Checking) && Log().ends_with(No_Update)) << To_Utf8(Log());
 }
 
 TEST_F(Whole_Conversion, What_Stops_The_Program_Moves_Nothing) {
