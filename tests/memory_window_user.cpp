@@ -16,15 +16,16 @@ class Memory_Window_User : public Window_User {
   void Paste(Control text_box, Text_View text) override {
     Screen.Type(text_box, Screen.Read_Text(text_box).append(First_Line(text)));
   }
-  void Select(Control option) override { Screen.Select(option); }
-  void Press(Control button) override { Screen.Press(button); }
+  void Press(Control button) override {
+    const bool is_option = Row_Of(button).Type == Control_Type::Option_Button;
+    is_option ? Screen.Select(button) : Screen.Press(button);
+  }
   void Toggle_Whole_Route() override { Screen.Toggle_Whole_Route(); }
   void Restore(const Text& time) override { Screen.Restore(time); }
   void Close() override { Screen.Close(); }
 
   void Answer_With_Cancel() override { Screen.Box_Answers.push_back(Answer_Ok + 1); }
   void Save_As(Text_View path) override { Screen.Save_File_Names.emplace_back(path); }
-  Text File_To_Save() override { return u"\\logs\\start.txt"; }
 
   bool Visible() const override { return Screen.Visible(); }
   bool Takes_Input(Control control) const override { return Screen.Takes_Input(control); }
@@ -39,7 +40,6 @@ class Memory_Window_User : public Window_User {
     }
     return entries;
   }
-  bool Selected(Control option) const override { return Screen.Read_Value(option); }
   bool Hourglass() const override { return Screen.Shown_Pointer() == Pointer::Hourglass; }
   Lines Boxes() const override {
     Lines boxes;

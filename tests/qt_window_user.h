@@ -26,7 +26,7 @@ class Qt_Window_User : public Window_User {
   }
   void Pick(Control list, Text_View entry) override {
     auto& box = static_cast<QComboBox&>(Screen.Widget(list));
-    Click(list);
+    Press(list);
     if (box.view()->isVisible()) {
       const int row = box.findText(To_Qt(entry), Qt::MatchExactly | Qt::MatchCaseSensitive);
       box.view()->setCurrentIndex(box.model()->index(row, 0));
@@ -38,7 +38,7 @@ class Qt_Window_User : public Window_User {
   }
   void Type(Control text_box, Text_View text) override {
     QWidget& box = Screen.Widget(text_box);
-    Click(text_box);
+    Press(text_box);
     QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
     for (const char16_t unit : text) {
       QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, QString(QChar(unit)),
@@ -50,27 +50,21 @@ class Qt_Window_User : public Window_User {
     QTest::keyClick(&Screen.Widget(text_box), Qt::Key_End);
     QTest::keyClick(&Screen.Widget(text_box), Qt::Key_V, Qt::ControlModifier);
   }
-  void Select(Control option) override { Click(option); }
-  void Press(Control button) override { Click(button); }
+  void Press(Control button) override {
+    Click(Screen.Widget(button).mapTo(&Screen.Form_Widget(), QPoint(8, 8)));
+  }
   void Toggle_Whole_Route() override {
-    if (QMenu* menu = Open_Menu()) Click(*menu, 0);
+    if (const QMenu* menu = Open_Menu()) menu->actions().at(0)->trigger();
     Leave_Menus();
   }
   void Restore(const Text& time) override {
-    QMenu* menu = Open_Menu();
-    const Lines times = Times_In(*menu);
-    Click(*menu, 1);
-    QMenu* backups = menu->actions().at(1)->menu();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return backups->isVisible(); }));
-    Click(*backups, std::ranges::find(times, time) - times.begin());
-    Activate();
+    const QList<QAction*> backups = Open_Menu()->actions().at(1)->menu()->actions();
+    Leave_Menus();
+    for (QAction* backup : backups) {
+      if (backup->text() == To_Qt(time)) backup->trigger();
+    }
   }
   void Close() override { Screen.Form_Widget().close(); }
-
-  Text File_To_Save() override {
-    EXPECT_TRUE(Saved.open());
-    return From_Qt(Saved.fileName());
-  }
 
   bool Visible() const override { return const_cast<Qt_Window&>(Screen).Form_Widget().isVisible(); }
   bool Takes_Input(Control control) const override { return Screen.Widget(control).isEnabled(); }
@@ -93,9 +87,6 @@ class Qt_Window_User : public Window_User {
     for (int row = 0; row < box.count(); ++row) entries.push_back(From_Qt(box.itemText(row)));
     return entries;
   }
-  bool Selected(Control option) const override {
-    return static_cast<QRadioButton&>(Screen.Widget(option)).isChecked();
-  }
   bool Hourglass() const override {
     const QCursor* pointer = QApplication::overrideCursor();
     return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
@@ -103,7 +94,10 @@ class Qt_Window_User : public Window_User {
   Seen_Menu Menu() override {
     QMenu* menu = Open_Menu();
     const QAction* whole_route = menu->actions().at(0);
-    const Seen_Menu seen{whole_route->isEnabled(), whole_route->isChecked(), Times_In(*menu)};
+    Seen_Menu seen{whole_route->isEnabled(), whole_route->isChecked(), {}};
+    for (const QAction* backup : menu->actions().at(1)->menu()->actions()) {
+      seen.Restorable.push_back(From_Qt(backup->text()));
+    }
     EXPECT_EQ(menu->actions().at(1)->isEnabled(), !seen.Restorable.empty());
     Leave_Menus();
     return seen;
@@ -125,9 +119,6 @@ class Qt_Window_User : public Window_User {
   void Click(QPoint place, Qt::MouseButton button = Qt::LeftButton) {
     QTest::mouseClick(Screen.Form_Widget().windowHandle(), button, {}, place);
   }
-  void Click(Control control) {
-    Click(Screen.Widget(control).mapTo(&Screen.Form_Widget(), QPoint(8, 8)));
-  }
 
   Qt_Window Screen;
   int Save_Dialogs = 0;  // that have come up
@@ -138,21 +129,10 @@ class Qt_Window_User : public Window_User {
     Click(Screen.Widget(Control::Label1).geometry().center(), Qt::RightButton);
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
   }
-  static void Click(QMenu& menu, qsizetype entry) {
-    const QPoint place = menu.actionGeometry(menu.actions().at(entry)).center();
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, place);
-  }
   void Leave_Menus() {
     while (QApplication::activePopupWidget() != nullptr) {
       QTest::keyClick(Screen.Form_Widget().windowHandle(), Qt::Key_Escape);
     }
-  }
-  static Lines Times_In(const QMenu& menu) {
-    Lines times;
-    for (const QAction* backup : menu.actions().at(1)->menu()->actions()) {
-      times.push_back(From_Qt(backup->text()));
-    }
-    return times;
   }
 
   void Answer_Dialog() {
@@ -176,7 +156,6 @@ class Qt_Window_User : public Window_User {
   }
 
   QTimer Look_For_Dialogs;
-  QTemporaryFile Saved;
 };
 
 }  // namespace rivelt

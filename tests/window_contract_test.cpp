@@ -22,7 +22,7 @@ Text Failure_Box(Text_View message) {
 class Window_Contract : public Window_Fixture {
  protected:
   void Fill_In_First_Row() {
-    User->Select(optDynamic_1);
+    User->Press(optDynamic_1);
     User->Type(txtTrack_0, u"b.s");
     User->Pick(cmbTracks_0, u"c.s");
   }
@@ -72,20 +72,16 @@ TEST_F(Window_Contract, The_Captions_Are_Where_A_Person_Reads_Them) {
   for (const Control_Row& row : Control_Table) {
     if (row.Parent || row.Caption.empty()) continue;
     by_place[{row.Top, row.Left}] =
-        Written_Name(row) + ": " + To_Utf8(User->Shown_Text(row.Id)) + "\n";
+        Written_Name(row) + ": " + To_Utf8(User->Shown_Text(row.Id)) + "|";
   }
   std::string captions;
   for (const auto& [place, caption] : by_place) captions += caption;
   EXPECT_EQ(captions,
-            "Label1: Select route:\n"
-            "optDynamic(0): Check dynamic track only\n"
-            "optDynamic(1): Check all track sections\n"
-            "Transform: Transform shape\n"
-            "cmdCheck: &Check\n"
-            "cmdUpdate: &Update\n"
-            "cmdSave: &Save\n"
-            "cmdQuit: &Quit\n"
-            "Label2: v1.1, April 2002 - for everyone who keeps a route running\n");
+            "Label1: Select route:|"
+            "optDynamic(0): Check dynamic track only|optDynamic(1): Check all track "
+            "sections|Transform: Transform shape|"
+            "cmdCheck: &Check|cmdUpdate: &Update|cmdSave: &Save|cmdQuit: &Quit|"
+            "Label2: v1.1, April 2002 - for everyone who keeps a route running|");
 }
 
 TEST_F(Window_Contract, Select_All_Sections_Enables_The_Rows_Which_Keep_Their_Content) {
@@ -95,7 +91,7 @@ TEST_F(Window_Contract, Select_All_Sections_Enables_The_Rows_Which_Keep_Their_Co
   Fill_In_First_Row();
   User->Type(txtTrack_4, u"\u00e4 long name.s");
   EXPECT_EQ(Which_Take_Input(), Ready + Rows + "cmdSave cmdQuit txtMessages ");
-  User->Select(optDynamic_0);
+  User->Press(optDynamic_0);
   EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
   EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");
   EXPECT_EQ(User->Shown_Text(cmbTracks_0), u"c.s");
@@ -104,7 +100,7 @@ TEST_F(Window_Contract, Select_All_Sections_Enables_The_Rows_Which_Keep_Their_Co
 
 TEST_F(Window_Contract, A_Pasted_Text_Ends_At_Its_First_Line_End) {
   Start();
-  User->Select(optDynamic_1);
+  User->Press(optDynamic_1);
   int row = 0;
   for (const Text_View pasted : {u"1.s", u"1.s\n", u"1.s\r\n2.s\r\n", u"1.s\r2.s", u"1.s\n\r2.s"}) {
     User->Type(txtTrack(row), u"a");
@@ -153,11 +149,13 @@ TEST_F(Window_Contract,
   }
   EXPECT_TRUE(User->Visible());
   Train.Put(u"routes\\Second to none\\OpenRails\\tsection.dat", u"");
+  User->Press(optDynamic_1);  // so that everything is enabled
   User->Press(cmdCheck);
   EXPECT_TRUE(Log().ends_with(Standard_Line));
   User->Toggle_Whole_Route();
   EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{false, true, {}}));
-  User->Select(optDynamic_1);
+  User->Press(optDynamic_0);
+  EXPECT_TRUE(User->Selected(optDynamic_1));
   EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
 }
 
@@ -190,11 +188,14 @@ TEST_F(Window_Contract, The_Menu_Restores_A_Backup_Of_The_Picked_Route_When_Conf
 TEST_F(Window_Contract, Both_Commands_Report_A_Failure_In_A_Box_And_Go_On) {
   Start_And_Pick_First();
   User->Press(cmdCheck);
+  Train.Disk.Remove(u"\\train\\Quenby");  // with the lock
+  Train.Put(Staged_File, u"of another program");
+  User->Press(cmdUpdate);
   Train.Disk.Remove(u"\\train\\Quenby");
   User->Press(cmdCheck);
-  User->Press(cmdUpdate);
-  EXPECT_EQ(User->Boxes(), (Lines{Failure_Box(u"Had problems checking this route!"), Confirmation,
-                                  Failure_Box(u"Had problems updating this route!")}));
+  EXPECT_EQ(User->Boxes(), (Lines{Confirmation, Failure_Box(u"Had problems updating this route!"),
+                                  Failure_Box(u"Had problems checking this route!")}));
+  EXPECT_EQ(Train.Content(World_File), World(u"31", u"b.s"));
   EXPECT_FALSE(User->Hourglass());
   User->Pick(cmbRoutes, u"a branch line");
   User->Press(cmdCheck);
@@ -222,7 +223,7 @@ TEST_F(Window_Contract, Save_Writes_The_Log_Over_A_File_Unasked_And_Cancelled_Wr
 
 TEST_F(Window_Contract, Input_In_The_Middle_Of_Start_Or_Command_Is_Dropped_And_Not_Played_Back) {
   In_The_Middle([&] {
-    User->Select(optDynamic_1);
+    User->Press(optDynamic_1);
     User->Press(cmdSave);
   });
   Start_And_Pick_First();
@@ -232,7 +233,7 @@ TEST_F(Window_Contract, Input_In_The_Middle_Of_Start_Or_Command_Is_Dropped_And_N
     User->Pick(cmbRoutes, u"a branch line");
     User->Type(txtTrack_0, u"other.s");
     User->Pick(cmbTracks_0, u"A.s");
-    User->Select(optDynamic_0);
+    User->Press(optDynamic_0);
     for (const Control button : {cmdUpdate, cmdSave, cmdCheck}) User->Press(button);
     User->Toggle_Whole_Route();
   });

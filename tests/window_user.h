@@ -6,9 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -27,7 +30,10 @@ class Window_User {
     bool operator==(const Seen_Menu&) const = default;
   };
 
-  virtual ~Window_User() = default;
+  virtual ~Window_User() {
+    std::error_code none;
+    std::filesystem::remove(Saved, none);
+  }
 
   // Starts the program and waits until it is ready for the user. Called once.
   virtual void Start(Registry& registry, Create_File_System_Object create_object) = 0;
@@ -38,8 +44,7 @@ class Window_User {
   virtual void Pick(Control list, Text_View entry) = 0;
   virtual void Type(Control text_box, Text_View text) = 0;   // in the place of the text in it
   virtual void Paste(Control text_box, Text_View text) = 0;  // at the end of the text in it
-  virtual void Select(Control option) = 0;
-  virtual void Press(Control button) = 0;
+  virtual void Press(Control button) = 0;                    // or option
   virtual void Toggle_Whole_Route() = 0;
   virtual void Restore(const Text& time) = 0;  // one of the menu's
   virtual void Close() = 0;                    // by the platform's own means
@@ -49,15 +54,18 @@ class Window_User {
   virtual void Answer_With_Cancel() { ++Cancels; }
   virtual void Save_As(Text_View path) { Save_Paths.emplace_back(path); }
 
-  // A file for Save_As, in the way the machine writes paths; if the machine has files, this is one.
-  virtual Text File_To_Save() = 0;
+  // A file of the machine for Save_As; where the back end has none, its path will do.
+  Text File_To_Save() {
+    EXPECT_TRUE(std::ofstream(Saved));
+    return Saved.u16string();
+  }
 
   // What the person sees.
   virtual bool Visible() const = 0;
   virtual bool Takes_Input(Control control) const = 0;  // enabled, and so is the frame around it
   virtual Text Shown_Text(Control control) const = 0;   // or caption; lines end with CR LF
   virtual Lines Entries(Control list) const = 0;
-  virtual bool Selected(Control option) const = 0;
+  bool Selected(Control option) { return Seam().Read_Value(option); }
   virtual bool Hourglass() const = 0;
   virtual Seen_Menu Menu() = 0;                       // of the form
   virtual Lines Boxes() const { return Seen_Boxes; }  // all so far, as Box_Text gives them
@@ -87,6 +95,7 @@ class Window_User {
   int Cancels = 0;
   std::deque<Text> Save_Paths;
   Lines Seen_Boxes;
+  const std::filesystem::path Saved = std::filesystem::temp_directory_path() / "rivelt-log.txt";
 };
 
 // Defined beside the user of the back end that the test program is built with.

@@ -14,13 +14,6 @@ using enum Control;
 
 class Windows_Window_Test : public Window_Fixture {
  protected:
-  RECT Place(Control control) {
-    RECT area{};
-    GetWindowRect(Screen.Handle(control), &area);
-    MapWindowPoints(nullptr, Screen.Handle(), reinterpret_cast<POINT*>(&area), 2);
-    return area;
-  }
-
   Control Focused() {
     for (const Control_Row& row : Control_Table) {
       if (Screen.Handle(row.Id) == GetFocus()) return row.Id;
@@ -47,7 +40,9 @@ TEST_F(Windows_Window_Test, Every_Control_Has_Its_Place_At_The_Dpi_Of_The_Screen
       SCOPED_TRACE(Written_Name(row) + " at " + std::to_string(dpi));
       const LONG left = row.Left + (row.Parent ? 120 : 0);
       const LONG top = row.Top + (row.Parent ? 840 : 0);
-      const RECT place = Place(row.Id);
+      RECT place{};
+      GetWindowRect(Screen.Handle(row.Id), &place);
+      MapWindowPoints(nullptr, Screen.Handle(), reinterpret_cast<POINT*>(&place), 2);
       EXPECT_EQ(place.left, MulDiv(left, dpi, 1440));
       EXPECT_EQ(place.top, MulDiv(top, dpi, 1440));
       EXPECT_NEAR(place.bottom, MulDiv(top + row.Height, dpi, 1440), 1);

@@ -28,7 +28,6 @@ class Windows_Window_User : public Window_User {
   ~Windows_Window_User() override {
     KillTimer(nullptr, Timer);
     if (Present_User == this) Present_User = nullptr;
-    if (!Saved.empty()) DeleteFileW(To_Wide(Saved).c_str());
   }
 
   void Start(Registry& registry, Create_File_System_Object create_object) override {
@@ -37,15 +36,15 @@ class Windows_Window_User : public Window_User {
     In_The_Middle = false;
   }
   void Pick(Control list, Text_View entry) override {
-    Click(list);
-    const Lines entries = Entries_Of(Screen.Handle(list));
+    const Lines entries = Entries(list);
     const auto row = std::ranges::find(entries, entry) - entries.begin();
+    Press(list);
     Key(list, VK_HOME);
     for (int i = 0; i < row; ++i) Key(list, VK_DOWN);
     Key(list, VK_RETURN);
   }
   void Type(Control text_box, Text_View text) override {
-    Click(text_box);
+    Press(text_box);
     if (!Takes_Input(text_box)) return;
     SendMessageW(Screen.Handle(text_box), EM_SETSEL, 0, -1);
     for (const char16_t unit : text) Post(text_box, WM_CHAR, unit, 1);
@@ -65,27 +64,19 @@ class Windows_Window_User : public Window_User {
     Post(text_box, WM_CHAR, ctrl_v, 1);
     Let_It_Happen();
   }
-  void Select(Control option) override { Click(option); }
-  void Press(Control button) override { Click(button); }
-  void Toggle_Whole_Route() override {
-    const HMENU menu = Open_Menu();
-    Pick_From(menu, Place_Of(menu, Whole_Route_Caption));
+  // The system hands no input to a control that is disabled.
+  void Press(Control control) override {
+    if (!Takes_Input(control)) return;
+    const LPARAM place = MAKELPARAM(8, 8);
+    Post(control, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    Post(control, WM_LBUTTONUP, 0, place);
+    Let_It_Happen();
   }
-  void Restore(const Text& time) override {
-    const HMENU backups = Backups_Of(Open_Menu());
-    Pick_From(backups, Place_Of(backups, time));
-  }
+  void Toggle_Whole_Route() override { Pick_From(Open_Menu(), Whole_Route_Caption); }
+  void Restore(const Text& time) override { Pick_From(Backups_Of(Open_Menu()), time); }
   void Close() override {
     PostMessageW(Screen.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
     Let_It_Happen();
-  }
-
-  Text File_To_Save() override {
-    wchar_t folder[MAX_PATH + 1] = {};
-    wchar_t file[MAX_PATH + 1] = {};
-    GetTempPathW(MAX_PATH + 1, folder);
-    GetTempFileNameW(folder, L"log", 0, file);
-    return Saved = From_Wide(file);
   }
 
   bool Visible() const override { return Screen.Handle() != nullptr; }
@@ -96,12 +87,15 @@ class Windows_Window_User : public Window_User {
   Lines Entries(Control list) const override {
     const HWND box = Screen.Handle(list);
     SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
-    Lines entries = Entries_Of(box);
+    Lines entries;
+    const auto count = static_cast<WPARAM>(SendMessageW(box, CB_GETCOUNT, 0, 0));
+    for (WPARAM row = 0; row < count; ++row) {
+      wchar_t entry[256] = {};
+      SendMessageW(box, CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(entry));
+      entries.push_back(From_Wide(entry));
+    }
     SendMessageW(box, CB_SHOWDROPDOWN, FALSE, 0);
     return entries;
-  }
-  bool Selected(Control option) const override {
-    return SendMessageW(Screen.Handle(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
   }
   bool Hourglass() const override {
     const HWND form = Screen.Handle();
@@ -111,15 +105,10 @@ class Windows_Window_User : public Window_User {
   }
   Seen_Menu Menu() override {
     const HMENU menu = Open_Menu();
-    const UINT whole_route = State_Of(menu, Place_Of(menu, Whole_Route_Caption));
-    Seen_Menu seen{(whole_route & MF_GRAYED) == 0, (whole_route & MF_CHECKED) != 0, {}};
-    const HMENU backups = Backups_Of(menu);
-    for (int entry = 0; entry < GetMenuItemCount(backups); ++entry) {
-      seen.Restorable.push_back(Caption_Of(backups, entry));
-    }
-    const UINT restore = State_Of(menu, Place_Of(menu, Restore_Caption));
-    EXPECT_EQ((restore & MF_GRAYED) != 0, seen.Restorable.empty());
-    return seen;
+    const UINT whole_route = State_Of(menu, Whole_Route_Caption);
+    const Lines restorable = Captions_Of(Backups_Of(menu));
+    EXPECT_EQ((State_Of(menu, Restore_Caption) & MF_GRAYED) != 0, restorable.empty());
+    return {(whole_route & MF_GRAYED) == 0, (whole_route & MF_CHECKED) != 0, restorable};
   }
   Windows_Window& Seam() override { return Screen; }
 
@@ -144,30 +133,23 @@ class Windows_Window_User : public Window_User {
     GetClassNameW(window, name, 64);
     return name;
   }
-  static Lines Entries_Of(HWND list) {
-    Lines entries;
-    const auto count = static_cast<WPARAM>(SendMessageW(list, CB_GETCOUNT, 0, 0));
-    for (WPARAM row = 0; row < count; ++row) {
-      wchar_t entry[256] = {};
-      SendMessageW(list, CB_GETLBTEXT, row, reinterpret_cast<LPARAM>(entry));
-      entries.push_back(From_Wide(entry));
-    }
-    return entries;
-  }
 
-  static Text Caption_Of(HMENU menu, int entry) {
-    wchar_t caption[64] = {};
-    GetMenuStringW(menu, static_cast<UINT>(entry), caption, 64, MF_BYPOSITION);
-    return From_Wide(caption);
-  }
-  static UINT State_Of(HMENU menu, int entry) {
-    return GetMenuState(menu, static_cast<UINT>(entry), MF_BYPOSITION);
+  static Lines Captions_Of(HMENU menu) {
+    Lines captions;
+    for (int entry = 0; entry < GetMenuItemCount(menu); ++entry) {
+      wchar_t caption[64] = {};
+      GetMenuStringW(menu, static_cast<UINT>(entry), caption, 64, MF_BYPOSITION);
+      captions.push_back(From_Wide(caption));
+    }
+    return captions;
   }
   // Of the entry with that caption.
   static int Place_Of(HMENU menu, Text_View caption) {
-    int entry = 0;
-    while (entry < GetMenuItemCount(menu) && Caption_Of(menu, entry) != caption) ++entry;
-    return entry;
+    const Lines captions = Captions_Of(menu);
+    return static_cast<int>(std::ranges::find(captions, caption) - captions.begin());
+  }
+  static UINT State_Of(HMENU menu, Text_View caption) {
+    return GetMenuState(menu, static_cast<UINT>(Place_Of(menu, caption)), MF_BYPOSITION);
   }
   static HMENU Backups_Of(HMENU menu) { return GetSubMenu(menu, Place_Of(menu, Restore_Caption)); }
   // What the system asks the window before it shows the menu.
@@ -178,20 +160,12 @@ class Windows_Window_User : public Window_User {
     return menu;
   }
   // The system hands on no command of an entry that is grey.
-  void Pick_From(HMENU menu, int entry) {
-    if ((State_Of(menu, entry) & MF_GRAYED) != 0) return;
-    PostMessageW(Screen.Handle(), WM_SYSCOMMAND, GetMenuItemID(menu, entry), 0);
+  void Pick_From(HMENU menu, Text_View caption) {
+    if ((State_Of(menu, caption) & MF_GRAYED) != 0) return;
+    PostMessageW(Screen.Handle(), WM_SYSCOMMAND, GetMenuItemID(menu, Place_Of(menu, caption)), 0);
     Let_It_Happen();
   }
 
-  // The system hands no input to a control that is disabled.
-  void Click(Control control) {
-    if (!Takes_Input(control)) return;
-    const LPARAM place = MAKELPARAM(8, 8);
-    Post(control, WM_LBUTTONDOWN, MK_LBUTTON, place);
-    Post(control, WM_LBUTTONUP, 0, place);
-    Let_It_Happen();
-  }
   void Post(Control control, UINT message, WPARAM wparam, LPARAM lparam) const {
     PostMessageW(Screen.Handle(control), message, wparam, lparam);
   }
@@ -223,18 +197,13 @@ class Windows_Window_User : public Window_User {
   }
   void Answer_Box(HWND box) {
     Text message;
-    int style = 0;
+    const bool asks = GetDlgItem(box, IDOK) && IsWindowVisible(GetDlgItem(box, IDCANCEL));
+    int style = asks ? Style_Ok_Cancel : 0;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-      if (GetDlgCtrlID(child) == IDCANCEL && IsWindowVisible(child) && GetDlgItem(box, IDOK)) {
-        style += Style_Ok_Cancel;
-      }
       if (Class_Of(child) == L"Button") continue;
-      const bool is_icon = (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
-      if (is_icon && Class_Of(child) == L"Static") {
-        style += Style_Of_Icon(child);
-      } else if (message.empty()) {
-        message = Text_Of(child);
-      }
+      const int icon = Style_Of_Icon(child);
+      style += icon;
+      if (icon == 0) message += Text_Of(child);
     }
     const bool cancels = Cancels_Box(Box_Text(Text_Of(box), style, message));
     PostMessageW(GetFocus(), WM_KEYDOWN, cancels ? VK_ESCAPE : VK_RETURN, 1);
@@ -251,7 +220,6 @@ class Windows_Window_User : public Window_User {
   bool In_The_Middle = false;
   UINT_PTR Timer = 0;
   std::set<HWND> Answered;
-  Text Saved;
 };
 
 }  // namespace rivelt

@@ -63,10 +63,7 @@ class Memory_Disk : public Memory_Tree {
   // Files have one name each: Keep copies.
   bool Refuses_Links = false;
 
-  // Whether another program has locked every folder. Copies of the disk share this and the locks.
-  const std::shared_ptr<bool> Is_Locked = std::make_shared<bool>(false);
-
-  // The folders that this program has locked, by their Id.
+  // The locked folders, by their Id.
   const std::shared_ptr<std::set<std::uint64_t>> Locked_Folders =
       std::make_shared<std::set<std::uint64_t>>();
 

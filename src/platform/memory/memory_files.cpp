@@ -43,7 +43,7 @@ class Memory_Lock : public Folder_Lock {
   Memory_Lock(const Memory_Disk& disk, Text_View path)
       : Disk(disk), Path(path), Locked_Folders(disk.Locked_Folders) {
     Id = Existing(disk, path, true).Node->Id;
-    if (*disk.Is_Locked || !Locked_Folders->insert(Id).second) throw Failure();
+    if (!Locked_Folders->insert(Id).second) throw Failure();
   }
   ~Memory_Lock() override { Locked_Folders->erase(Id); }
 
