@@ -174,6 +174,7 @@ class Interruption : public testing::Test {
   static void Sweep(Installation whole, int stride, const Work& work, const Look& look) {
     const Installation before = whole;
     const int operations = Session(whole).Run(work).Count;
+    RecordProperty("operations", operations);
     for (const Fault fault : {Fault::Failure, Fault::Process_Ends, Fault::Power_Lost,
                               Fault::Power_Lost_In_Backups, Fault::Power_Lost_In_Routes}) {
       const int first = 1 + static_cast<int>(fault) % stride;
@@ -339,6 +340,7 @@ TEST_F(Interruption, What_A_Person_Changes_Before_The_Program_Goes_On_Is_Never_L
     Sweep(whole, Stride, Check_And_Update_Twice, play);
   }
   EXPECT_GT(played, 500);
+  RecordProperty("played", played);
 }
 
 // Three updates, with a tile added after each and one removed after the first.
