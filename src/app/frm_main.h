@@ -75,8 +75,7 @@ class frmMain {
   bool Convert_World_File(File& file);  // false: the walk has to end
 
   bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
-
-  // Of a route as a whole.
+  bool Moves_Whole_Route() const { return Installed.Whole_Route && Numbers_Move(); }
   void Do_Databases();
   void Convert_Database(Text_View name);
 

@@ -9,7 +9,7 @@
 namespace rivelt {
 
 void frmMain::Do_Databases() try {
-  if (!Installed.Whole_Route || !Numbers_Move()) return;
+  if (!Moves_Whole_Route()) return;
   const auto folder = FSO->GetFolder(places::Route(MSTS_Path, Current_Route_Folder()));
   const std::vector<Text> names = Database_Names(*folder);
   if (names.empty()) Add_Line(u"No track database: ");

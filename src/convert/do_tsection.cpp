@@ -14,15 +14,12 @@ void frmMain::Do_Tsection() try {
   Add_Line(u"Local tsection.dat");
   const Rebased_Tsection rebased = Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
                                                    [this](Text_View line) { Add_Line(line); });
+  if (rebased.Moves()) Stage(places::Tsection, rebased.Output, state);
+  // Not before: without the local file nothing else may move.
   Section_Delta = rebased.Section_Delta;
   Shape_Delta = rebased.Shape_Delta;
   Own = rebased.Moving();
-  if (!Numbers_Move()) return;
-  Stage(places::Tsection, rebased.Output, state);
 } catch (const std::exception&) {
-  Section_Delta = 0;
-  Shape_Delta = 0;
-  Own = {};
   Add_Line(u"No tsection.dat, seems like this route does not use dynamic tracks.");
 }
 

@@ -24,7 +24,7 @@ bool frmMain::Convert_World_File(File& file) {
   Add_Line(Concatenate({NL, u"world\\", file.name()}));
   if (!Is_World_Text(output)) {
     Add_Line(u"file is binary, please convert to text with ffedit");
-    if (!Installed.Whole_Route || !Numbers_Move()) return true;
+    if (!Moves_Whole_Route()) return true;
     Fatal_Error(u"A world file is binary, please convert it to text with ffedit!");
     return false;
   }
@@ -36,7 +36,7 @@ bool frmMain::Convert_World_File(File& file) {
   }
   const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
   Long change_count = 0;
-  if (Installed.Whole_Route) {
+  if (Installed.Whole_Route && Shape_Delta != 0) {
     Passed_World passed = Rebase_Own_Shapes(std::move(output), Own, Shape_Delta, shape_id, log);
     output = std::move(passed.Output);
     change_count = passed.Count;

@@ -21,6 +21,8 @@ struct Rebased_Tsection {
   Own_Numbers Own;
   std::vector<Double> Path_Sections;  // the section ids that the shapes refer to, before they move
 
+  bool Moves() const { return Section_Delta != 0 || Shape_Delta != 0; }
+
   // Of the own numbers those whose kind moves.
   Own_Numbers Moving() const {
     return {Section_Delta == 0 ? Number_Set() : Own.Sections,

@@ -83,12 +83,11 @@ void Route_References::Count_Databases() {
 
 Left_Behind Route_References::Count_Left_Behind() {
   Left_Behind left;
+  if (!Local.Moves()) return left;
   const Own_Numbers moving = Local.Moving();
-  const bool shapes_move = !moving.Shapes.In_Order().empty();
-  if (!shapes_move && moving.Sections.In_Order().empty()) return left;
   Read_Databases(
       [&](Text_View, Text_View text) { left.In_Databases += Count_Own_Numbers(text, moving); });
-  if (!shapes_move) return left;
+  if (Local.Shape_Delta == 0) return left;
   Read_World([&](Text_View, Text_View text) {
     left.In_Track_Objects += Count_Own_Shapes(text, moving, Global.Shape_Id);
   });
