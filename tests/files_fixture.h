@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

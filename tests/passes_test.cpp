@@ -60,7 +60,9 @@ void Expect_Changes(const Pass& pass, Text_View marked, Long count,
   const Passed_World passed = pass(world.Before, Into(lines));
   EXPECT_EQ(passed.Output, world.After);
   EXPECT_EQ(passed.Count, count);
-  if (logged) EXPECT_EQ(lines, *logged);
+  if (logged) {
+    EXPECT_EQ(lines, *logged);
+  }
 }
 
 template <class Pass>

@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/frm_main.h"
+#include "form/frm_main.h"
 #include "installation.h"
 #include "window/window.h"
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "app/main.h"
+#include "form/main.h"
 #include "platform/memory/memory_window.h"
 #include "platform/windows/files.h"
 #include "platform/windows/registry.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

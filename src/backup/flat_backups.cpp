@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/ignoring_failures.h"
-#include "app/places.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
 #include "text/letter_case.h"
 
 namespace rivelt {

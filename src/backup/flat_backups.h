@@ -5,8 +5,8 @@
 
 #include <vector>
 
-#include "app/file_service.h"
 #include "backup/backup_name.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/places.h"
 #include "backup/backup_name.h"
 #include "backup/backups.h"
 #include "backup/flat_backups.h"
 #include "backup/update_folder.h"
+#include "system/places.h"
 #include "text/letter_case.h"
 
 namespace rivelt {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/places.h"
+#include "system/places.h"
 #include "text/letter_case.h"
 
 namespace rivelt {

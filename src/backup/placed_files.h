@@ -7,7 +7,7 @@
 #include <set>
 #include <vector>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/ignoring_failures.h"
-#include "app/places.h"
 #include "backup/backup_name.h"
 #include "backup/update_folder.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
 
 namespace rivelt {
 namespace {

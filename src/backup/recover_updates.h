@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

@@ -2,12 +2,12 @@
 #include <map>
 #include <set>
 
-#include "app/ignoring_failures.h"
-#include "app/places.h"
 #include "backup/backup_name.h"
 #include "backup/backups.h"
 #include "backup/flat_backups.h"
 #include "backup/route_update.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
 #include "text/letter_case.h"
 
 namespace rivelt {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "app/ignoring_failures.h"
-#include "app/places.h"
 #include "backup/backup_name.h"
 #include "backup/flat_backups.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
 #include "text/letter_case.h"
 
 namespace rivelt {

@@ -8,8 +8,8 @@
 #include <set>
 #include <vector>
 
-#include "app/file_service.h"
 #include "backup/update_folder.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

@@ -15,10 +15,10 @@
 #include <optional>
 #include <vector>
 
-#include "app/file_service.h"
 #include "backup/decision.h"
 #include "backup/journal.h"
 #include "backup/placed_files.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

@@ -3,11 +3,11 @@
 #include <memory>
 #include <utility>
 
-#include "app/places.h"
 #include "catalogue/catalogue_text.h"
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "routes/trk_file.h"
+#include "system/places.h"
 #include "text/keyed_collection.h"
 #include "text/primitives.h"
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "app/file_service.h"
 #include "convert/count_references.h"
 #include "convert/rebase_tsection.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

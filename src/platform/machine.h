@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "app/file_service.h"
-#include "app/registry_service.h"
+#include "system/file_service.h"
+#include "system/registry_service.h"
 
 namespace rivelt {
 

@@ -1,6 +1,6 @@
-#include "app/places.h"
 #include "routes/route_name.h"
 #include "routes/trk_file.h"
+#include "system/places.h"
 #include "text/primitives.h"
 #include "text/token_reader.h"
 

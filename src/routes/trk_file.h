@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 #include "text/text.h"
 
 namespace rivelt {

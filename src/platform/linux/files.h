@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "app/file_service.h"
 #include "platform/linux/paths.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

@@ -5,8 +5,8 @@
 #include <map>
 #include <string>
 
-#include "app/registry_service.h"
 #include "platform/linux/registry_text.h"
+#include "system/registry_service.h"
 
 namespace rivelt {
 

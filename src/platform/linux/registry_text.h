@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/registry_service.h"
+#include "system/registry_service.h"
 
 namespace rivelt {
 

@@ -9,9 +9,9 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "app/file_service.h"
 #include "platform/linux/paths.h"
 #include "platform/linux/walk_folder.h"
+#include "system/file_service.h"
 #include "text/utf8.h"
 
 namespace rivelt {

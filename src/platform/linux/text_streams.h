@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

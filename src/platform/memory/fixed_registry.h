@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "app/registry_service.h"
+#include "system/registry_service.h"
 
 namespace rivelt {
 

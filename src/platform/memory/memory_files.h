@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "app/file_service.h"
 #include "platform/memory/memory_disk.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

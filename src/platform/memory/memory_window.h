@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "window/event_gate.h"
+#include "form/event_gate.h"
 #include "window/list_entries.h"
 #include "window/sorted_list.h"
 #include "window/window.h"

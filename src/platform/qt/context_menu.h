@@ -6,7 +6,7 @@
 #include <QMenu>
 #include <functional>
 
-#include "window/event_gate.h"
+#include "form/event_gate.h"
 
 namespace rivelt {
 

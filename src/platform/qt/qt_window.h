@@ -8,10 +8,10 @@
 #include <memory>
 #include <optional>
 
+#include "form/event_gate.h"
 #include "platform/qt/build_widgets.h"
 #include "platform/qt/entry_model.h"
 #include "platform/qt/input_filter.h"
-#include "window/event_gate.h"
 #include "window/repaint_pace.h"
 #include "window/window.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/file_service.h"
 #include "platform/windows/win32.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

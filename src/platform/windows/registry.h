@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "app/registry_service.h"
+#include "system/registry_service.h"
 
 namespace rivelt {
 

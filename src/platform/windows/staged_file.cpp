@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/file_service.h"
 #include "platform/windows/paths.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 namespace {

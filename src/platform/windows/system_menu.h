@@ -5,8 +5,8 @@
 #include <functional>
 #include <vector>
 
+#include "form/event_gate.h"
 #include "platform/windows/win32.h"
-#include "window/event_gate.h"
 
 namespace rivelt {
 

@@ -4,12 +4,12 @@
 
 #include <array>
 
+#include "form/event_gate.h"
 #include "platform/windows/drop_list.h"
 #include "platform/windows/log_box.h"
 #include "platform/windows/measures.h"
 #include "platform/windows/system_menu.h"
 #include "platform/windows/win32.h"
-#include "window/event_gate.h"
 #include "window/list_entries.h"
 #include "window/repaint_pace.h"
 #include "window/sorted_list.h"

@@ -2,9 +2,9 @@
 #include <string>
 #include <utility>
 
-#include "app/places.h"
 #include "convert/route_references.h"
 #include "programs/cli/commands.h"
+#include "system/places.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "app/file_service.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 

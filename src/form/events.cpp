@@ -1,5 +1,5 @@
-#include "app/frm_main.h"
-#include "app/ignoring_failures.h"
+#include "form/frm_main.h"
+#include "system/ignoring_failures.h"
 
 namespace rivelt {
 void frmMain::cmbRoutes_Click() {

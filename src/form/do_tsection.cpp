@@ -1,6 +1,6 @@
-#include "app/frm_main.h"
-#include "app/places.h"
 #include "convert/rebase_tsection.h"
+#include "form/frm_main.h"
+#include "system/places.h"
 
 namespace rivelt {
 

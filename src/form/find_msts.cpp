@@ -1,7 +1,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/frm_main.h"
+#include "form/frm_main.h"
 
 namespace rivelt {
 namespace {

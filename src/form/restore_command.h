@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/open_installation.h"
+#include "form/open_installation.h"
 #include "window/window.h"
 
 namespace rivelt {

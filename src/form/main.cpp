@@ -1,4 +1,4 @@
-#include "app/main.h"
+#include "form/main.h"
 
 #include <utility>
 

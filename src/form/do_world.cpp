@@ -1,9 +1,9 @@
 #include <utility>
 
-#include "app/frm_main.h"
-#include "app/places.h"
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
+#include "form/frm_main.h"
+#include "system/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "app/frm_main.h"
+#include "form/frm_main.h"
 #include "window/controls.h"
 
 namespace rivelt {

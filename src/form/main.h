@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "app/frm_main.h"
+#include "form/frm_main.h"
 
 namespace rivelt {
 

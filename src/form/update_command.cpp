@@ -1,5 +1,5 @@
-#include "app/frm_main.h"
-#include "app/places.h"
+#include "form/frm_main.h"
+#include "system/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {

@@ -10,11 +10,11 @@
 #include <map>
 #include <memory>
 
-#include "app/file_service.h"
-#include "app/open_installation.h"
-#include "app/registry_service.h"
 #include "backup/route_update.h"
 #include "convert/rebase_tsection.h"
+#include "form/open_installation.h"
+#include "system/file_service.h"
+#include "system/registry_service.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
 #include "window/window.h"

@@ -1,4 +1,4 @@
-#include "app/frm_main.h"
+#include "form/frm_main.h"
 #include "text/primitives.h"
 
 namespace rivelt {

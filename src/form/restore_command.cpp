@@ -1,4 +1,4 @@
-#include "commands/restore_command.h"
+#include "form/restore_command.h"
 
 #include "text/primitives.h"
 

@@ -1,8 +1,8 @@
-#include "app/ignoring_failures.h"
-#include "app/open_installation.h"
-#include "app/places.h"
 #include "backup/flat_backups.h"
 #include "backup/recover_updates.h"
+#include "form/open_installation.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {

@@ -1,10 +1,10 @@
-#include "window/event_gate.h"
+#include "form/event_gate.h"
 
 #include <utility>
 
-#include "app/ignoring_failures.h"
-#include "app/main.h"
-#include "commands/restore_command.h"
+#include "form/main.h"
+#include "form/restore_command.h"
+#include "system/ignoring_failures.h"
 #include "window/form_menu.h"
 
 namespace rivelt {

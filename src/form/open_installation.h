@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "app/file_service.h"
 #include "backup/backups.h"
+#include "system/file_service.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
 

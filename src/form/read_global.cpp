@@ -1,6 +1,6 @@
-#include "app/frm_main.h"
-#include "app/places.h"
 #include "catalogue/catalogue_text.h"
+#include "form/frm_main.h"
+#include "system/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {

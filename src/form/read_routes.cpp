@@ -1,0 +1,28 @@
+#include "form/frm_main.h"
+#include "routes/route_name.h"
+#include "routes/trk_file.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
+#include "text/primitives.h"
+
+namespace rivelt {
+
+bool frmMain::Read_Routes() try {
+  Add_Line(u"Reading installed routes");
+  const auto folders = FSO->GetFolder(places::Routes(MSTS_Path))->SubFolders();
+  for (const auto& folder : folders) Read_Route(*folder);
+  return true;
+} catch (const std::exception&) {
+  Fatal_Error(u"Could not read installed routes!");
+  return false;
+}
+
+void frmMain::Read_Route(const Folder& folder) {
+  const auto text = Trk_Text(folder);
+  if (!text) return;
+  const Text route_name = Route_Display_Name(*text);
+  Ignoring_Failures([&] { Route_Folders.Add(folder.name(), route_name); });
+  Ignoring_Failures([&] { Form_Window.Add_Item(Control::cmbRoutes, route_name); });
+}
+
+}  // namespace rivelt
