@@ -59,7 +59,7 @@ TEST_F(Form, Routes_Of_One_Name_Show_Twice_And_The_First_Folder_Keeps_It) {
   Start();
   ASSERT_EQ(Window.List(cmbRoutes).Count(), 2u);
   EXPECT_EQ(Window.List(cmbRoutes).Entry(0), u"LINE");
-  EXPECT_EQ(Window.Installed().Route_Folders.Look_Up(u"Line"), u"a");
+  EXPECT_EQ(Window.Form().Folders().Look_Up(u"Line"), u"a");
 }
 
 TEST_F(Form, Each_Failed_Start_Ends_In_Its_Message) {

@@ -238,7 +238,7 @@ class Interruption : public testing::Test {
         running.Window.Press(cmdCheck);
       }
       if (next == Next::Restores && !Updates_Of_A(train).empty()) {
-        running.Window.Installed().Restore(u"A", Updates_Of_A(train).front());
+        running.Window.Form().Restore(u"A", Updates_Of_A(train).front());
       }
     });
     if (next == Next::Starts) act();
@@ -359,7 +359,7 @@ class Three_Updates : public Interruption {
   }
 
   auto Restore(const Text& time) {
-    return [&](Session& session) { Result = session.Window.Installed().Restore(u"A", time); };
+    return [&](Session& session) { Result = session.Window.Form().Restore(u"A", time); };
   }
 
   Installation Train = Made(true);

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "convert/log_line.h"
+#include "text/log_line.h"
 #include "text/number_set.h"
 #include "text/text.h"
 

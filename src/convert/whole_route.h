@@ -5,9 +5,9 @@
 
 #include <functional>
 
-#include "convert/log_line.h"
 #include "convert/rebase_tsection.h"
 #include "convert/world_passes.h"
+#include "text/log_line.h"
 #include "text/text.h"
 
 namespace rivelt {

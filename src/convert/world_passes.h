@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "convert/log_line.h"
+#include "text/log_line.h"
 #include "text/primitives.h"
 #include "text/text.h"
 

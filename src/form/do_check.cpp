@@ -1,3 +1,4 @@
+#include "backup/recover_updates.h"
 #include "form/frm_main.h"
 #include "system/places.h"
 #include "text/primitives.h"
@@ -11,27 +12,25 @@ void frmMain::Do_Check() try {
     return;
   }
   const Text own_catalogue = places::Own_Catalogue(MSTS_Path, Current_Route_Folder());
-  if (Installed.Whole_Route && FSO->FindFile(own_catalogue)) {
+  if (Whole_Route && FSO->FindFile(own_catalogue)) {
     return Fatal_Error(u"This route has a catalogue of its own in OpenRails!");
   }
   Prepare_Staging_Folder();
   Do_Tsection();
   Do_World();
-  if (!Installed.Stopped) Do_Databases();
+  if (!Stopped) Do_Databases();
   Last_Route = Form_Window.Read_Text(Control::cmbRoutes);
   Last_Option = Form_Window.Read_Value(Control::optDynamic_0);
-  Last_Whole = Installed.Whole_Route;
+  Last_Whole = Whole_Route;
   Transforms_Changed = false;
-  Installed.Restored_Since_Check = false;
+  Restored_Since_Check = false;
 } catch (const std::exception&) {
   Fatal_Error(u"Had problems in Do_Check!");
 }
 
 bool frmMain::Settings_Unchanged() const {
-  return !Installed.Restored_Since_Check &&
-         Form_Window.Read_Text(Control::cmbRoutes) == Last_Route &&
-         Form_Window.Read_Value(Control::optDynamic_0) == Last_Option &&
-         Installed.Whole_Route == Last_Whole;
+  return !Restored_Since_Check && Form_Window.Read_Text(Control::cmbRoutes) == Last_Route &&
+         Form_Window.Read_Value(Control::optDynamic_0) == Last_Option && Whole_Route == Last_Whole;
 }
 
 void frmMain::Rebuild_Transforms() {
@@ -48,13 +47,14 @@ void frmMain::Rebuild_Transforms() {
 
 void frmMain::Prepare_Staging_Folder() {
   Make_Folder(places::Quenby(MSTS_Path));
-  Installed.Lock();
-  Installed.Recover_Route(Current_Route_Folder());
+  Lock();
+  Recover_Updates(*FSO, MSTS_Path, Current_Route_Folder(),
+                  [this](Text_View line) { Report_Recovery(line); });
   Make_Folder(places::Staging(MSTS_Path));
   Checked_Files.clear();
   Empty_Folder(places::Staging(MSTS_Path));
   const Text databases = places::Staged_Databases(MSTS_Path);
-  if (Installed.Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
+  if (Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
 }
 
 void frmMain::Empty_Folder(const Text& path) {

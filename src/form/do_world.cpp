@@ -36,7 +36,7 @@ bool frmMain::Convert_World_File(File& file) {
   }
   const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
   Long change_count = 0;
-  if (Installed.Whole_Route && Shape_Delta != 0) {
+  if (Whole_Route && Shape_Delta != 0) {
     Passed_World passed = Rebase_Own_Shapes(std::move(output), Own, Shape_Delta, shape_id, log);
     output = std::move(passed.Output);
     change_count = passed.Count;

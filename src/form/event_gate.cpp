@@ -3,14 +3,11 @@
 #include <utility>
 
 #include "form/main.h"
-#include "form/restore_command.h"
-#include "system/ignoring_failures.h"
-#include "window/form_menu.h"
 
 namespace rivelt {
 
 void Event_Gate::Start_Up(Registry& registry, Create_File_System_Object create_object) {
-  Run([&] { Form = Main(Form_Window, registry, std::move(create_object), Opened); });
+  Run([&] { Form = Main(Form_Window, registry, std::move(create_object)); });
 }
 
 void Event_Gate::Raise(Control control) {
@@ -22,25 +19,15 @@ void Event_Gate::Raise(Control control) {
 }
 
 void Event_Gate::Toggle_Whole_Route() {
-  if (Menu_Enabled()) Opened.Whole_Route = !Opened.Whole_Route;
+  if (Menu_Enabled()) Form->Toggle_Whole_Route();
 }
 
 std::vector<Text> Event_Gate::Restorable() const {
-  std::vector<Text> times;
-  if (!Menu_Enabled()) return times;
-  Ignoring_Failures([&] {
-    const Text route = Opened.Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
-    for (const Backup& backup : List_Backups(*Opened.Files, Opened.Root)) {
-      const bool is_meant = backup.Route == route && backup.Kind == Backup::State::Finished;
-      if (is_meant) times.insert(times.begin(), backup.Time);
-    }
-  });
-  if (times.size() > Most_Restorable) times.resize(Most_Restorable);
-  return times;
+  return Menu_Enabled() ? Form->Restorable() : std::vector<Text>();
 }
 
 void Event_Gate::Restore(const Text& time) {
-  if (Menu_Enabled()) Run([&] { Restore_From_Menu(Form_Window, Opened, time); });
+  if (Menu_Enabled()) Run([&] { Form->Restore_From_Menu(time); });
 }
 
 void Event_Gate::Close() {

@@ -21,20 +21,19 @@ class Event_Gate {
   Event_Gate(const Event_Gate&) = delete;
   Event_Gate& operator=(const Event_Gate&) = delete;
 
-  // Starts the program on the window. The form and the installation go with the gate, and the lock
-  // with them.
+  // Starts the program on the window. The form goes with the gate, and the lock with it.
   void Start_Up(Registry& registry, Create_File_System_Object create_object);
 
-  // What the form has opened.
-  Open_Installation& Installed() { return Opened; }
+  // After the start.
+  frmMain& Started_Form() { return *Form; }
 
   // The user has pressed, picked, selected or changed the control.
   void Raise(Control control);
 
   // The form's menu. Nothing happens while its entries are grey.
-  bool Menu_Enabled() const { return !Is_Working && Form != nullptr && !Opened.Stopped; }
+  bool Menu_Enabled() const { return !Is_Working && Form != nullptr && !Form->Is_Stopped(); }
+  bool Whole_Route() const { return Form != nullptr && Form->Is_Whole_Route(); }
   void Toggle_Whole_Route();
-  // Times of the picked route's backups, newest first, at most Most_Restorable.
   std::vector<Text> Restorable() const;
   void Restore(const Text& time);
 
@@ -49,7 +48,6 @@ class Event_Gate {
   void Run_Event(const Control_Row& row);
 
   Window& Form_Window;
-  Open_Installation Opened;
   std::unique_ptr<frmMain> Form;  // null until the start has ended
   bool Is_Working = false;
   bool Wants_To_Quit = false;

@@ -1,17 +1,10 @@
 #include "form/frm_main.h"
 
-#include <utility>
+#include "backup/recover_updates.h"
+#include "system/ignoring_failures.h"
+#include "system/places.h"
 
 namespace rivelt {
-
-frmMain::frmMain(Window& window, Registry& registry, Create_File_System_Object create_object,
-                 Open_Installation& installation)
-    : Form_Window(window),
-      System_Registry(registry),
-      Create_Object(std::move(create_object)),
-      Installed(installation) {
-  Installed.Report = nullptr;
-}
 
 void frmMain::Form_Init() try {
   NL = Line_End;
@@ -20,18 +13,26 @@ void frmMain::Form_Init() try {
   Set_Log(u"");
   if (!Find_MSTS()) return;
   FSO->Set_Root(MSTS_Path);
-  Installed.Recover_At_Start();  // also where the start then fails
+  // Also where the start then fails.
+  Recover_At_Start(*FSO, MSTS_Path, [this](Text_View line) { Report_Recovery(line); });
   if (!Read_Routes()) return;
   if (!Read_Global()) return;
-  Report_Recovery();
+  for (const Text& line : Recovery_Lines) Add_Line(line);
+  Recovery_Shown = true;
   Add_Line(NL + u"Select a route above for check/update");
 } catch (const std::exception&) {
   Fatal_Error(u"Could not load Rivelt!");
 }
 
-void frmMain::Report_Recovery() {
-  for (const Text& line : Installed.Recovery_Lines) Add_Line(line);
-  Installed.Report = [this](Text_View line) { Add_Line(line); };
+void frmMain::Report_Recovery(Text_View line) {
+  Recovery_Lines.emplace_back(line);
+  if (Recovery_Shown) Add_Line(line);
+}
+
+void frmMain::Lock() {
+  if (Is_Locked()) return;
+  Held_Lock.reset();
+  Held_Lock = FSO->Lock(places::Quenby(MSTS_Path));
 }
 
 }  // namespace rivelt

@@ -9,10 +9,12 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
+#include "backup/backups.h"
 #include "backup/route_update.h"
 #include "convert/rebase_tsection.h"
-#include "form/open_installation.h"
 #include "system/file_service.h"
 #include "system/registry_service.h"
 #include "text/keyed_collection.h"
@@ -26,9 +28,9 @@ using Create_File_System_Object = std::function<std::unique_ptr<File_System_Obje
 
 class frmMain {
  public:
-  // The window, the registry and the installation must outlive the form.
-  frmMain(Window& window, Registry& registry, Create_File_System_Object create_object,
-          Open_Installation& installation);
+  // The window and the registry must outlive the form.
+  frmMain(Window& window, Registry& registry, Create_File_System_Object create_object)
+      : Form_Window(window), System_Registry(registry), Create_Object(std::move(create_object)) {}
 
   // Finds the installation, lists its routes and reads its catalogue. Called once. Whatever goes
   // wrong ends as a text in the log, with the window stopped.
@@ -44,13 +46,42 @@ class frmMain {
   void cmdSave_Click();
   void cmdQuit_Click();
 
+  // What the menu does. Restorable gives the times of the picked route's backups, newest first, at
+  // most Most_Restorable.
+  bool Is_Stopped() const { return Stopped; }
+  bool Is_Whole_Route() const { return Whole_Route; }
+  void Toggle_Whole_Route() { Whole_Route = !Whole_Route; }
+  std::vector<Text> Restorable() const;
+  void Restore_From_Menu(const Text& time);
+
+  // What the console program asks for beyond the controls, after a start that was not stopped.
+  File_System_Object& Files() const { return *FSO; }
+  const Text& Root() const { return MSTS_Path; }
+  const Keyed_Collection<Text>& Folders() const { return Route_Folders; }
+
+  // About updates that had not finished: all lines since the start.
+  const std::vector<Text>& Recovery() const { return Recovery_Lines; }
+
+  // Makes the route what it was before the update of that time. The next check is a full one.
+  Restore_Result Restore(const Text& route_folder, const Text& time);
+
+  // For a program that ends after a failed Update: rolls it back if this one holds the lock.
+  void Recover_Before_End(const Text& route_folder);
+
  private:
   // Start-up. False: Fatal_Error has been called.
   bool Find_MSTS();
   bool Read_Routes();
   bool Read_Global();
   void Read_Route(const Folder& folder);
-  void Report_Recovery();
+
+  // Keeps other programs from the staging folder and the routes until the form goes. Failure: one
+  // is at work there.
+  void Lock();
+  bool Is_Locked() const { return Held_Lock && Held_Lock->In_Force(); }
+
+  // Shows a line about an update that had not finished, or keeps it until the start is reported.
+  void Report_Recovery(Text_View line);
 
   // The message log. The first two let pending events run.
   void Add_Text(Text_View text);
@@ -75,7 +106,7 @@ class frmMain {
   bool Convert_World_File(File& file);  // false: the walk has to end
 
   bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
-  bool Moves_Whole_Route() const { return Installed.Whole_Route && Numbers_Move(); }
+  bool Moves_Whole_Route() const { return Whole_Route && Numbers_Move(); }
   void Do_Databases();
   void Convert_Database(Text_View name);
 
@@ -97,23 +128,30 @@ class frmMain {
   Window& Form_Window;
   Registry& System_Registry;
   Create_File_System_Object Create_Object;
-  Open_Installation& Installed;
 
-  std::unique_ptr<File_System_Object>& FSO = Installed.Files;
-  Text& MSTS_Path = Installed.Root;
+  std::unique_ptr<File_System_Object> FSO;
+  Text MSTS_Path;  // folder path to which "\routes" and the like are appended directly
   Text NL;
-  Text Last_Route;                    // route of the last check that went through both passes
-  bool Last_Option = false;           // value of optDynamic(0) at that check
-  Keyed_Collection<Long> Shape_Ids;   // shape file name -> id
-  Keyed_Collection<Text> Transforms;  // old shape file name -> new one, or " -delete-"
-  bool Transforms_Changed = false;    // a row was edited since the last check
-  Keyed_Collection<Text>& Route_Folders = Installed.Route_Folders;
-  Long Reserved_Sections = 0;  // counts that the global catalogue declares
+  Text Last_Route;                       // route of the last check that went through both passes
+  bool Last_Option = false;              // value of optDynamic(0) at that check
+  Keyed_Collection<Long> Shape_Ids;      // shape file name -> id
+  Keyed_Collection<Text> Transforms;     // old shape file name -> new one, or " -delete-"
+  bool Transforms_Changed = false;       // a row was edited since the last check
+  Keyed_Collection<Text> Route_Folders;  // display name -> folder name
+  Long Reserved_Sections = 0;            // counts that the global catalogue declares
   Long Reserved_Shapes = 0;
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
-  Own_Numbers Own;          // the current route's local ids that move, as they were before
-  bool Last_Whole = false;  // whether the last check converted the route as a whole
+  Own_Numbers Own;  // the current route's local ids that move, as they were before
+
+  bool Stopped = false;               // Fatal_Error was called; nothing leads out of this state
+  bool Whole_Route = false;           // a check converts all that uses the route's own numbers
+  bool Last_Whole = false;            // its value at the last check
+  bool Restored_Since_Check = false;  // what is staged must not be moved over a restored route
+
+  std::unique_ptr<Folder_Lock> Held_Lock;
+  std::vector<Text> Recovery_Lines;
+  bool Recovery_Shown = false;  // the start has reported its lines
 
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
 };

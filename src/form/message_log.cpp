@@ -23,7 +23,7 @@ void frmMain::Set_Log(Text_View text) {
 
 void frmMain::Fatal_Error(Text_View text) {
   using enum Control;
-  Installed.Stopped = true;
+  Stopped = true;
   Set_Log(Concatenate({text, NL, Standard_Line}));
   for (const Control control : {cmbRoutes, optDynamic_0, optDynamic_1, Transform}) {
     Form_Window.Enable(control, false);

@@ -1,29 +1,61 @@
-#include "form/restore_command.h"
-
+#include "backup/recover_updates.h"
+#include "form/frm_main.h"
+#include "system/ignoring_failures.h"
 #include "text/primitives.h"
+#include "window/form_menu.h"
 
 namespace rivelt {
 
-void Restore_From_Menu(Window& window, Open_Installation& installation, const Text& time) try {
-  if (window.Message_Box(u"Are you sure you want to restore this backup?",
-                         Style_Question + Style_Ok_Cancel, u"Restore") != Answer_Ok) {
+std::vector<Text> frmMain::Restorable() const {
+  std::vector<Text> times;
+  Ignoring_Failures([&] {
+    for (const Backup& backup : List_Backups(*FSO, MSTS_Path)) {
+      const bool is_meant =
+          backup.Route == Current_Route_Folder() && backup.Kind == Backup::State::Finished;
+      if (is_meant) times.insert(times.begin(), backup.Time);
+    }
+  });
+  if (times.size() > Most_Restorable) times.resize(Most_Restorable);
+  return times;
+}
+
+void frmMain::Restore_From_Menu(const Text& time) try {
+  if (Form_Window.Message_Box(u"Are you sure you want to restore this backup?",
+                              Style_Question + Style_Ok_Cancel, u"Restore") != Answer_Ok) {
     return;
   }
-  const Text route = window.Read_Text(Control::cmbRoutes);
-  window.Set_Pointer(Pointer::Hourglass);
-  window.Write_Log(Concatenate({u"Restoring: ", route, Line_End}));
-  const Text folder = installation.Route_Folders.Look_Up(route);
-  const Restore_Result result = installation.Restore(folder, time);
+  Form_Window.Set_Pointer(Pointer::Hourglass);
+  Set_Log(Concatenate({u"Restoring: ", Form_Window.Read_Text(Control::cmbRoutes), NL}));
+  const Restore_Result result = Restore(Current_Route_Folder(), time);
   if (result.How != Restore_Result::End::Done) throw Failure();
   for (const auto* places : {&result.Files.Put_Back, &result.Files.Removed}) {
-    for (const Text& place : *places) window.Append_Log(Concatenate({place, Line_End}));
+    for (const Text& place : *places) Add_Line(place);
   }
-  window.Append_Log(Concatenate({u"Finished restoring ", Line_End}));
-  window.Set_Pointer(Pointer::Default);
-  window.Beep();
+  Add_Line(u"Finished restoring ");
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Beep();
 } catch (const std::exception&) {
-  window.Set_Pointer(Pointer::Default);
-  window.Message_Box(u"Had problems restoring this route!", Style_Critical, std::nullopt);
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Message_Box(u"Had problems restoring this route!", Style_Critical, std::nullopt);
+}
+
+Restore_Result frmMain::Restore(const Text& route_folder, const Text& time) {
+  try {
+    Lock();
+  } catch (const std::exception&) {
+    return {Restore_Result::End::Lock_Held, {}};
+  }
+  Restored_Since_Check = true;
+  return Restore_Route(*FSO, MSTS_Path, route_folder, time,
+                       [this](Text_View line) { Report_Recovery(line); });
+}
+
+void frmMain::Recover_Before_End(const Text& route_folder) {
+  Ignoring_Failures([&] {
+    if (!Is_Locked()) return;
+    Recover_Or_Report(*FSO, MSTS_Path, route_folder,
+                      [this](Text_View line) { Report_Recovery(line); });
+  });
 }
 
 }  // namespace rivelt

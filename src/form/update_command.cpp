@@ -5,7 +5,6 @@
 namespace rivelt {
 
 void frmMain::cmdUpdate_Click() try {
-  Installed.Changed_Since_Check.clear();
   if (Form_Window.Message_Box(u"Are you sure you want to perform an update?",
                               Style_Question + Style_Ok_Cancel, u"Update") != Answer_Ok) {
     return;
@@ -19,7 +18,7 @@ void frmMain::cmdUpdate_Click() try {
   Set_Log(Concatenate({u"Updating: ", route, u", this will take some time", NL}));
   Do_Check();
   // What a failed conversion has staged can be a part of the route.
-  if (Installed.Stopped) throw Failure();
+  if (Stopped) throw Failure();
   Move_Staged_Files();
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
@@ -31,7 +30,7 @@ void frmMain::cmdUpdate_Click() try {
 void frmMain::Move_Staged_Files() {
   const auto staged_files = FSO->GetFolder(places::Staging(MSTS_Path))->Files();
   // Without the lock another program can have staged these, or be at work on the route.
-  if (!Installed.Is_Locked()) throw Failure();
+  if (!Is_Locked()) throw Failure();
   Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
   const auto databases = Staged_Databases();
   if (staged_files.Count() == 0 && databases.Count() == 0) {
@@ -53,8 +52,10 @@ void frmMain::Move_Staged_Files() {
   }
   for (const auto& file : databases) Replace(update, *file, file->name());
   update.Complete();
-  Installed.Changed_Since_Check = update.Changed_Since_Check();
   Add_Line(NL + u"Finished updating ");
+  for (const Text& place : update.Changed_Since_Check()) {
+    Add_Line(u"Had changed since the check, and is in the backup: " + place);
+  }
 }
 
 // Those of a check that has converted the route as a whole.

@@ -28,7 +28,7 @@ class Memory_Window : public Window {
 
   // Runs the program up to its prompt.
   void Start(Registry& registry, Create_File_System_Object create_object);
-  Open_Installation& Installed() { return Gate.Installed(); }
+  frmMain& Form() { return Gate.Started_Form(); }
 
   // What the user does. False: the control does not take it, being disabled or the program at work,
   // or there is no such entry; nothing has happened then.
@@ -40,7 +40,7 @@ class Memory_Window : public Window {
 
   // The form's menu, as the user sees it and picks from it.
   bool Menu_Enabled() const { return Gate.Menu_Enabled(); }
-  bool Whole_Route() { return Installed().Whole_Route; }
+  bool Whole_Route() const { return Gate.Whole_Route(); }
   void Toggle_Whole_Route() { Gate.Toggle_Whole_Route(); }
   std::vector<Text> Restorable() const { return Gate.Restorable(); }
   void Restore(const Text& time) { Gate.Restore(time); }

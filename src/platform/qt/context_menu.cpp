@@ -26,7 +26,7 @@ Context_Menu::Context_Menu(Event_Gate& gate, std::function<void(const Text& time
 
 void Context_Menu::Refresh() {
   Whole_Route->setEnabled(Gate.Menu_Enabled());
-  Whole_Route->setChecked(Gate.Installed().Whole_Route);
+  Whole_Route->setChecked(Gate.Whole_Route());
   Backups->clear();
   for (const Text& time : Gate.Restorable()) Backups->addAction(To_Qt(time));
   Backups->menuAction()->setEnabled(!Backups->isEmpty());

@@ -33,8 +33,7 @@ void System_Menu::Attach(HWND window) {
 
 void System_Menu::Opens(HMENU part) {
   if (part == Backups) return;  // filled with the menu, which shows whether there are any
-  CheckMenuItem(Menu, Whole_Route_Command,
-                Gate.Installed().Whole_Route ? MF_CHECKED : MF_UNCHECKED);
+  CheckMenuItem(Menu, Whole_Route_Command, Gate.Whole_Route() ? MF_CHECKED : MF_UNCHECKED);
   EnableMenuItem(Menu, Whole_Route_Command, Greyed_Unless(Gate.Menu_Enabled()));
   while (DeleteMenu(Backups, 0, MF_BYPOSITION)) continue;
   Times = Gate.Restorable();

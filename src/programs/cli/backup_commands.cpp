@@ -20,7 +20,7 @@ Text Route_In_Folder(Console_Window& window, const Text& folder) {
   const Sorted_List& routes = window.List(Control::cmbRoutes);
   for (std::size_t row = 0; row < routes.Count(); ++row) {
     const Text& route = routes.Entry(row);
-    if (window.Installed().Route_Folders.Look_Up(route) == folder) return route;
+    if (window.Form().Folders().Look_Up(route) == folder) return route;
   }
   return folder;
 }
@@ -29,12 +29,11 @@ Text Route_In_Folder(Console_Window& window, const Text& folder) {
 std::vector<Listed_Backup> Backups_Of(Console_Window& window, const Backup_Settings& settings) {
   std::optional<Text> wanted;
   if (settings.Route) {
-    wanted = window.Installed().Route_Folders.Look_Up(
+    wanted = window.Form().Folders().Look_Up(
         Route_To_Pick(window.List(Control::cmbRoutes), *settings.Route));
   }
-  const Open_Installation& installation = window.Installed();
   std::vector<Listed_Backup> listed;
-  for (const Backup& backup : List_Backups(*installation.Files, installation.Root)) {
+  for (const Backup& backup : List_Backups(window.Form().Files(), window.Form().Root())) {
     const bool is_meant = (!wanted || backup.Route == *wanted) &&
                           (!settings.Time || From_Utf8(*settings.Time) == backup.Time);
     if (is_meant) listed.push_back({Route_In_Folder(window, backup.Route), backup});
@@ -114,8 +113,7 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   if (backups.empty()) throw Wrong_Usage{"There is no such backup.\n"};
   const Listed_Backup& newest = backups.back();
   if (!Is_Confirmed(newest, settings.Yes)) return Exit_Done;
-  const Restore_Result result =
-      window.Installed().Restore(newest.Content.Route, newest.Content.Time);
+  const Restore_Result result = window.Form().Restore(newest.Content.Route, newest.Content.Time);
   window.Show_Recovery();
   if (result.How != Restore_Result::End::Done) return Report_Failed_Restore(result.How);
   Report_Restored(output, newest, result.Files);

@@ -50,10 +50,6 @@ int Answer_From_Terminal();
 // Says why a command cannot be carried out: the program has stopped while it started.
 int Report_Stopped(const Console_Window& window);
 
-// Names the files that the update just made has replaced though they were no longer what the check
-// had read.
-void Show_Changed_Files(Console_Window& window);
-
 // Says on standard error what a conversion of the picked route would leave on the old numbers.
 void Warn_Of_What_Stays_Behind(Console_Window& window);
 

@@ -53,7 +53,7 @@ void Console_Window::Yield() {
 }
 
 void Console_Window::Show_Recovery() {
-  const std::vector<Text>& lines = Installed().Recovery_Lines;
+  const std::vector<Text>& lines = Form().Recovery();
   for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {
     if (!Shows_Log) Write_Error(lines[Recovery_Shown]);
   }

@@ -35,12 +35,11 @@ std::string Description(std::string_view kind, const Reference_Count& count) {
 }
 
 const Text& Folder_Of(Console_Window& window, const Text& route) {
-  return window.Installed().Route_Folders.Look_Up(route);
+  return window.Form().Folders().Look_Up(route);
 }
 
 Route_References References_Of(Console_Window& window, const Text& route) {
-  const Open_Installation& installation = window.Installed();
-  return {*installation.Files, installation.Root, Folder_Of(window, route),
+  return {window.Form().Files(), window.Form().Root(), Folder_Of(window, route),
           [&window] { window.Yield(); }};
 }
 
@@ -49,9 +48,8 @@ Route_References References_Of(Console_Window& window, const Text& route) {
 void Warn_Of_What_Stays_Behind(Console_Window& window) try {
   if (window.Whole_Route()) return;
   const Text route = window.Read_Text(Control::cmbRoutes);
-  const Open_Installation& installation = window.Installed();
-  const Text own_catalogue = places::Own_Catalogue(installation.Root, Folder_Of(window, route));
-  if (installation.Files->FindFile(own_catalogue)) {
+  const Text own_catalogue = places::Own_Catalogue(window.Form().Root(), Folder_Of(window, route));
+  if (window.Form().Files().FindFile(own_catalogue)) {
     Write_Error(
         "This route has a catalogue of its own in OpenRails, which Open Rails reads in place of "
         "the global one.");

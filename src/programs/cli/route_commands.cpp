@@ -73,12 +73,6 @@ int Answer_From_Terminal() {
   return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
 }
 
-void Show_Changed_Files(Console_Window& window) {
-  for (const Text& place : window.Installed().Changed_Since_Check) {
-    Write_Error(u"Had changed since the check, and is in the backup: " + place);
-  }
-}
-
 int Report_Stopped(const Console_Window& window) {
   Write_Error(window.Log());
   return Exit_Failure;
@@ -89,7 +83,7 @@ int List_Routes(Console_Window& window, Output& output) {
   const Sorted_List& routes = window.List(Control::cmbRoutes);
   for (std::size_t row = 0; row < routes.Count(); ++row) {
     const Text& route = routes.Entry(row);
-    output.Write(route + u"\t" + window.Installed().Route_Folders.Look_Up(route) + u"\n");
+    output.Write(route + u"\t" + window.Form().Folders().Look_Up(route) + u"\n");
   }
   return Exit_Done;
 }
@@ -104,12 +98,9 @@ int Run_Command(Console_Window& window, Control button, const Route_Settings& se
   if (!window.Press(button)) throw Wrong_Usage{"A route without a name cannot be picked.\n"};
   window.Clear_Status();
   if (!is_update && !window.Is_Stopped()) Warn_Of_What_Stays_Behind(window);
-  if (is_update) {
-    Show_Changed_Files(window);
-    if (window.Failed()) {
-      const Text route = window.Read_Text(Control::cmbRoutes);
-      window.Installed().Recover_Before_End(window.Installed().Route_Folders.Look_Up(route));
-    }
+  if (is_update && window.Failed()) {
+    const Text route = window.Read_Text(Control::cmbRoutes);
+    window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
   }
   if (settings.Log_File) Save_Log(window, *settings.Log_File);
   return window.Failed() ? Exit_Failure : Exit_Done;

@@ -94,7 +94,6 @@ class Script {
       Require_No(argument);
       Press(keyword == "check" ? Control::cmdCheck : Control::cmdUpdate);
       Played.Show_Recovery();
-      if (keyword == "update") Show_Changed_Files(Played);
     } else if (keyword == "save") {
       if (argument.empty()) throw Bad_Line{"save needs a file"};
       Require_Enabled(Control::cmdSave);
