@@ -266,10 +266,10 @@ A_File_Changed_Between_Check_And_Update_Is_Named_And_Kept() {
   file=$(last_converted)
   echo edited >>"$world/$file"
   cp "$world/$file" edited
-  tell update log
+  tell update "save log.txt"
   end_script
   expect_status 0
-  expect_line out "Had changed since the check, and is in the backup: World\\$file"
+  expect_part log.txt "Had changed since the check, and is in the backup: World\\$file"
   cli backups
   expect_line out "  had changed since the check$(printf '\tWorld\\%s' "$file")"
   expect_same edited "$(backup)/World/$file"
