@@ -7,6 +7,7 @@
 #include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace rivelt {
 
@@ -28,11 +29,20 @@ inline constexpr std::size_t Longest_Result = std::size_t{1} << 25;
 inline constexpr char16_t Double_Quote = 34;
 inline constexpr Text_View Line_End = u"\r\n";
 
-// The one run-time failure. It has no cause: no handler looks at one. A handler catches
-// std::exception, so that running out of memory ends in it as well.
+// The one run-time failure. It can carry a reason in words for a person, which no handler looks at.
+// A handler catches std::exception, so that running out of memory ends in it as well.
 class Failure : public std::exception {
  public:
+  Failure() = default;
+  explicit Failure(Text reason) : In_Words(std::move(reason)) {}
+
   const char* what() const noexcept override { return "Failure"; }
+
+  // Empty if it has none.
+  const Text& Reason() const { return In_Words; }
+
+ private:
+  Text In_Words;
 };
 
 }  // namespace rivelt
