@@ -15,6 +15,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -22,6 +23,7 @@
 #include <utility>
 #include <vector>
 
+#include "text/letter_case.h"
 #include "text/text.h"
 
 namespace rivelt {
@@ -61,6 +63,18 @@ class Collection {
   Long Count() const { return static_cast<Long>(Items.size()); }
   auto begin() const { return Items.begin(); }
   auto end() const { return Items.end(); }
+
+  // The item of that name as a path leads to it: the one that is spelled like it, else the first
+  // that differs in letter case alone; null if there is none. Takes no look at the disk.
+  Item* Find(Text_View name) const {
+    const Name_Key wanted = Key_Of(name);
+    const auto key_of = [](const auto& item) { return Key_Of(item->name()); };
+    const auto as_spelled = std::ranges::lower_bound(Items, wanted, {}, key_of);
+    if (as_spelled != Items.end() && key_of(*as_spelled) == wanted) return as_spelled->get();
+    const auto first = std::ranges::lower_bound(Items, Name_Key{wanted.Folded, {}}, {}, key_of);
+    const bool fits = first != Items.end() && key_of(*first).Folded == wanted.Folded;
+    return fits ? first->get() : nullptr;
+  }
 
   // For a back end that puts itself around the items.
   std::vector<std::unique_ptr<Item>> Take() && { return std::move(Items); }
@@ -113,6 +127,10 @@ class File {
   // room, and what replaces or deletes one of the names leaves the other as it was. A file that is
   // written in place changes under both.
   virtual void Keep(Text_View target_path) = 0;
+
+  // Makes the file read-only or not, as the file at path is; where files have permissions, its
+  // permissions become those of that file. Nothing happens where the file system has neither.
+  virtual void Take_Mode_Of(Text_View path) = 0;
 
   // As it is now. Failure: the file has gone.
   virtual File_State State() const = 0;

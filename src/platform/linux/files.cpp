@@ -58,6 +58,13 @@ class Linux_File : public File {
   void Copy(Text_View target_path) override { Copy_File(Path, Paths->To_Be_Made(target_path)); }
   void Keep(Text_View target_path) override { Keep_File(Path, Paths->To_Be_Made(target_path)); }
 
+  void Take_Mode_Of(Text_View path) override {
+    struct stat model {};
+    // Not every file system has permissions.
+    if (stat(Paths->Existing_File(path).c_str(), &model) != 0) throw Failure();
+    static_cast<void>(chmod(Path.c_str(), model.st_mode & 0777));
+  }
+
   File_State State() const override { return State_Of(Path); }
 
   void Read_Bytes(const std::function<void(std::string_view)>& take) const override {

@@ -134,6 +134,10 @@ class Memory_File : public File {
     Disk.Link(target_path, file.Node);
   }
 
+  void Take_Mode_Of(Text_View path) override {
+    Now().Node->Is_Read_Only = Existing(Disk, path, false).Node->Is_Read_Only;
+  }
+
   File_State State() const override {
     const Item file = Now();
     return {.Size = file.Node->Bytes.size(),

@@ -13,6 +13,15 @@
 namespace rivelt {
 namespace {
 
+// Nothing is said about what cannot be opened for writing: a file that is read-only, or that its
+// holder writes to, and on many file systems the folder.
+void Flush_If_Possible(const std::wstring& path) {
+  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (handle != INVALID_HANDLE_VALUE) FlushFileBuffers(Owned_Handle(handle).get());
+}
+
 class Windows_File : public File {
  public:
   explicit Windows_File(std::wstring path) : Path(std::move(path)) {}
@@ -29,6 +38,12 @@ class Windows_File : public File {
   }
   void Copy(Text_View target_path) override { Copy_File(Path, Full_Path(target_path)); }
   void Keep(Text_View target_path) override { Keep_File(Path, Full_Path(target_path)); }
+  void Take_Mode_Of(Text_View path) override {
+    const bool is_read_only = State_Of(Full_Path(path)).Is_Read_Only;
+    Flush_If_Possible(Path);  // which a read-only file cannot be
+    SetFileAttributesW(Path.c_str(),
+                       is_read_only ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL);
+  }
   File_State State() const override { return State_Of_File(Path); }
   void Read_Bytes(const std::function<void(std::string_view)>& take) const override {
     rivelt::Read_Bytes(Path, take);
@@ -68,15 +83,6 @@ Path_State State_Of_Any(Text_View path) {
     return {};
   }
   return State_Of(full);
-}
-
-// Nothing is said about what cannot be opened for writing: a file that is read-only, or that its
-// holder writes to, and on many file systems the folder.
-void Flush_If_Possible(const std::wstring& path) {
-  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_WRITE,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (handle != INVALID_HANDLE_VALUE) FlushFileBuffers(Owned_Handle(handle).get());
 }
 
 void Flush_Folder(const std::wstring& path) {

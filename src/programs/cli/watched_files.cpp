@@ -49,6 +49,7 @@ class Watched_File : public File, Watched<File> {
   void Move(Text_View target_path) override { Inner().Move(target_path); }
   void Copy(Text_View target_path) override { Inner().Copy(target_path); }
   void Keep(Text_View target_path) override { Inner().Keep(target_path); }
+  void Take_Mode_Of(Text_View path) override { Inner().Take_Mode_Of(path); }
   File_State State() const override { return Inner().State(); }
   void Read_Bytes(const std::function<void(std::string_view)>& take) const override {
     Inner().Read_Bytes(take);
