@@ -5,6 +5,7 @@
 namespace rivelt {
 
 void frmMain::cmdCheck_Click() try {
+  Last_Reason.clear();
   const Text route = Form_Window.Read_Text(Control::cmbRoutes);
   if (route.empty()) {
     Set_Log(u"Please select a route I should check.");
@@ -16,7 +17,8 @@ void frmMain::cmdCheck_Click() try {
   Report_Staged_Files();
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Message_Box(u"Had problems checking this route!", Style_Critical, std::nullopt);
 }

@@ -24,7 +24,8 @@ void frmMain::Do_Check() try {
   Last_Whole = Whole_Route;
   Transforms_Changed = false;
   Restored_Since_Check = false;
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Had problems in Do_Check!");
 }
 

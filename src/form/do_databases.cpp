@@ -14,7 +14,8 @@ void frmMain::Do_Databases() try {
   const std::vector<Text> names = Database_Names(*folder);
   if (names.empty()) Add_Line(u"No track database: ");
   for (const Text& name : names) Convert_Database(name);
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Had problems reading the track database!");
 }
 

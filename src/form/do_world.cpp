@@ -13,7 +13,8 @@ void frmMain::Do_World() try {
   for (const auto& file : files) {
     if (Is_World_File(file->name()) && !Convert_World_File(*file)) return;
   }
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Had problems reading route w-files!");
 }
 

@@ -32,7 +32,8 @@ bool frmMain::Find_MSTS() try {
     MSTS_Path = System_Registry.Wide(value);
   }
   return true;
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Could not locate your MSTS installation!");
   return false;
 }

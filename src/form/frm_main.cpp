@@ -20,7 +20,8 @@ void frmMain::Form_Init() try {
   for (const Text& line : Recovery_Lines) Add_Line(line);
   Recovery_Shown = true;
   Add_Line(NL + u"Select a route above for check/update");
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Could not load Rivelt!");
 }
 

@@ -59,6 +59,9 @@ class frmMain {
   const Text& Root() const { return MSTS_Path; }
   const Keyed_Collection<Text>& Folders() const { return Route_Folders; }
 
+  // Why the last command or the start failed, in words for a person; empty if it did not.
+  const Text& Reason() const { return Last_Reason; }
+
   // About updates that had not finished: all lines since the start.
   const std::vector<Text>& Recovery() const { return Recovery_Lines; }
 
@@ -90,6 +93,10 @@ class frmMain {
 
   // Replaces the log by the text and the standard line, and leaves only Quit and the log usable.
   void Fatal_Error(Text_View text);
+
+  // Every handler of a command or of the start hands its failure over. One without a reason leaves
+  // the reason as it is.
+  void Keep_Reason(const std::exception& failure);
 
   // The shape registry. An unknown name is mapped to itself and has the id -1.
   void Add_Shape(Long id, Text_View name);
@@ -148,6 +155,8 @@ class frmMain {
   bool Whole_Route = false;           // a check converts all that uses the route's own numbers
   bool Last_Whole = false;            // its value at the last check
   bool Restored_Since_Check = false;  // what is staged must not be moved over a restored route
+
+  Text Last_Reason;
 
   std::unique_ptr<Folder_Lock> Held_Lock;
   std::vector<Text> Recovery_Lines;

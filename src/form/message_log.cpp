@@ -35,13 +35,23 @@ void frmMain::Fatal_Error(Text_View text) {
   for (const Control control : {cmdCheck, cmdUpdate, cmdSave}) Form_Window.Enable(control, false);
 }
 
+void frmMain::Keep_Reason(const std::exception& failure) try {
+  const auto* with_reason = dynamic_cast<const Failure*>(&failure);
+  const Text reason = with_reason == nullptr ? u"not enough memory" : with_reason->Reason();
+  if (!reason.empty()) Last_Reason = reason;
+} catch (const std::exception&) {
+  // There is no memory for the words.
+}
+
 void frmMain::cmdSave_Click() try {
+  Last_Reason.clear();
   Form_Window.Show_Save_Dialog();
   if (Form_Window.Save_File_Name().empty()) return;
   const auto stream = FSO->CreateTextFile(Form_Window.Save_File_Name(), true, false);
   stream->Write(Form_Window.Read_Text(Control::txtMessages));
   stream->Close();
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Form_Window.Message_Box(u"Could not save the log!", Style_Critical, std::nullopt);
 }
 

@@ -23,7 +23,8 @@ bool frmMain::Read_Global() try {
   Add_Line(Concatenate({Number_Text(Reserved_Shapes), u" reserved track shapes, ",
                         Number_Text(Shape_Ids.Count()), u" used"}));
   return true;
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Could not read installed track sections!");
   return false;
 }

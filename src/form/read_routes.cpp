@@ -12,7 +12,8 @@ bool frmMain::Read_Routes() try {
   const auto folders = FSO->GetFolder(places::Routes(MSTS_Path))->SubFolders();
   for (const auto& folder : folders) Read_Route(*folder);
   return true;
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Fatal_Error(u"Could not read installed routes!");
   return false;
 }

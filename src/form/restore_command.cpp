@@ -20,6 +20,7 @@ std::vector<Text> frmMain::Restorable() const {
 }
 
 void frmMain::Restore_From_Menu(const Text& time) try {
+  Last_Reason.clear();
   if (Form_Window.Message_Box(u"Are you sure you want to restore this backup?",
                               Style_Question + Style_Ok_Cancel, u"Restore") != Answer_Ok) {
     return;
@@ -34,7 +35,8 @@ void frmMain::Restore_From_Menu(const Text& time) try {
   Add_Line(u"Finished restoring ");
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Message_Box(u"Had problems restoring this route!", Style_Critical, std::nullopt);
 }
@@ -42,7 +44,8 @@ void frmMain::Restore_From_Menu(const Text& time) try {
 Restore_Result frmMain::Restore(const Text& route_folder, const Text& time) {
   try {
     Lock();
-  } catch (const std::exception&) {
+  } catch (const std::exception& failure) {
+    Keep_Reason(failure);
     return {Restore_Result::End::Lock_Held, {}};
   }
   Restored_Since_Check = true;

@@ -5,6 +5,7 @@
 namespace rivelt {
 
 void frmMain::cmdUpdate_Click() try {
+  Last_Reason.clear();
   if (Form_Window.Message_Box(u"Are you sure you want to perform an update?",
                               Style_Question + Style_Ok_Cancel, u"Update") != Answer_Ok) {
     return;
@@ -22,7 +23,8 @@ void frmMain::cmdUpdate_Click() try {
   Move_Staged_Files();
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  Keep_Reason(failure);
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Message_Box(u"Had problems updating this route!", Style_Critical, std::nullopt);
 }
