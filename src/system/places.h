@@ -1,5 +1,7 @@
 // Where things are in an installation: every path is spelled here, by plain concatenation onto the
-// installation's root. A route is named by its folder.
+// installation's root. Letter case does not count in a path, so that what is read as "\routes" and
+// what an update replaces in "\Routes" is one folder: each keeps the spelling that the procedures
+// give it.
 
 #pragma once
 
@@ -26,14 +28,14 @@ inline Text Catalogue(Text_View root) {
 inline Text Routes(Text_View root) {
   return Concatenate({root, u"\\routes"});
 }
-inline Text Route(Text_View root, Text_View route) {
-  return Concatenate({root, u"\\routes\\", route});
+inline Text Route(Text_View root, Text_View route_folder) {
+  return Concatenate({root, u"\\routes\\", route_folder});
 }
-inline Text Local_Catalogue(Text_View root, Text_View route) {
-  return Below(Route(root, route), Tsection);
+inline Text Local_Catalogue(Text_View root, Text_View route_folder) {
+  return Below(Route(root, route_folder), Tsection);
 }
-inline Text World(Text_View root, Text_View route) {
-  return Concatenate({root, u"\\routes\\", route, u"\\world"});
+inline Text World(Text_View root, Text_View route_folder) {
+  return Concatenate({root, u"\\routes\\", route_folder, u"\\world"});
 }
 
 // The folder of everything that the program writes beside the routes.
@@ -44,8 +46,8 @@ inline Text Backups(Text_View root) {
   return Concatenate({root, u"\\Quenby\\backup"});
 }
 // The folder of all updates of a route.
-inline Text Updates(Text_View root, Text_View route) {
-  return Concatenate({root, u"\\Quenby\\backup\\", route});
+inline Text Updates(Text_View root, Text_View route_folder) {
+  return Concatenate({root, u"\\Quenby\\backup\\", route_folder});
 }
 
 // Below Quenby.
@@ -66,16 +68,16 @@ inline Text Staged_Databases(Text_View root) {
 }
 
 // A catalogue of the route's own, which one simulator reads in place of the global one.
-inline Text Own_Catalogue(Text_View root, Text_View route) {
-  return Concatenate({root, u"\\routes\\", route, u"\\OpenRails\\", Tsection});
+inline Text Own_Catalogue(Text_View root, Text_View route_folder) {
+  return Concatenate({root, u"\\routes\\", route_folder, u"\\OpenRails\\", Tsection});
 }
 
 // Where a staged file goes below the route's folder. Its exact name decides.
 inline Text Place_Of_Staged(Text_View name) {
   return name == Tsection ? Text(name) : Below(World_Folder, name);
 }
-inline Text Destination(Text_View root, Text_View route, Text_View place) {
-  return Concatenate({root, u"\\Routes\\", route, u"\\", place});
+inline Text Destination(Text_View root, Text_View route_folder, Text_View place) {
+  return Concatenate({root, u"\\Routes\\", route_folder, u"\\", place});
 }
 
 }  // namespace rivelt::places
