@@ -199,6 +199,35 @@ TEST_F(Small_Installation, Each_Change_Of_The_Settings_Starts_A_Full_Run) {
   }
 }
 
+// Whose controls an aid changes by messages while the program works.
+struct Changed_Window : Memory_Window {
+  Text Read_Text(Control control) const override {
+    return Is_Changed && control == cmbRoutes ? u"B" : Memory_Window::Read_Text(control);
+  }
+  bool Read_Value(Control option) const override {
+    return Is_Changed ? option == optDynamic_1 : Memory_Window::Read_Value(option);
+  }
+  void Yield() override { Is_Changed = true; }
+  bool Is_Changed = false;
+};
+
+TEST_F(Form, A_Check_Works_On_The_Settings_At_Its_Start_And_Records_Those) {
+  Train.Global(Small_Catalogue);
+  Put_Small_Route(Train, u"A");
+  Train.World(u"w-3.w", u"tr_worldfile ( TrackObj ( SectionIdx ( 5 ) FileName ( keep.s ) ) )");
+  Put_Small_Route(Train, u"B");
+  Train.World(u"w-3.w", Small_World(u"301", u"361"));
+  Changed_Window window;
+  Start(window, Registry_Value, Train);
+  window.Is_Changed = false;
+  window.Pick(cmbRoutes, u"A");
+  window.Press(cmdCheck);
+  EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
+  window.Press(cmdUpdate);
+  EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Small_Local);
+  EXPECT_EQ(Train.Content(u"routes\\B\\world\\w-3.w"), Small_World(u"401", u"501"));
+}
+
 TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {
   const struct {
     Text_View Old, New, Staged;  // the object old.s

@@ -6,22 +6,18 @@
 namespace rivelt {
 
 void frmMain::Do_Check() try {
-  if (Transforms_Changed) {
-    Rebuild_Transforms();
-  } else if (Settings_Unchanged()) {
-    return;
-  }
+  Current = Read_Settings();
+  if (!Transforms_Changed && !Restored_Since_Check && Current == Last) return;
+  if (Transforms_Changed || Current.Rows != Last.Rows) Rebuild_Transforms();
   const Text own_catalogue = places::Own_Catalogue(MSTS_Path, Current_Route_Folder());
-  if (Whole_Route && FSO->FindFile(own_catalogue)) {
+  if (Current.Whole_Route && FSO->FindFile(own_catalogue)) {
     return Fatal_Error(u"This route has a catalogue of its own in OpenRails!");
   }
   Prepare_Staging_Folder();
   Do_Tsection();
   Do_World();
   if (!Stopped) Do_Databases();
-  Last_Route = Form_Window.Read_Text(Control::cmbRoutes);
-  Last_Option = Form_Window.Read_Value(Control::optDynamic_0);
-  Last_Whole = Whole_Route;
+  Last = Current;
   Transforms_Changed = false;
   Restored_Since_Check = false;
 } catch (const std::exception& failure) {
@@ -29,16 +25,25 @@ void frmMain::Do_Check() try {
   Fatal_Error(u"Had problems in Do_Check!");
 }
 
-bool frmMain::Settings_Unchanged() const {
-  return !Restored_Since_Check && Form_Window.Read_Text(Control::cmbRoutes) == Last_Route &&
-         Form_Window.Read_Value(Control::optDynamic_0) == Last_Option && Whole_Route == Last_Whole;
+frmMain::Check_Settings frmMain::Read_Settings() const {
+  Check_Settings settings{Form_Window.Read_Text(Control::cmbRoutes),
+                          Form_Window.Read_Value(Control::optDynamic_0),
+                          Whole_Route,
+                          {}};
+  auto* next = settings.Rows.data();
+  for (int row = 0; row < Row_Count; ++row) {
+    for (const Control control : {txtTrack(row), cmbTracks(row)}) {
+      *next++ = Form_Window.Read_Text(control);
+    }
+  }
+  return settings;
 }
 
 void frmMain::Rebuild_Transforms() {
   Transforms = {};
-  for (int row = 0; row < Row_Count; ++row) {
-    const Text old_text = Form_Window.Read_Text(txtTrack(row));
-    const Text new_name = Form_Window.Read_Text(cmbTracks(row));
+  for (std::size_t row = 0; row < Current.Rows.size(); row += 2) {
+    const Text& old_text = Current.Rows[row];
+    const Text& new_name = Current.Rows[row + 1];
     if (old_text.empty() || new_name.empty()) continue;
     Text old_name(Trim_Text(old_text));
     if (Find_Text(1, old_name, u".s") == 0) old_name += u".s";
@@ -55,7 +60,7 @@ void frmMain::Prepare_Staging_Folder() {
   Checked_Files.clear();
   Empty_Folder(places::Staging(MSTS_Path));
   const Text databases = places::Staged_Databases(MSTS_Path);
-  if (Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
+  if (Current.Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
 }
 
 void frmMain::Empty_Folder(const Text& path) {
@@ -67,8 +72,12 @@ void frmMain::Make_Folder(const Text& path) {
   if (!FSO->FolderExists(path)) FSO->CreateFolder(path);
 }
 
-const Text& frmMain::Current_Route_Folder() const {
+const Text& frmMain::Picked_Route_Folder() const {
   return Route_Folders.Look_Up(Form_Window.Read_Text(Control::cmbRoutes));
+}
+
+const Text& frmMain::Current_Route_Folder() const {
+  return Route_Folders.Look_Up(Current.Route);
 }
 
 void frmMain::Stage(Text_View name, Text_View text, const File_State& original) {

@@ -37,12 +37,12 @@ bool frmMain::Convert_World_File(File& file) {
   }
   const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
   Long change_count = 0;
-  if (Whole_Route && Shape_Delta != 0) {
+  if (Current.Whole_Route && Shape_Delta != 0) {
     Passed_World passed = Rebase_Own_Shapes(std::move(output), Own, Shape_Delta, shape_id, log);
     output = std::move(passed.Output);
     change_count = passed.Count;
   }
-  if (Form_Window.Read_Value(Control::optDynamic_1)) {
+  if (!Current.Dynamic_Only) {
     const Shape_Tables tables{[this](Text_View name) { return Map_Shape(name); }, shape_id};
     Passed_World passed = Check_Track_Objects(output, tables, log);
     output = std::move(passed.Output);

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -103,9 +104,18 @@ class frmMain {
   Text Map_Shape(Text_View name);
   Long Shape_Id(Text_View name);
 
+  // What a check works on: what the controls and the menu hold when it begins.
+  struct Check_Settings {
+    Text Route;
+    bool Dynamic_Only = false;
+    bool Whole_Route = false;
+    std::array<Text, 2 * Row_Count> Rows;  // old shape, new shape, row by row
+    bool operator==(const Check_Settings&) const = default;
+  };
+
   // The conversion of a route into the staging folder.
   void Do_Check();
-  bool Settings_Unchanged() const;
+  Check_Settings Read_Settings() const;
   void Rebuild_Transforms();
   void Prepare_Staging_Folder();
   void Do_Tsection();
@@ -113,12 +123,13 @@ class frmMain {
   bool Convert_World_File(File& file);  // false: the walk has to end
 
   bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
-  bool Moves_Whole_Route() const { return Whole_Route && Numbers_Move(); }
+  bool Moves_Whole_Route() const { return Current.Whole_Route && Numbers_Move(); }
   void Do_Databases();
   void Convert_Database(Text_View name);
 
   // Paths below the installation root.
-  const Text& Current_Route_Folder() const;  // its name; Failure: no route is picked
+  const Text& Picked_Route_Folder() const;   // its name; Failure: no route is picked
+  const Text& Current_Route_Folder() const;  // of the check's route
   void Make_Folder(const Text& path);
 
   // Writes a converted copy of the file that was read in that state.
@@ -139,8 +150,8 @@ class frmMain {
   std::unique_ptr<File_System_Object> FSO;
   Text MSTS_Path;  // folder path to which "\routes" and the like are appended directly
   Text NL;
-  Text Last_Route;                       // route of the last check that went through both passes
-  bool Last_Option = false;              // value of optDynamic(0) at that check
+  Check_Settings Last;                   // of the last check that went through both passes
+  Check_Settings Current;                // of the check at work, or else the last one
   Keyed_Collection<Long> Shape_Ids;      // shape file name -> id
   Keyed_Collection<Text> Transforms;     // old shape file name -> new one, or " -delete-"
   bool Transforms_Changed = false;       // a row was edited since the last check
@@ -153,7 +164,6 @@ class frmMain {
 
   bool Stopped = false;               // Fatal_Error was called; nothing leads out of this state
   bool Whole_Route = false;           // a check converts all that uses the route's own numbers
-  bool Last_Whole = false;            // its value at the last check
   bool Restored_Since_Check = false;  // what is staged must not be moved over a restored route
 
   Text Last_Reason;

@@ -11,7 +11,7 @@ std::vector<Text> frmMain::Restorable() const {
   Ignoring_Failures([&] {
     for (const Backup& backup : List_Backups(*FSO, MSTS_Path)) {
       const bool is_meant =
-          backup.Route == Current_Route_Folder() && backup.Kind == Backup::State::Finished;
+          backup.Route == Picked_Route_Folder() && backup.Kind == Backup::State::Finished;
       if (is_meant) times.insert(times.begin(), backup.Time);
     }
   });
@@ -27,7 +27,7 @@ void frmMain::Restore_From_Menu(const Text& time) try {
   }
   Form_Window.Set_Pointer(Pointer::Hourglass);
   Set_Log(Concatenate({u"Restoring: ", Form_Window.Read_Text(Control::cmbRoutes), NL}));
-  const Restore_Result result = Restore(Current_Route_Folder(), time);
+  const Restore_Result result = Restore(Picked_Route_Folder(), time);
   if (result.How != Restore_Result::End::Done) throw Failure();
   for (const auto* places : {&result.Files.Put_Back, &result.Files.Removed}) {
     for (const Text& place : *places) Add_Line(place);

@@ -63,7 +63,7 @@ void frmMain::Move_Staged_Files() {
 // Those of a check that has converted the route as a whole.
 Collection<File> frmMain::Staged_Databases() const {
   const Text folder = places::Staged_Databases(MSTS_Path);
-  if (!Last_Whole || !FSO->FolderExists(folder)) return Collection<File>({});
+  if (!Last.Whole_Route || !FSO->FolderExists(folder)) return Collection<File>({});
   return FSO->GetFolder(folder)->Files();
 }
 
