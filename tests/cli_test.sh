@@ -61,8 +61,10 @@ Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
     "Transforming My2t90mTrestle.s >>  -delete-"
   expect_part out "track sections has been changed"
   expect_routes_untouched
-  ends 1 check Hestbeck --log missing/log.txt
-  expect_line err "Rivelt: Could not save the log!"
+  # An error line does not overtake the output.
+  run bash -c '"$1" --root msts check Hestbeck --log missing/log.txt 2>&1' - "$programs/rivelt-cli"
+  expect_status 1
+  expect_no_part <(sed '1,/^Rivelt: Could not save the log!/d' out) updating
 }
 
 Update_Moves_The_Copies_And_Keeps_The_Originals_In_A_Backup() {
@@ -74,8 +76,6 @@ Update_Moves_The_Copies_And_Keeps_The_Originals_In_A_Backup() {
   ends 0 backups ambrewick
   expect_part out "8 files"
   first=$(cut -f 2 out)
-  ends 0 restore Ambrewick
-  expect_same updated msts/Routes
   ends 2 restore Ambrewick --backup never --yes
   expect_line err "There is no such backup."
   # By hand, too: a backup is copied over the route.
@@ -84,14 +84,23 @@ Update_Moves_The_Copies_And_Keeps_The_Originals_In_A_Backup() {
   expect_routes_untouched
 }
 
-Update_Asks_On_A_Terminal_Where_Ctrl_C_Ends_It_And_Is_Cancelled_Without_One() {
+# Runs a command of the console program on a terminal, where the answer is typed.
+on_terminal() {
+  status=0
+  command script -qec "$programs/rivelt-cli --root msts ${*:2}" /dev/null <<<"$1" >out || status=$?
+}
+
+Update_Asks_After_It_Has_Shown_The_Check() {
   sample
-  ends 0 update Ambrewick --all
-  expect_line err "Update: Are you sure you want to perform an update?"
-  expect_no_part out "Updating"
+  for command in update restore; do
+    ends 2 $command Ambrewick
+    expect_part err "--yes"
+    expect_empty out
+  done
+  on_terminal no update Ambrewick
+  expect_status 1
+  expect_part out "before updating" "Type ok to go on" "Cancelled; the route is untouched."
   local update="$programs/rivelt-cli --root msts update Ambrewick"
-  command script -qec "$update" /dev/null <<<"no" >out
-  expect_part out "Type ok to go on"
   : >out
   status=0
   {
@@ -99,9 +108,27 @@ Update_Asks_On_A_Terminal_Where_Ctrl_C_Ends_It_And_Is_Cancelled_Without_One() {
     printf '\003'
   } | command script -qefc "exec $update" out >shown || status=$?
   expect_status 130
-  expect_same before msts
-  command script -qec "$update" /dev/null <<<"ok" >out
-  expect_part out "Finished updating" "11 of 14 files"
+  expect_part shown "Interrupted; the route is untouched."
+  expect_routes_untouched
+  on_terminal YES update Ambrewick
+  expect_status 0
+  expect_same <(grep -o 'before updating\|Finished updating\|Type ok' out) - \
+    < <(printf '%s\n' 'before updating' 'Type ok' 'Finished updating')
+  on_terminal none update Ambrewick
+  expect_part out "No update needed"
+  expect_no_part out "Type ok"
+  on_terminal "" restore Ambrewick
+  expect_status 1
+  on_terminal y restore Ambrewick
+  expect_routes_untouched
+}
+
+An_Old_Shape_That_The_Route_Does_Not_Have_Moves_Nothing() {
+  sample
+  ends 1 update Ambrewick --yes --delete a2t500R10D --delete Nothing
+  expect_line err "No track object has Nothing"
+  expect_no_part err a2t500
+  expect_routes_untouched
 }
 
 Wrong_Usage_Says_What_Is_Wrong_And_Touches_Nothing() {
@@ -115,9 +142,14 @@ Wrong_Usage_Says_What_Is_Wrong_And_Touches_Nothing() {
     expect_part err "$1"
     expect_same before msts
   }
-  refuses 'There is no single route "Nowhere". The routes are:' check Nowhere
-  expect_line err "  Dörnquell"
-  refuses 'There is no single route "ambrewick"' check ambrewick
+  refuses 'There is no route "Nowhere". The routes are:' check Nowhere
+  expect_line err $'Dörnquell\tDoernquell'
+  for route in ambrewick AMBREWICK other; do
+    refuses 'Several routes have one name' check $route
+    expect_line err $'Ambrewick\tAMBREWICK' $'AMbrewick\tOther'
+  done
+  refuses 'There is no command "chekc"' chekc Hestbeck
+  refuses 'quote the name' check Brenn Valley Line
   refuses 'is not of the form OLD=NEW' check Hestbeck --replace A3t1000r5d
   refuses 'is not of the form OLD=NEW' check Hestbeck --replace =A1t10mStrt.s
   refuses 'needs the name of a shape' update Hestbeck --yes --delete ""
@@ -128,7 +160,8 @@ Wrong_Usage_Says_What_Is_Wrong_And_Touches_Nothing() {
   refuses 'ROUTE' check
   refuses 'yes' check Hestbeck --yes
   refuses 'Cannot read no.txt' script no.txt
-  ends 0 check AMbrewick
+  run "$programs/rivelt-cli" check brenn_valley --root msts
+  expect_part out "Checking: Brenn Valley Line"
 }
 
 Fatal_Errors_Are_Told_On_The_Output_And_Change_Nothing() {
@@ -136,7 +169,7 @@ Fatal_Errors_Are_Told_On_The_Output_And_Change_Nothing() {
   rm -r msts/Routes/AMBREWICK/World before/Routes/AMBREWICK/World
   ends 1 update Ambrewick --all --yes --log log.txt
   expect_line out "Had problems reading route w-files!"
-  expect_line err "Rivelt: Had problems updating this route!" \
+  expect_line err "Rivelt: Had problems updating this route!" "Had problems reading route w-files!" \
     "The log of a stopped program cannot be saved."
   expect_routes_untouched
   head -c 3000 /dev/urandom >msts/Global/tsection.dat
@@ -156,7 +189,7 @@ A_Closed_Output_Or_A_Signal_Ends_The_Check_Between_Two_Files_Unless_It_Was_Ignor
   status=0
   "${check[@]}" >/dev/full 2>err || status=$?
   expect_status 1
-  expect_empty err
+  expect_line err "Reason: standard output cannot be written" "Interrupted; the route is untouched."
   local -A wanted=([PIPE]=1 [INT]=130 [TERM]=130 [HUP]=130 [ignored]=0)
   for end in "${!wanted[@]}"; do
     rm -rf msts/Quenby/tmp
@@ -176,8 +209,18 @@ A_Closed_Output_Or_A_Signal_Ends_The_Check_Between_Two_Files_Unless_It_Was_Ignor
     # Some of the files are staged, and those whole.
     [ "$(count_files msts/Quenby/tmp)" -lt "$(count_files whole)" ] || fail "$end: it went on"
     expect_empty <(diff -rq whole msts/Quenby/tmp | grep -v '^Only in whole: ')
+    expect_line err "Interrupted; the route is untouched."
     expect_routes_untouched
   done
+  set -m
+  "$programs/rivelt-cli" --root msts update Ambrewick --all --yes >out 2>err &
+  set +m
+  until compgen -G 'msts/Quenby/backup/*/*/journal.txt' >/dev/null || ! kill -0 $!; do :; done
+  kill -INT $!
+  status=0
+  wait $! || status=$?
+  expect_status 130
+  expect_line err "Interrupted; the update was finished."
 }
 
 Script_Presses_The_Controls_And_Prints_What_It_Is_Asked_For() {

@@ -25,7 +25,7 @@ class Event_Gate {
   void Start_Up(Registry& registry, Create_File_System_Object create_object);
 
   // After the start.
-  frmMain& Started_Form() { return *Form; }
+  frmMain& Started_Form() const { return *Form; }
 
   // The user has pressed, picked, selected or changed the control.
   void Raise(Control control);

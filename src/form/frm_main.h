@@ -27,6 +27,12 @@ namespace rivelt {
 // Makes the object through which all files are reached. Failure: it cannot be made.
 using Create_File_System_Object = std::function<std::unique_ptr<File_System_Object>()>;
 
+// As the start has found it.
+struct Installed_Route {
+  Text Name;  // for display
+  Text Folder;
+};
+
 class frmMain {
  public:
   // The window and the registry must outlive the form.
@@ -59,6 +65,9 @@ class frmMain {
   File_System_Object& Files() const { return *FSO; }
   const Text& Root() const { return MSTS_Path; }
   const Keyed_Collection<Text>& Folders() const { return Route_Folders; }
+
+  // All of them, also those of a name that another has before them in Folders.
+  const std::vector<Installed_Route>& Routes() const { return Installed_Routes; }
 
   // Why the last command or the start failed, in words for a person; empty if it did not.
   const Text& Reason() const { return Last_Reason; }
@@ -166,6 +175,7 @@ class frmMain {
   bool Whole_Route = false;           // a check converts all that uses the route's own numbers
   bool Restored_Since_Check = false;  // what is staged must not be moved over a restored route
 
+  std::vector<Installed_Route> Installed_Routes;
   Text Last_Reason;
 
   std::unique_ptr<Folder_Lock> Held_Lock;

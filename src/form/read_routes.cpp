@@ -22,6 +22,7 @@ void frmMain::Read_Route(const Folder& folder) {
   const auto text = Trk_Text(folder);
   if (!text) return;
   const Text route_name = Route_Display_Name(*text);
+  Installed_Routes.push_back({route_name, folder.name()});
   Ignoring_Failures([&] { Route_Folders.Add(folder.name(), route_name); });
   Ignoring_Failures([&] { Form_Window.Add_Item(Control::cmbRoutes, route_name); });
 }

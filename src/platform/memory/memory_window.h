@@ -28,7 +28,7 @@ class Memory_Window : public Window {
 
   // Runs the program up to its prompt.
   void Start(Registry& registry, Create_File_System_Object create_object);
-  frmMain& Form() { return Gate.Started_Form(); }
+  frmMain& Form() const { return Gate.Started_Form(); }
 
   // What the user does. False: the control does not take it, being disabled or the program at work,
   // or there is no such entry; nothing has happened then.

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,27 +18,21 @@ struct Listed_Backup {
   Backup Content;
 };
 
-Text Route_In_Folder(Console_Window& window, const Text& folder) {
-  const Sorted_List& routes = window.List(Control::cmbRoutes);
-  for (std::size_t row = 0; row < routes.Count(); ++row) {
-    const Text& route = routes.Entry(row);
-    if (window.Form().Folders().Look_Up(route) == folder) return route;
-  }
-  return folder;
+Text Name_Of(const Console_Window& window, const Text& folder) {
+  const auto& routes = window.Form().Routes();
+  const auto found = std::ranges::find(routes, folder, &Installed_Route::Folder);
+  return found == routes.end() ? folder : found->Name;
 }
 
 // Those that are meant, the oldest of each route first.
 std::vector<Listed_Backup> Backups_Of(Console_Window& window, const Backup_Settings& settings) {
   std::optional<Text> wanted;
-  if (settings.Route) {
-    wanted = window.Form().Folders().Look_Up(
-        Route_To_Pick(window.List(Control::cmbRoutes), *settings.Route));
-  }
+  if (settings.Route) wanted = Route_To_Pick(window, *settings.Route).Folder;
   std::vector<Listed_Backup> listed;
   for (const Backup& backup : List_Backups(window.Form().Files(), window.Form().Root())) {
     const bool is_meant = (!wanted || backup.Route == *wanted) &&
                           (!settings.Time || From_Utf8(*settings.Time) == backup.Time);
-    if (is_meant) listed.push_back({Route_In_Folder(window, backup.Route), backup});
+    if (is_meant) listed.push_back({Name_Of(window, backup.Route), backup});
   }
   return listed;
 }
@@ -54,11 +50,6 @@ void Write_Places(Output& output, const std::vector<Text>& places, std::string_v
   for (const Text& place : places) {
     output.Write(std::string(what) + "\t" + To_Utf8(place) + "\n");
   }
-}
-
-bool Is_Confirmed(const Listed_Backup& backup, bool yes) {
-  Write_Error("Restore: " + Description(backup));
-  return yes || Answer_From_Terminal() == Answer_Ok;
 }
 
 int Report_Failure(std::string_view message) {
@@ -94,7 +85,6 @@ void Report_Restored(Output& output, const Listed_Backup& backup, const Restored
 }  // namespace
 
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) try {
-  if (window.Is_Stopped()) return Report_Stopped(window);
   for (const Listed_Backup& backup : Backups_Of(window, settings)) {
     output.Write(Description(backup) + "\n");
     Write_Places(output, backup.Content.Changed, "  had changed since the check");
@@ -105,17 +95,18 @@ int List_Backups(Console_Window& window, Output& output, const Backup_Settings& 
 }
 
 int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings) try {
-  if (window.Is_Stopped()) return Report_Stopped(window);
   std::vector<Listed_Backup> backups = Backups_Of(window, settings);
   std::erase_if(backups, [](const Listed_Backup& backup) {
     return backup.Content.Kind != Backup::State::Finished;
   });
   if (backups.empty()) throw Wrong_Usage{"There is no such backup.\n"};
   const Listed_Backup& newest = backups.back();
-  if (!Is_Confirmed(newest, settings.Yes)) return Exit_Done;
+  Write_Error("Restore: " + Description(newest));
+  if (!Is_Confirmed(settings.Yes)) return Exit_Failure;
   const Restore_Result result = window.Form().Restore(newest.Content.Route, newest.Content.Time);
-  window.Show_Recovery();
+  window.Report();
   if (result.How != Restore_Result::End::Done) return Report_Failed_Restore(result.How);
+  window.Outcome = "the restore was finished";
   Report_Restored(output, newest, result.Files);
   return Exit_Done;
 } catch (const std::exception&) {

@@ -15,10 +15,6 @@ namespace {
 
 constexpr std::size_t Closest_Count = 3;
 
-std::string Entry_Line(Text_View entry) {
-  return "  " + To_Utf8(entry) + "\n";
-}
-
 // The number of units to insert, remove or exchange to make one text of the other.
 std::size_t Edit_Distance(Text_View first, Text_View second) {
   std::vector<std::size_t> row(second.size() + 1);
@@ -57,13 +53,9 @@ std::string Closest_Entries(const Sorted_List& list, Text_View wanted) {
   std::partial_sort(by_distance.begin(), by_distance.begin() + static_cast<std::ptrdiff_t>(shown),
                     by_distance.end());
   std::string lines;
-  for (std::size_t i = 0; i < shown; ++i) lines += Entry_Line(list.Entry(by_distance[i].second));
-  return lines;
-}
-
-std::string All_Entries(const Sorted_List& list) {
-  std::string lines;
-  for (std::size_t row = 0; row < list.Count(); ++row) lines += Entry_Line(list.Entry(row));
+  for (std::size_t i = 0; i < shown; ++i) {
+    lines += "  " + To_Utf8(list.Entry(by_distance[i].second)) + "\n";
+  }
   return lines;
 }
 

@@ -15,7 +15,4 @@ std::optional<Text> Choose_Entry(const Sorted_List& list, Text_View wanted);
 // A few entries that are written most like wanted, each on a line of its own, indented.
 std::string Closest_Entries(const Sorted_List& list, Text_View wanted);
 
-// All entries, in the same form.
-std::string All_Entries(const Sorted_List& list);
-
 }  // namespace rivelt

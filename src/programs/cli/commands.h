@@ -13,7 +13,7 @@ namespace rivelt {
 
 enum Exit_Status : int {
   Exit_Done = 0,
-  Exit_Failure = 1,  // the program reported a failure, or a script stopped
+  Exit_Failure = 1,  // the program reported a failure, a script stopped, or the answer was no
   Exit_Wrong_Usage = 2,
   Exit_Interrupted = 130,
 };
@@ -41,20 +41,21 @@ struct Backup_Settings {
   bool Yes = false;
 };
 
-// The entry of cmbRoutes that is meant; throws Wrong_Usage if there is no single one.
-Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted);
+// The route that a person means by its name, or by its folder where no route has that name; letter
+// case does not count. Throws Wrong_Usage if there is none, or several: of routes of one name the
+// controls reach only the first.
+Installed_Route Route_To_Pick(const Console_Window& window, const std::string& wanted);
 
-// The answer of the person at the terminal to what has been asked; without a terminal a Cancel.
-int Answer_From_Terminal();
-
-// Says why a command cannot be carried out: the program has stopped while it started.
-int Report_Stopped(const Console_Window& window);
+// Whether the person at the terminal agrees to what has been asked, or has said so before; says so
+// if not.
+bool Is_Confirmed(bool yes);
 
 // Says on standard error what a conversion of the picked route would leave on the old numbers.
 void Warn_Of_What_Stays_Behind(Console_Window& window);
 
-int List_Routes(Console_Window& window, Output& output);
-int Run_Command(Console_Window& window, Control button, const Route_Settings& settings);
+int List_Routes(const Console_Window& window, Output& output);
+int Check_Route(Console_Window& window, const Route_Settings& settings);
+int Update_Route(Console_Window& window, const Route_Settings& settings);
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Count_References(Console_Window& window, Output& output, const std::string& route);

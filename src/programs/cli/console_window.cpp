@@ -30,6 +30,7 @@ void Console_Window::Write_Log(Text_View text) {
 
 void Console_Window::Append_Log(Text_View text) {
   Memory_Window::Append_Log(text);
+  if (text.starts_with(u"\r\nFinished updating")) Outcome = "the update was finished";
   if (!Shows_Log) return;
   Clear_Status();
   Console.Write(text);
@@ -52,11 +53,20 @@ void Console_Window::Yield() {
   Memory_Window::Yield();
 }
 
-void Console_Window::Show_Recovery() {
+void Console_Window::Report() {
+  Clear_Status();
   const std::vector<Text>& lines = Form().Recovery();
   for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {
     if (!Shows_Log) Write_Error(lines[Recovery_Shown]);
   }
+  if (Is_Stopped() && !(Shows_Log && Output_Is_Terminal())) Write_Error(Log());
+  if (Form().Reason().empty()) return;
+  Write_Error(u"Reason: " + Form().Reason());
+  Failure_Shown = true;
+}
+
+void Console_Window::Report_Interruption() {
+  Write_Error("Interrupted; " + std::string(Outcome) + ".");
 }
 
 void Console_Window::Show_Status() {

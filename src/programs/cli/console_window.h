@@ -27,10 +27,14 @@ class Console_Window : public Memory_Window {
   // Whether standard error shows how far a command has come, on one line that is written over.
   bool Shows_Status = false;
 
+  // What has become of the route, if the program is interrupted now.
+  std::string_view Outcome = "the route is untouched";
+
   // Answers a message box that asks. Without it the prepared answers count.
   std::function<int()> Ask;
 
-  // Whether the program has reported a failure, by a message box or by stopping.
+  // Whether the program has reported a failure: by a message box, by stopping, or by a reason
+  // alone.
   bool Failed() const { return Failure_Shown || Is_Stopped(); }
   bool Is_Stopped() const { return !Enabled(Control::cmbRoutes); }
 
@@ -41,9 +45,13 @@ class Console_Window : public Memory_Window {
 
   void Clear_Status();
 
-  // Shows on standard error what has been done about unfinished updates since the last call, unless
-  // the log is shown, which has it.
-  void Show_Recovery();
+  // To be called after the start and after each command. Shows on standard error what has been done
+  // about unfinished updates since the last call, unless the log is shown, which has it; and why
+  // the command has failed.
+  void Report();
+
+  // For a program that is to end before its command has.
+  void Report_Interruption();
 
  private:
   void Show_Status();

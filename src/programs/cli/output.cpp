@@ -1,5 +1,6 @@
 #include "programs/cli/output.h"
 
+#include <cerrno>
 #include <cstdio>
 
 #include "text/primitives.h"
@@ -12,6 +13,11 @@ std::string With_Plain_Line_Ends(Text_View text) {
   return To_Utf8(Replace_Text(text, Line_End, u"\n"));
 }
 
+[[noreturn]] void Fail() {
+  if (errno != EPIPE) Write_Error("Reason: standard output cannot be written");
+  throw Interrupted();
+}
+
 }  // namespace
 
 void Output::Write(Text_View text) {
@@ -21,7 +27,7 @@ void Output::Write(Text_View text) {
 
 void Output::Write(std::string_view bytes) {
   if (bytes.empty()) return;
-  if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) throw Interrupted();
+  if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) Fail();
   In_Line = bytes.back() != '\n';
 }
 
@@ -30,7 +36,8 @@ void Output::End_Line() {
 }
 
 void Output::Flush() {
-  if (std::fflush(stdout) != 0) throw Interrupted();
+  // It may also have failed in an earlier flush.
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) Fail();
 }
 
 void Write_Error(Text_View line) {

@@ -34,27 +34,22 @@ std::string Description(std::string_view kind, const Reference_Count& count) {
   return lines;
 }
 
-const Text& Folder_Of(Console_Window& window, const Text& route) {
-  return window.Form().Folders().Look_Up(route);
-}
-
-Route_References References_Of(Console_Window& window, const Text& route) {
-  return {window.Form().Files(), window.Form().Root(), Folder_Of(window, route),
-          [&window] { window.Yield(); }};
+Route_References References_Of(Console_Window& window, const Text& folder) {
+  return {window.Form().Files(), window.Form().Root(), folder, [&window] { window.Yield(); }};
 }
 
 }  // namespace
 
 void Warn_Of_What_Stays_Behind(Console_Window& window) try {
   if (window.Whole_Route()) return;
-  const Text route = window.Read_Text(Control::cmbRoutes);
-  const Text own_catalogue = places::Own_Catalogue(window.Form().Root(), Folder_Of(window, route));
+  const Text folder = window.Form().Folders().Look_Up(window.Read_Text(Control::cmbRoutes));
+  const Text own_catalogue = places::Own_Catalogue(window.Form().Root(), folder);
   if (window.Form().Files().FindFile(own_catalogue)) {
     Write_Error(
         "This route has a catalogue of its own in OpenRails, which Open Rails reads in place of "
         "the global one.");
   }
-  const Left_Behind left = References_Of(window, route).Count_Left_Behind();
+  const Left_Behind left = References_Of(window, folder).Count_Left_Behind();
   if (left.In_Databases == 0 && left.In_Track_Objects == 0) return;
   Write_Error("Stays behind: " + std::to_string(left.In_Databases) +
               " of the route's own numbers in its track databases and " +
@@ -66,9 +61,7 @@ void Warn_Of_What_Stays_Behind(Console_Window& window) try {
 }
 
 int Count_References(Console_Window& window, Output& output, const std::string& wanted) try {
-  if (window.Is_Stopped()) return Report_Stopped(window);
-  Route_References route =
-      References_Of(window, Route_To_Pick(window.List(Control::cmbRoutes), wanted));
+  Route_References route = References_Of(window, Route_To_Pick(window, wanted).Folder);
   route.Count_World();
   route.Count_Paths();
   route.Count_Databases();

@@ -1,9 +1,15 @@
+#include <algorithm>
+#include <cctype>
 #include <iostream>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "platform/machine.h"
 #include "programs/cli/choose_entry.h"
 #include "programs/cli/commands.h"
+#include "text/letter_case.h"
+#include "text/primitives.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -39,71 +45,147 @@ std::vector<Row> Rows_Of(const Route_Settings& settings, const Sorted_List& shap
   return rows;
 }
 
-void Set_Up(Console_Window& window, const Route_Settings& settings) {
-  window.Pick(Control::cmbRoutes, Route_To_Pick(window.List(Control::cmbRoutes), settings.Route));
-  const std::vector<Row> rows = Rows_Of(settings, window.List(cmbTracks(0)));
+std::vector<Row> Set_Up(Console_Window& window, const Route_Settings& settings) {
+  window.Pick(Control::cmbRoutes, Route_To_Pick(window, settings.Route).Name);
+  std::vector<Row> rows = Rows_Of(settings, window.List(cmbTracks(0)));
   if (settings.Whole_Route) window.Toggle_Whole_Route();
-  if (!settings.All_Sections && rows.empty()) return;
-  window.Select(Control::optDynamic_1);
+  if (settings.All_Sections || !rows.empty()) window.Select(Control::optDynamic_1);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     window.Type(txtTrack(static_cast<int>(i)), rows[i].Old_Name);
     window.Pick(cmbTracks(static_cast<int>(i)), rows[i].New_Name);
   }
+  return rows;
 }
 
-void Save_Log(Console_Window& window, const std::string& file) {
-  window.Save_File_Names.push_back(From_Utf8(file));
-  if (!window.Press(Control::cmdSave)) Write_Error("The log of a stopped program cannot be saved.");
+std::vector<Installed_Route> Sorted_Routes(const Console_Window& window) {
+  std::vector<Installed_Route> routes = window.Form().Routes();
+  std::ranges::stable_sort(routes, {},
+                           [](const Installed_Route& route) { return Key_Of(route.Name); });
+  return routes;
+}
+
+std::string Lines_Of(const std::vector<Installed_Route>& routes) {
+  std::string lines;
+  for (const auto& [name, folder] : routes) lines += To_Utf8(name) + "\t" + To_Utf8(folder) + "\n";
+  return lines;
+}
+
+void Press(Console_Window& window, Control button) {
+  if (!window.Press(button)) throw Wrong_Usage{"A route without a name cannot be picked.\n"};
+  window.Report();
+}
+
+// Says which of the old shapes the check has not come upon. False: there are some.
+bool All_Found(const Console_Window& window, const std::vector<Row>& rows) {
+  const Text log = Fold_Case(window.Log());
+  bool all_found = true;
+  for (const Row& row : rows) {
+    const Text name(Trim_Text(row.Old_Name));
+    const auto is_in_log = [&](Text_View ending) {
+      return log.find(Fold_Case(Concatenate({u"Transforming ", name, ending, u" >> "}))) !=
+             Text::npos;
+    };
+    if (is_in_log(u"") || is_in_log(u".s")) continue;
+    Write_Error(u"No track object has " + name);
+    all_found = false;
+  }
+  return all_found;
+}
+
+// Whether the check that the log shows has staged anything.
+bool Is_Update_Needed(const Console_Window& window) {
+  return window.Log().ends_with(u"You may look them over before updating\r\n");
+}
+
+// Presses Check; false if an old shape was not found.
+bool Check_Picked_Route(Console_Window& window, const std::vector<Row>& rows) {
+  Press(window, Control::cmdCheck);
+  if (window.Is_Stopped()) return true;
+  Warn_Of_What_Stays_Behind(window);
+  return All_Found(window, rows);
+}
+
+// Presses Update, which asks. False: the answer was no.
+bool Update_Picked_Route(Console_Window& window, bool yes) {
+  bool confirmed = true;
+  window.Ask = [&] {
+    confirmed = Is_Confirmed(yes);
+    return confirmed ? Answer_Ok : 0;
+  };
+  Press(window, Control::cmdUpdate);
+  if (window.Failed()) {
+    const Text route = window.Read_Text(Control::cmbRoutes);
+    window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
+  }
+  return confirmed;
+}
+
+// The exit status of a command that has ended.
+int End(Console_Window& window, const Route_Settings& settings, bool done) {
+  if (settings.Log_File) {
+    window.Save_File_Names.push_back(From_Utf8(*settings.Log_File));
+    if (window.Press(Control::cmdSave)) {
+      window.Report();
+    } else {
+      Write_Error("The log of a stopped program cannot be saved.");
+    }
+  }
+  return done && !window.Failed() ? Exit_Done : Exit_Failure;
 }
 
 }  // namespace
 
-Text Route_To_Pick(const Sorted_List& routes, const std::string& wanted) {
-  if (const auto entry = Choose_Entry(routes, From_Utf8(wanted))) return *entry;
-  throw Wrong_Usage{"There is no single route \"" + wanted + "\". The routes are:\n" +
-                    All_Entries(routes)};
+Installed_Route Route_To_Pick(const Console_Window& window, const std::string& wanted) {
+  const std::vector<Installed_Route> routes = Sorted_Routes(window);
+  const auto with = [&](Text Installed_Route::*field, Text_View value) {
+    std::vector<Installed_Route> found;
+    std::ranges::copy_if(routes, std::back_inserter(found), [&](const Installed_Route& route) {
+      return Fold_Case(route.*field) == Fold_Case(value);
+    });
+    return found;
+  };
+  auto meant = with(&Installed_Route::Name, From_Utf8(wanted));
+  if (meant.empty()) meant = with(&Installed_Route::Folder, From_Utf8(wanted));
+  if (meant.size() == 1) meant = with(&Installed_Route::Name, meant.front().Name);
+  if (meant.size() == 1) return meant.front();
+  if (meant.empty()) {
+    throw Wrong_Usage{"There is no route \"" + wanted + "\". The routes are:\n" + Lines_Of(routes)};
+  }
+  throw Wrong_Usage{"Several routes have one name, so none of them can be picked:\n" +
+                    Lines_Of(meant)};
 }
 
-int Answer_From_Terminal() {
-  if (!Input_Is_Terminal()) return 0;
+bool Is_Confirmed(bool yes) {
+  if (yes) return true;
   std::cerr << "Type ok to go on, anything else cancels: " << std::flush;
   std::string answer;
   std::getline(std::cin, answer);
   if (End_Requested()) throw Interrupted();
-  return answer == "ok" || answer == "OK" ? Answer_Ok : 0;
+  for (char& letter : answer) letter = static_cast<char>(std::tolower(letter));
+  if (answer == "y" || answer == "yes" || answer == "ok") return true;
+  Write_Error("Cancelled; the route is untouched.");
+  return false;
 }
 
-int Report_Stopped(const Console_Window& window) {
-  Write_Error(window.Log());
-  return Exit_Failure;
-}
-
-int List_Routes(Console_Window& window, Output& output) {
-  if (window.Is_Stopped()) return Report_Stopped(window);
-  const Sorted_List& routes = window.List(Control::cmbRoutes);
-  for (std::size_t row = 0; row < routes.Count(); ++row) {
-    const Text& route = routes.Entry(row);
-    output.Write(route + u"\t" + window.Form().Folders().Look_Up(route) + u"\n");
-  }
+int List_Routes(const Console_Window& window, Output& output) {
+  output.Write(Lines_Of(Sorted_Routes(window)));
   return Exit_Done;
 }
 
-int Run_Command(Console_Window& window, Control button, const Route_Settings& settings) {
-  if (window.Is_Stopped()) return Exit_Failure;
-  Set_Up(window, settings);
-  window.Ask = settings.Yes ? [] { return Answer_Ok; } : Answer_From_Terminal;
-  const bool is_update = button == Control::cmdUpdate;
-  // Of an update before the question, while the files are what they were.
-  if (is_update) Warn_Of_What_Stays_Behind(window);
-  if (!window.Press(button)) throw Wrong_Usage{"A route without a name cannot be picked.\n"};
-  window.Clear_Status();
-  if (!is_update && !window.Is_Stopped()) Warn_Of_What_Stays_Behind(window);
-  if (is_update && window.Failed()) {
-    const Text route = window.Read_Text(Control::cmbRoutes);
-    window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
+int Check_Route(Console_Window& window, const Route_Settings& settings) {
+  Check_Picked_Route(window, Set_Up(window, settings));
+  return End(window, settings, true);
+}
+
+int Update_Route(Console_Window& window, const Route_Settings& settings) {
+  const std::vector<Row> rows = Set_Up(window, settings);
+  if (settings.Yes && rows.empty()) {
+    Warn_Of_What_Stays_Behind(window);
+  } else {
+    const bool goes_on = Check_Picked_Route(window, rows) || !settings.Yes;
+    if (!goes_on || !Is_Update_Needed(window)) return End(window, settings, goes_on);
   }
-  if (settings.Log_File) Save_Log(window, *settings.Log_File);
-  return window.Failed() ? Exit_Failure : Exit_Done;
+  return End(window, settings, Update_Picked_Route(window, settings.Yes));
 }
 
 }  // namespace rivelt

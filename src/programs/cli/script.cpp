@@ -93,12 +93,13 @@ class Script {
     if (keyword == "check" || keyword == "update") {
       Require_No(argument);
       Press(keyword == "check" ? Control::cmdCheck : Control::cmdUpdate);
-      Played.Show_Recovery();
+      Played.Report();
     } else if (keyword == "save") {
       if (argument.empty()) throw Bad_Line{"save needs a file"};
       Require_Enabled(Control::cmdSave);
       Played.Save_File_Names.push_back(From_Utf8(argument));
       Press(Control::cmdSave);
+      Played.Report();
     } else {
       return false;
     }
