@@ -65,6 +65,9 @@ Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
   run bash -c '"$1" --root msts check Hestbeck --log missing/log.txt 2>&1' - "$programs/rivelt-cli"
   expect_status 1
   expect_no_part <(sed '1,/^Rivelt: Could not save the log!/d' out) updating
+  # Nor is a failed write forgotten.
+  run bash -c '"$1" --root msts check Hestbeck >/dev/full' - "$programs/rivelt-cli"
+  expect_status 1
 }
 
 Update_Moves_The_Copies_And_Keeps_The_Originals_In_A_Backup() {

@@ -39,7 +39,6 @@ void Console_Window::Append_Log(Text_View text) {
 int Console_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
   Clear_Status();
   if (Shows_Log) Console.End_Line();
-  Console.Flush();
   Write_Error(Concatenate({title.value_or(Window_Caption), u": ", text}));
   if ((style & Style_Critical) != 0) Failure_Shown = true;
   const int answer = Memory_Window::Message_Box(text, style, title);
