@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <utility>
-#include <vector>
 
+#include "platform/memory/memory_files.h"
 #include "sample/binary_file.h"
 #include "sample/random_source.h"
 #include "sample/text_file.h"
@@ -46,6 +48,109 @@ TEST(Binary_File, Of_Every_Block_And_Value_Gives_Their_Text_Again) {
   std::iota(choices.begin(), choices.end(), u'\0');
   Expect_There_And_Back(File_Text(u"w0t", sample::Invented_Blocks(true, choices, 20)));
   Expect_There_And_Back(File_Text(u"T0t", sample::Invented_Blocks(false, choices, 20)));
+}
+
+std::string Number(auto number) {
+  return {reinterpret_cast<const char*>(&number), sizeof(number)};
+}
+std::string Units(Text_View text) {
+  return std::string(Bytes_Of(text));
+}
+std::string Block(std::uint32_t number, const std::string& holds, Text_View label = u"") {
+  const std::string rest = static_cast<char>(label.size()) + Units(label) + holds;
+  return Number(number) + Number(static_cast<std::uint32_t>(rest.size())) + rest;
+}
+
+const std::string Head = "SIMISA@@@@@@@@@@JINX0w0b______\r\n";
+std::string World(const std::string& holds) {
+  return Head + Block(0x4004B, holds);
+}
+
+TEST(Binary_File, With_A_Label_Has_It_After_The_Name) {
+  const std::string file =
+      World(Block(0x40003, Block(0x40119, ""), u"\u00C9a") + Block(0x4006C, Number(7), u"a b"));
+  EXPECT_EQ(To_Utf8(Text_Of_Binary(file)),
+            "SIMISA@@@@@@@@@@JINX0w0t______\r\n\r\nTr_Worldfile (\r\n\tStatic \u00C9a (\r\n"
+            "\t\tNoDirLight ( )\r\n\t)\r\n\tUiD \"a b\" ( 7 )\r\n)\r\n");
+}
+
+TEST(Binary_File, With_A_Text_In_It_Is_That_Text) {
+  const std::string narrow = "SIMISA@@@@@@@@@@JINX0w1t______\r\n\r\nTr_Worldfile ( \u00C9 )";
+  EXPECT_EQ(To_Utf8(Text_Of_Binary(narrow)), narrow);
+  EXPECT_EQ(To_Utf8(Text_Of_Binary(Compressed_File(narrow))), narrow);
+}
+
+TEST(Binary_File, Without_A_Checksum_Is_Whole_And_An_Odd_Last_Byte_Is_No_Trouble) {
+  const std::string file = World(Block(0x40119, "") + Block(0x4006C, Number(7)));
+  const Text text = Text_Of_Binary(file);
+  const std::string compressed = Compressed_File(file);
+  for (std::size_t cut = 0; cut <= 4; ++cut) {
+    const std::string bytes = compressed.substr(0, compressed.size() - cut);
+    EXPECT_TRUE(Is_Binary(From_Utf16(bytes)));
+    EXPECT_EQ(Text_Of_Binary(From_Utf16(bytes), bytes.size()), text) << cut;
+  }
+  EXPECT_EQ(file.size() % 2, 1U);
+  EXPECT_EQ(Text_Of_Binary(From_Utf16(file), file.size()), text);
+  EXPECT_FALSE(Is_Binary(text));
+}
+
+TEST(Binary_File, That_Cannot_Be_Read_Says_Where_And_Why) {
+  const std::string uid = Block(0x4006C, Number(7));
+  const std::string compressed = Compressed_File(World(uid));
+  const auto changed = [&](std::size_t place, char by) {
+    std::string bytes = compressed;
+    bytes[place] = static_cast<char>(bytes[place] + by);
+    return bytes;
+  };
+  const std::pair<std::string, Text_View> cases[] = {
+      {"SIMISA@@@@@@@@@", u"0: this begins no"},
+      {"SIMISA@F@@@@@@@=", u"0: this begins no"},
+      {"SIMISA@@@@@@@@@@JINX0r0b______\r\n", u"16: this begins no world file"},
+      {Head, u"32: the file ends inside"},
+      {"SIMISA@@@@@@@@@@JINX0w0t______\r\nab\xFF", u"34: this is not UTF-8"},
+      {Head + Block(0x4006C, Number(7)), u"block 0004006c UiD does not begin such a file"},
+      {World(uid) + '\0', u"block 0004004b Tr_Worldfile ends before the file"},
+      {World(uid + "123"), u"54: block 0004004b Tr_Worldfile ends inside"},
+      {World(Block(0x40082, Number(7))), u"41: block 00040082 of an unknown kind"},
+      {Head + Block(0x4004B, uid).substr(0, 20), u"32: block 0004004b Tr_Worldfile reaches beyond"},
+      {World(uid.substr(0, uid.size() - 1)), u"41: block 0004006c UiD reaches beyond"},
+      {World(Number(0x4006C) + Number(0)), u"49: block 0004006c UiD ends inside"},
+      {World(Number(0x4006C) + Number(2) + "\1a"), u"50: block 0004006c UiD ends inside"},
+      {World(Block(0x40061, Number(7) + Number(7))), u"58: block 00040061 Position ends inside"},
+      {World(Block(0x4006C, "12345")), u"54: block 0004006c UiD goes on after"},
+      {World(Block(0x40119, "1")), u"50: block 00040119 NoDirLight goes on after"},
+      {World(Block(0x4005F, "\2\1a")), u"52: block 0004005f FileName ends inside"},
+      {World(Block(0x40118, Number(0x7F800000))), u"50: block 00040118 Radius has an infinite"},
+      {World(Block(0x4006E, "")), u"50: block 0004006e TrackSection ends inside"},
+      {World(Block(0x4033F, Number(~0U))), u"54: block 0004033f Speed_Sign_Shape ends inside"},
+      {changed(8, 1), u": the compressed data is not of the size"},
+      {changed(8, -1), u": the compressed data is not of the size"},
+      {changed(11, 127), u": the compressed data is not of the size"},
+      {changed(16, 1), u"16: the compressed data is damaged"},
+      {changed(compressed.size() - 1, 1), u": the compressed data is damaged"},
+  };
+  for (const auto& [bytes, reason] : cases) {
+    try {
+      Text_Of_Binary(bytes);
+      ADD_FAILURE() << "is read: " << To_Utf8(reason);
+    } catch (const Failure& failure) {
+      EXPECT_NE(failure.Reason().find(reason), Text::npos)
+          << To_Utf8(failure.Reason()) << " for " << To_Utf8(reason);
+    }
+  }
+}
+
+TEST(Uncompressed_Size, Is_What_The_Header_Says) {
+  Memory_Disk disk;
+  Memory_Files files(disk);
+  const auto size_of = [&](std::string_view bytes) {
+    disk.Put_Bytes(u"\\a.w", bytes);
+    return Uncompressed_Size(*files.GetFile(u"\\a.w"));
+  };
+  EXPECT_EQ(size_of(World("")), World("").size());
+  EXPECT_EQ(size_of(Compressed_File(World(std::string(5000, 'a')))), World("").size() + 5000);
+  EXPECT_EQ(size_of("\xFF\xFES"), 0U);
+  EXPECT_EQ(size_of(""), 0U);
 }
 
 }  // namespace
