@@ -31,7 +31,7 @@ Routes_Prints_Each_Entry_And_Its_Folder_And_The_Sample_Spares_A_Folder_In_Use() 
   sample
   ends 0 routes
   expect_same out - < <(printf '%s\t%s\n' Ambrewick AMBREWICK "Brenn Valley Line" Brenn_Valley \
-    Dörnquell Doernquell Hestbeck Hestbeck)
+    Dörnquell Doernquell Hestbeck Hestbeck Kellcombe Kellcombe)
   expect_empty err
   run "$programs/rivelt-sample" msts --seed 8
   expect_status 1

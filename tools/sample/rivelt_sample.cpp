@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "sample/binary_file.h"
 #include "sample/text_file.h"
 #include "sample/track.h"
 #include "text/utf16.h"
@@ -23,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Installation_Plan {
-  std::int64_t Routes = 4;
+  std::int64_t Routes = 5;
   std::int64_t World_Files = 12;  // of each route
   std::int64_t Objects = 40;      // the mean number of track objects in a world file
   Long Shapes = 300;
@@ -37,6 +38,9 @@ struct Route {
   std::string Local_File;  // empty if the route has none
   std::string Database;
 };
+
+// The one route whose files are binary, compressed and texts by turns.
+constexpr std::size_t Binary_Route = 4;
 
 // The first route is also the first by name.
 Route Named_Route(std::size_t number) {
@@ -77,7 +81,8 @@ std::vector<Shape> Shapes_In_Use(const std::vector<Shape>& shapes, Random_Source
 std::vector<Dynamic_Track> Own_Track(std::size_t number, Long reserved, Random_Source random) {
   constexpr std::size_t count = 40;
   if (number % 3 == 2) return {};
-  if (number % 3 == 1) return Invent_Dynamic_Tracks(count, reserved, reserved, random);
+  if (number % 3 == 1 && number != Binary_Route)
+    return Invent_Dynamic_Tracks(count, reserved, reserved, random);
   const Long section = reserved - static_cast<Long>(random.Between(500, 4000));
   const Long shape = reserved - static_cast<Long>(random.Between(500, 4000));
   return Invent_Dynamic_Tracks(count, section, shape, random);
@@ -117,6 +122,13 @@ void Write_Text_File(const fs::path& path, Text_View text) {
   Write_Bytes(path, To_Utf16(text));
 }
 
+// Of the files of a route, the one of that number.
+void Write_Track_File(const fs::path& path, Text_View text, std::size_t route, std::int64_t file) {
+  if (route != Binary_Route || file % 3 == 2) return Write_Text_File(path, text);
+  const std::string binary = Binary_File(text);
+  Write_Bytes(path, file % 3 == 0 ? Compressed_File(binary) : binary);
+}
+
 void Write_Route(const Installation_Plan& plan, std::size_t number,
                  const std::vector<Shape>& shapes, const fs::path& routes) {
   const Route route = Named_Route(number);
@@ -144,12 +156,12 @@ void Write_Route(const Installation_Plan& plan, std::size_t number,
     // The first world file has an object of every kind.
     if (i == 0) objects = std::max<std::int64_t>({objects, plan.Objects, 7});
     const World world = Invent_World(track, objects, i == 0, of_file);
-    Write_Text_File(path + (i % 7 == 5 ? ".W" : ".w"), world.File);
+    Write_Track_File(path + (i % 7 == 5 ? ".W" : ".w"), world.File, number, i);
     tracks.Add_Tile(x, z, world.Track);
     roads.Add_Tile(x, z, {world.Track.front()});
   }
-  Write_Text_File(folder / (route.Database + ".tdb"), tracks.File());
-  Write_Text_File(folder / (route.Database + ".rdb"), roads.File());
+  Write_Track_File(folder / (route.Database + ".tdb"), tracks.File(), number, 0);
+  Write_Track_File(folder / (route.Database + ".rdb"), roads.File(), number, 1);
 }
 
 void Write_Installation(const fs::path& folder, const Installation_Plan& plan) {
