@@ -134,7 +134,7 @@ TEST_F(Linux_Files, On_A_Simple_File_System_The_Contract_Holds) {
 }
 
 TEST_F(Linux_Files, What_The_Disk_Refuses_Or_Does_Not_Tell_Is_A_Failure_And_Leaves_No_File) {
-  Run_Without([] { return Refuse(SYS_writev); },
+  Run_Without([] { return Refuse(SYS_write); },
               [&] {
                 const auto stream = Files().CreateTextFile(Path(u"a.w"), true, true);
                 EXPECT_THROW(stream->Write(u"x"), Failure);
@@ -174,7 +174,7 @@ TEST_F(Linux_Files, Move_Across_File_Systems_That_Fails_Leaves_The_File_And_No_C
 extern const bool Tells_Letter_Case_Apart = true;
 
 std::unique_ptr<File_System_Object> Files_Of_Machine(const fs::path& wine_prefix) {
-  return std::make_unique<Linux_File_System>(wine_prefix.native());
+  return Files_Of_Linux(wine_prefix.native());
 }
 std::unique_ptr<Test_Folder> Make_Test_Folder(bool elsewhere) {
   struct stat here {};

@@ -58,8 +58,8 @@ TEST_F(Disk_In_Memory, A_Loss_Of_Power_Leaves_What_Was_Flushed_And_Names_In_Fold
   const struct {
     Names Forgetting, Left;
   } cases[] = {
-      {{}, {u"\\old\\a=", u"\\old\\x=2", u"\\renamed\\z="}},
-      {{u"\\renamed"}, {u"\\old\\a=", u"\\old\\x=2", u"\\renamed\\x=2"}},
+      {{}, {u"\\old\\a=2", u"\\old\\x=2", u"\\renamed\\z="}},
+      {{u"\\renamed"}, {u"\\old\\a=2", u"\\old\\x=2", u"\\renamed\\x=2"}},
       {{u"\\old"}, {u"\\old\\a=1", u"\\old\\b=1", u"\\renamed\\z="}},
       {{u"\\old", u"\\new", u"\\"}, {u"\\new\\x=2", u"\\old\\a=1", u"\\old\\b=1"}},
   };

@@ -21,11 +21,9 @@ std::unique_ptr<File_System_Object> Machine_Files();
 // The command line in UTF-8, without the program's name.
 std::vector<std::string> Command_Line(int argc, char** argv);
 
-// Whether a person sees what is written to standard output or standard error, or types standard
-// input.
+// Whether a person types standard input, or sees standard output.
 bool Input_Is_Terminal();
 bool Output_Is_Terminal();
-bool Error_Is_Terminal();
 
 // Makes the standard streams carry UTF-8 and bytes as they are, and makes a signal that asks the
 // process to end (Ctrl-C, a closed terminal) set a flag instead. A closed pipe is a failed write

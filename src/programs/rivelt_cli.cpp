@@ -142,7 +142,6 @@ int Run(const CLI::App& app, const Arguments& arguments, Console_Window& window,
   if (asks && !Input_Is_Terminal()) {
     throw Wrong_Usage{"There is no terminal to ask on; with --yes it is done without asking.\n"};
   }
-  window.Shows_Status = window.Shows_Log && Error_Is_Terminal();
   window.Start_On(arguments.Root);
   window.Report();
   const int status = Run_Started(app, arguments, window, output);

@@ -30,6 +30,9 @@ namespace rivelt {
 
 inline constexpr Text_View Temporary_Prefix = u".rivelt-";
 
+// The reason of a Failure to lock a folder.
+inline constexpr Text_View Locked_By_Another = u"another Rivelt is at work on this installation";
+
 // A file opened for reading. The file is let go when the stream is dropped.
 class Read_Stream {
  public:

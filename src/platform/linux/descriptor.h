@@ -2,9 +2,11 @@
 
 #pragma once
 
-#include <functional>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace rivelt {
@@ -18,24 +20,24 @@ class Descriptor {
     std::swap(Held, other.Held);
     return *this;
   }
-  ~Descriptor() { Close(); }
+  ~Descriptor() {
+    if (Is_Open()) close(Held);
+  }
 
   bool Is_Open() const { return Held >= 0; }
   int Number() const { return Held; }
-  void Close();
 
  private:
   int Held = -1;
 };
 
 // Not open if it cannot be opened; errno says why. A child process does not get it.
-Descriptor Open(const std::string& path, int flags, unsigned permissions = 0);
-
-// Opened for reading if it is a regular file. Does not wait for anything else of that name.
-Descriptor Open_Regular_File(const std::string& path);
-
-// Hands on all that is left to read, in pieces of at most 1 MB. Failure: it cannot be read.
-void Read_In_Pieces(const Descriptor& source,
-                    const std::function<void(std::string_view piece)>& take);
+inline Descriptor Open_Descriptor(const std::string& path, int flags, unsigned permissions = 0) {
+  int number = -1;
+  do {
+    number = open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, permissions);
+  } while (number < 0 && errno == EINTR);
+  return Descriptor(number);
+}
 
 }  // namespace rivelt

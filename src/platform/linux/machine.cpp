@@ -32,7 +32,7 @@ std::unique_ptr<Registry> Machine_Registry() {
 }
 
 std::unique_ptr<File_System_Object> Machine_Files() {
-  return std::make_unique<Linux_File_System>(Wine_Prefix_Of_Account());
+  return Files_Of_Linux(Wine_Prefix_Of_Account());
 }
 
 std::vector<std::string> Command_Line(int argc, char** argv) {
@@ -44,9 +44,6 @@ bool Input_Is_Terminal() {
 }
 bool Output_Is_Terminal() {
   return isatty(STDOUT_FILENO) == 1;
-}
-bool Error_Is_Terminal() {
-  return isatty(STDERR_FILENO) == 1;
 }
 
 void Prepare_Console() {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "platform/linux/descriptor.h"
+#include "platform/linux/files.h"
 #include "text/letter_case.h"
 #include "text/utf8.h"
 
@@ -14,9 +14,9 @@ namespace {
 
 // Empty if it cannot be read.
 std::string Read_Bytes(const std::string& path) try {
-  const Descriptor file = Open_Regular_File(path);
   std::string bytes;
-  if (file.Is_Open()) Read_In_Pieces(file, [&](std::string_view piece) { bytes += piece; });
+  const auto file = Files_Of_Linux({})->GetFile(From_Utf8(path));
+  file->Read_Bytes([&](std::string_view piece) { bytes += piece; });
   return bytes;
 } catch (const Failure&) {
   return {};

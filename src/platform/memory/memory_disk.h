@@ -67,6 +67,16 @@ class Memory_Disk : public Memory_Tree {
   const std::shared_ptr<std::set<std::uint64_t>> Locked_Folders =
       std::make_shared<std::set<std::uint64_t>>();
 
+  // Called when an operation on the disk is about to begin; what it throws comes out of it, and the
+  // operation is not begun. A copy of the disk has none.
+  std::function<void(bool changes_disk)> Before_Operation;
+  void Begin_Operation() const {
+    if (Before_Operation) Before_Operation(false);
+  }
+  void Begin_Change() const {
+    if (Before_Operation) Before_Operation(true);
+  }
+
   // Runs once, when the next file is read: the place to act in the middle of a command.
   std::function<void()> On_Next_Read;
 

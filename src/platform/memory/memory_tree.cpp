@@ -74,7 +74,7 @@ std::shared_ptr<Memory_Node> Copy_Of(const Memory_Node& node, Copies& copies) {
 }  // namespace
 
 Text Memory_Node::Content() const {
-  return Is_Narrow ? From_Utf8(Bytes) : From_Utf16(Bytes);
+  return Bytes.starts_with(Utf16_Mark) ? From_Utf16(Bytes) : From_Utf8(Bytes);
 }
 
 Memory_Tree::Memory_Tree()
@@ -132,10 +132,14 @@ bool Memory_Tree::Is_Taken(Text_View path) const {
   return In_The_Way(place) != place.Folder->Names.end();
 }
 
-Memory_Tree::Node_Pointer Memory_Tree::Make_File(std::string bytes, bool is_narrow) {
+Text Memory_Tree::Place_Of_New(Text_View path) const {
+  const Text name = Place_Of(path).Name;
+  return Below(Find(Parent(path)).Path, name);
+}
+
+Memory_Tree::Node_Pointer Memory_Tree::Make_File(std::string bytes) {
   auto file = std::make_shared<Memory_Node>();
   file->Id = ++Last_Id;
-  file->Is_Narrow = is_narrow;
   Write(*file, std::move(bytes));
   return file;
 }

@@ -25,7 +25,6 @@ struct Memory_Node {
   bool Is_Folder = false;
 
   std::string Bytes;
-  bool Is_Narrow = false;  // UTF-8, else UTF-16
   bool Is_Read_Only = false;
   bool Is_Flushed = false;  // since its last write
   std::int64_t Modified = 0;
@@ -33,7 +32,7 @@ struct Memory_Node {
   Memory_Names Names;
   Memory_Names Durable_Names;  // what a loss of power leaves
 
-  Text Content() const;
+  Text Content() const;  // of UTF-16 with its mark, else of UTF-8
 };
 
 // What is on the disk, by path. Letter case does not count, "/" is "\", several in a row are one,
@@ -68,8 +67,12 @@ class Memory_Tree {
   // made there, because there is no such folder or nothing can have this path.
   bool Is_Taken(Text_View path) const;
 
+  // The path of something new, with the names of its folders as they are on the disk. Failure: as
+  // above.
+  Text Place_Of_New(Text_View path) const;
+
   // A new file, which Link is still to give a name.
-  Node_Pointer Make_File(std::string bytes, bool is_narrow = false);
+  Node_Pointer Make_File(std::string bytes);
   Node_Pointer Make_Folder();
 
   // Gives the node this name, as given. What is in the way goes. Failure: as above.

@@ -74,9 +74,6 @@ bool Input_Is_Terminal() {
 bool Output_Is_Terminal() {
   return Is_Terminal(STD_OUTPUT_HANDLE);
 }
-bool Error_Is_Terminal() {
-  return Is_Terminal(STD_ERROR_HANDLE);
-}
 
 void Prepare_Console() {
   Former_Output_Page = GetConsoleOutputCP();

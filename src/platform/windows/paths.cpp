@@ -1,6 +1,6 @@
-#include "platform/windows/paths.h"
-
+#include "platform/windows/files.h"
 #include "platform/windows/win32.h"
+#include "text/primitives.h"
 
 namespace rivelt {
 namespace {
@@ -21,40 +21,15 @@ std::wstring Absolute(const std::wstring& path) {
   }
 }
 
-// Nothing stands under the path; other errors say that it cannot be told.
-bool Says_That_Nothing_Is_There(DWORD error) {
-  switch (error) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_INVALID_NAME:
-    case ERROR_FILENAME_EXCED_RANGE:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_DIRECTORY:
-    case ERROR_INVALID_DRIVE:
-      return true;
-    default:
-      return false;
-  }
-}
-
-Path_State Nothing_There() {
-  Require(Says_That_Nothing_Is_There(GetLastError()));
-  return {};
-}
-
 }  // namespace
 
 std::wstring Full_Path(Text_View path) {
-  if (path.find(u'\0') != Text_View::npos) throw Failure();
-  std::wstring full = Absolute(To_Wide(path));
-  if (full.starts_with(Device_Prefix)) throw Failure();
+  const bool is_text = !path.empty() && path.find(u'\0') == Text_View::npos;
+  std::wstring full = is_text ? Absolute(To_Wide(path)) : std::wstring(Device_Prefix);
+  if (full.starts_with(Device_Prefix)) throw Failure(Concatenate({u"no path of a file: ", path}));
   if (full.starts_with(Long_Prefix)) return full;
   if (full.starts_with(Share_Prefix)) return L"\\\\?\\UNC\\" + full.substr(Share_Prefix.size());
   return full.insert(0, Long_Prefix);
-}
-
-std::wstring Path_In(const std::wstring& folder, const std::wstring& name) {
-  return folder.ends_with(L'\\') ? folder + name : folder + L'\\' + name;
 }
 
 std::wstring As_On_Disk(std::wstring full_path) {
@@ -66,31 +41,6 @@ std::wstring As_On_Disk(std::wstring full_path) {
   if (search == INVALID_HANDLE_VALUE) return full_path;
   FindClose(search);
   return full_path.replace(full_path.rfind(L'\\') + 1, std::wstring::npos, entry.cFileName);
-}
-
-Text Last_Name(const std::wstring& full_path) {
-  const std::size_t end = full_path.find_last_not_of(L'\\') + 1;
-  const std::size_t separator = full_path.rfind(L'\\', end - 1);
-  return From_Wide(std::wstring_view(full_path).substr(separator + 1, end - separator - 1));
-}
-
-Path_State State_Of(const std::wstring& full_path) {
-  DWORD attributes = GetFileAttributesW(full_path.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return Nothing_There();
-  if (attributes & FILE_ATTRIBUTE_REPARSE_POINT) {
-    // The attributes are those of the link. Opening the path without asking for any access goes
-    // through to what it leads to.
-    const HANDLE handle = CreateFileW(full_path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) return Nothing_There();
-    const Owned_Handle target(handle);
-    FILE_BASIC_INFO information{};
-    Require(GetFileInformationByHandleEx(target.get(), FileBasicInfo, &information,
-                                         sizeof information));
-    attributes = information.FileAttributes;
-  }
-  return {true, (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
-          (attributes & FILE_ATTRIBUTE_READONLY) != 0};
 }
 
 }  // namespace rivelt

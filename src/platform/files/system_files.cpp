@@ -1,0 +1,232 @@
+#include "platform/files/system_files.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <limits>
+
+#include "platform/files/file_actions.h"
+#include "text/primitives.h"
+#include "text/utf16.h"
+
+namespace rivelt {
+namespace {
+
+using Shared_Verbs = std::shared_ptr<File_Verbs>;
+
+class Reader : public Read_Stream {
+ public:
+  Reader(Shared_Verbs verbs, Text path)
+      : Verbs(std::move(verbs)), Path(std::move(path)), Input(Verbs->Open(Path)) {}
+
+  Text ReadAll() override {
+    constexpr std::size_t most = Unit_Size * std::numeric_limits<Position>::max();
+    const std::uint64_t expected = Input->Size();
+    if (expected > most) throw Verbs->Refused(Path, u"too large");
+    Utf16_Content content;
+    content.Size = Fill(*Input, reinterpret_cast<char*>(&content.First), Unit_Size);
+    // The file may grow or shrink meanwhile: it ends where nothing more can be read. There is
+    // always room for more than expected, so getting exactly that much means the end as well.
+    content.Rest.resize(static_cast<std::size_t>(expected) / Unit_Size + 1);
+    while (content.Size >= Unit_Size && content.Size != expected) {
+      const std::size_t filled = content.Size - Unit_Size;
+      const std::size_t room = content.Rest.size() * Unit_Size - filled;
+      if (room == 0) {
+        content.Rest.resize(content.Rest.size() * 2);
+        continue;
+      }
+      const std::size_t count =
+          Input->Read(reinterpret_cast<char*>(content.Rest.data()) + filled, room);
+      if (count == 0) break;
+      content.Size += count;
+      if (content.Size > most) throw Verbs->Refused(Path, u"too large");
+    }
+    return Decode_Utf16(std::move(content));
+  }
+
+ private:
+  Shared_Verbs Verbs;
+  Text Path;
+  std::unique_ptr<Source> Input;
+};
+
+class Writer : public Write_Stream {
+ public:
+  Writer(Shared_Verbs verbs, Text path, bool overwrite, bool unicode)
+      : Verbs(std::move(verbs)), Path(std::move(path)), Overwrite(overwrite), Unicode(unicode) {
+    const auto old = Verbs->Look(Path);
+    if (old && (!Overwrite || old->What != Kind::File)) throw Verbs->Refused(Path, u"exists");
+    if (old && old->Is_Read_Only) throw Verbs->Refused(Path, u"read-only");
+    Replaces = old.has_value();
+    Output = Verbs->Make(Path);
+  }
+
+  void Write(Text_View text) override {
+    Is_Whole = false;
+    if (Unicode && std::exchange(Is_First, false)) Output->Write(Utf16_Mark);
+    Unicode ? Output->Write(Bytes_Of(text)) : Output->Write(Verbs->Narrow(text));
+    Is_Whole = true;
+  }
+
+  void Close() override {
+    if (!std::exchange(Is_Whole, false)) throw Failure();
+    if (Replaces) Output->Take_After(Path, false);
+    if (!Output->Take_Name(false)) {
+      if (!Overwrite) throw Verbs->Refused(Path, u"exists");
+      // Or a loss of power could leave neither the old content nor the new.
+      Output->Flush();
+      Output->Take_Name(true);
+    }
+    Output.reset();
+  }
+
+ private:
+  Shared_Verbs Verbs;
+  Text Path;
+  bool Overwrite;
+  bool Unicode;
+  bool Replaces = false;
+  bool Is_First = true;
+  bool Is_Whole = true;
+  std::unique_ptr<Draft> Output;
+};
+
+class System_File : public File {
+ public:
+  System_File(Shared_Verbs verbs, Text path) : Verbs(std::move(verbs)), Path(std::move(path)) {}
+
+  Text name() const override { return Verbs->Name_Of(Path); }
+  std::unique_ptr<Read_Stream> OpenAsTextStream(int /*mode*/, int /*format*/) override {
+    return std::make_unique<Reader>(Verbs, Path);
+  }
+  void Delete(bool force) override { Delete_File(*Verbs, Path, force); }
+  void Move(Text_View target_path) override {
+    Text target = Verbs->Place(target_path);
+    Move_File(*Verbs, Path, target);
+    Path = std::move(target);
+  }
+  void Copy(Text_View target_path) override { Copy_File(*Verbs, Path, Verbs->Place(target_path)); }
+  void Keep(Text_View target_path) override { Keep_File(*Verbs, Path, Verbs->Place(target_path)); }
+  void Take_Mode_Of(Text_View path) override {
+    Verbs->Set_Mode(Path, Existing(*Verbs, path, Kind::File));
+  }
+  File_State State() const override { return State_Of(*Verbs, Path).State; }
+
+  void Read_Bytes(const std::function<void(std::string_view)>& take) const override {
+    // Not cleared: most files are much smaller, and thousands of them are read.
+    constexpr std::size_t size = std::size_t{1} << 16;
+    const auto piece = std::make_unique_for_overwrite<char[]>(size);
+    const auto source = Verbs->Open(Path);
+    for (std::size_t count = size; count == size;) {
+      count = Fill(*source, piece.get(), size);
+      if (count > 0) take({piece.get(), count});
+    }
+  }
+
+ private:
+  Shared_Verbs Verbs;
+  Text Path;
+};
+
+class System_Folder : public Folder {
+ public:
+  System_Folder(Shared_Verbs verbs, Text path) : Verbs(std::move(verbs)), Path(std::move(path)) {}
+
+  Text name() const override { return Verbs->Name_Of(Path); }
+  Collection<Folder> SubFolders() const override {
+    return Items<Folder, System_Folder>(Kind::Folder);
+  }
+  Collection<File> Files() const override { return Items<File, System_File>(Kind::File); }
+
+ private:
+  template <class Item, class System_Item>
+  Collection<Item> Items(Kind kind) const {
+    std::vector<Name_Key> names = Verbs->Names(Path, kind);
+    std::ranges::sort(names);
+    // No path leads to the others, so they would pass for this one.
+    if (kind == Kind::Folder) {
+      const auto others = std::ranges::unique(names, {}, &Name_Key::Folded);
+      names.erase(others.begin(), others.end());
+    }
+    std::vector<std::unique_ptr<Item>> items;
+    items.reserve(names.size());
+    for (const Name_Key& key : names)
+      items.push_back(std::make_unique<System_Item>(Verbs, Verbs->Below(Path, key.Name)));
+    return Collection<Item>(std::move(items));
+  }
+
+  Shared_Verbs Verbs;
+  Text Path;
+};
+
+class System_Lock : public Folder_Lock {
+ public:
+  System_Lock(Shared_Verbs verbs, Text path)
+      : Verbs(std::move(verbs)),
+        Path(std::move(path)),
+        Held(Verbs->Lock(Path)),
+        Identity(State_Of(*Verbs, Path).State.Identity) {}
+
+  bool In_Force() const override {
+    const auto folder = Verbs->Look(Path);
+    return folder && folder->What == Kind::Folder && folder->State.Identity == Identity;
+  }
+
+ private:
+  Shared_Verbs Verbs;
+  Text Path;
+  std::shared_ptr<void> Held;
+  File_Identity Identity;
+};
+
+}  // namespace
+
+std::unique_ptr<File> System_Files::GetFile(Text_View path) {
+  return std::make_unique<System_File>(Verbs, Existing(*Verbs, path, Kind::File));
+}
+
+std::unique_ptr<Folder> System_Files::GetFolder(Text_View path) {
+  return std::make_unique<System_Folder>(Verbs, Existing(*Verbs, path, Kind::Folder));
+}
+
+bool System_Files::FolderExists(Text_View path) {
+  return Verbs->Find(path, Kind::Folder).has_value();
+}
+
+std::unique_ptr<File> System_Files::FindFile(Text_View path) {
+  auto found = Verbs->Find(path, Kind::File);
+  return found ? std::make_unique<System_File>(Verbs, *std::move(found)) : nullptr;
+}
+
+void System_Files::CreateFolder(Text_View path) {
+  Verbs->Make_Folder(Place_Of_Folder(*Verbs, path));
+}
+
+std::unique_ptr<Write_Stream> System_Files::CreateTextFile(Text_View path, bool overwrite,
+                                                           bool unicode) {
+  return std::make_unique<Writer>(Verbs, Verbs->Place(path), overwrite, unicode);
+}
+
+void System_Files::DeleteFile(Text_View path, bool force) {
+  Delete_File(*Verbs, Existing(*Verbs, path, Kind::File), force);
+}
+
+void System_Files::MoveFolder(Text_View path, Text_View target_path) {
+  const Text folder = Existing(*Verbs, path, Kind::Folder);
+  if (!Verbs->Rename(folder, Place_Of_Folder(*Verbs, target_path)))
+    throw Verbs->Refused(folder, u"on another disk");
+}
+
+void System_Files::DeleteFolder(Text_View path) {
+  Verbs->Delete_Folder(Existing(*Verbs, path, Kind::Folder));
+}
+
+void System_Files::Flush(Text_View folder_path) {
+  Verbs->Flush(Existing(*Verbs, folder_path, Kind::Folder));
+}
+
+std::unique_ptr<Folder_Lock> System_Files::Lock(Text_View folder_path) {
+  return std::make_unique<System_Lock>(Verbs, Existing(*Verbs, folder_path, Kind::Folder));
+}
+
+}  // namespace rivelt
