@@ -174,6 +174,9 @@ Fatal_Errors_Are_Told_On_The_Output_And_Change_Nothing() {
   expect_line out "Had problems reading route w-files!"
   expect_line err "Rivelt: Had problems updating this route!" "Had problems reading route w-files!" \
     "The log of a stopped program cannot be saved."
+  on_terminal ok update Ambrewick
+  expect_status 1
+  expect_no_part out "Type ok"
   expect_routes_untouched
   head -c 3000 /dev/urandom >msts/Global/tsection.dat
   ends 1 check Ambrewick

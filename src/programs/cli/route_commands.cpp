@@ -94,7 +94,8 @@ bool All_Found(const Console_Window& window, const std::vector<Row>& rows) {
 
 // Whether the check that the log shows has staged anything.
 bool Is_Update_Needed(const Console_Window& window) {
-  return window.Log().ends_with(u"You may look them over before updating\r\n");
+  return !window.Is_Stopped() &&
+         window.Log().ends_with(u"You may look them over before updating\r\n");
 }
 
 // Presses Check; false if an old shape was not found.
