@@ -104,6 +104,7 @@ TEST(Binary_File, That_Cannot_Be_Read_Says_Where_And_Why) {
   };
   const std::pair<std::string, Text_View> cases[] = {
       {"SIMISA@@@@@@@@@", u"0: this begins no"},
+      {"SIMISA@F", u"0: this begins no"},
       {"SIMISA@F@@@@@@@=", u"0: this begins no"},
       {"SIMISA@@@@@@@@@@JINX0r0b______\r\n", u"16: this begins no world file"},
       {Head, u"32: the file ends inside"},
@@ -111,7 +112,7 @@ TEST(Binary_File, That_Cannot_Be_Read_Says_Where_And_Why) {
       {Head + Block(0x4006C, Number(7)), u"block 0004006c UiD does not begin such a file"},
       {World(uid) + '\0', u"block 0004004b Tr_Worldfile ends before the file"},
       {World(uid + "123"), u"54: block 0004004b Tr_Worldfile ends inside"},
-      {World(Block(0x40082, Number(7))), u"41: block 00040082 of an unknown kind"},
+      {World(Block(0x40082, Number(7))), u"41: block 00040082 is not known"},
       {Head + Block(0x4004B, uid).substr(0, 20), u"32: block 0004004b Tr_Worldfile reaches beyond"},
       {World(uid.substr(0, uid.size() - 1)), u"41: block 0004006c UiD reaches beyond"},
       {World(Number(0x4006C) + Number(0)), u"49: block 0004006c UiD ends inside"},

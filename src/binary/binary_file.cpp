@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <utility>
 
-#include "binary/read_blocks.h"
+#include "binary/blocks.h"
 #include "text/primitives.h"
 #include "text/utf16.h"
 #include "text/utf8.h"
@@ -18,52 +18,40 @@
 namespace rivelt {
 namespace {
 
-// The first bytes of a file, a compressed one has the size of its content between the last two.
 constexpr std::string_view Plain = "SIMISA@@@@@@@@@@";
-constexpr std::string_view Compressed = "SIMISA@F";
-constexpr std::string_view After_Size = "@@@@";
+constexpr std::string_view Compressed = "SIMISA@F";  // and the size of the content, and "@@@@"
 constexpr std::size_t Container_Size = Plain.size();
-constexpr std::size_t Mark_Size = Compressed.size();
+constexpr std::size_t Head_Size = 16;  // of the content, like "JINX0w0b______" and a line end
 
-// Those of the content follow, which are like "JINX0w0b______" and a line end.
-constexpr std::size_t Head_Size = 16;
-
-bool Is_Compressed(std::string_view bytes) {
-  return bytes.starts_with(Compressed) && bytes.size() >= Container_Size;
-}
-
-bool Is_Binary_Start(std::string_view bytes) {
-  return bytes.starts_with(Plain.substr(0, Mark_Size)) || bytes.starts_with(Compressed);
-}
-
-std::uint32_t Size_In_Header(std::string_view bytes) {
+// Nothing if it is no compressed file.
+std::optional<std::uint64_t> Size_In_Header(std::string_view bytes) {
+  if (bytes.size() < Container_Size || !bytes.starts_with(Compressed)) return {};
+  if (!bytes.substr(0, Container_Size).ends_with("@@@@")) return {};
   std::uint32_t size;
-  std::memcpy(&size, bytes.substr(Mark_Size).data(), sizeof(size));
-  return size;
+  std::memcpy(&size, bytes.data() + Compressed.size(), sizeof(size));
+  return Container_Size + std::uint64_t{size};
 }
 
 struct End_Inflation {
   void operator()(z_stream* stream) const { inflateEnd(stream); }
 };
 
-// Appends what the stream gives, which is to make the file so large. Takes memory for what comes,
-// not for what the size announces. Only the size says whether a stream without its checksum is
-// whole; what comes after a stream does not matter.
-void Inflate(std::string_view bytes, std::uint64_t size, std::string& file) {
-  constexpr std::size_t usual_ratio = 8;
-  constexpr std::size_t most_at_once = std::size_t{1} << 28;
+// A binary file of that size with what the stream gives. Takes memory for what comes, not for what
+// the size announces. Only the size says whether a stream without its checksum is whole; what comes
+// after a stream does not matter.
+std::string Inflate(std::string_view bytes, std::uint64_t size) {
   z_stream stream{};
   stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
-  stream.avail_in =
-      static_cast<uInt>(std::min<std::size_t>(bytes.size(), std::numeric_limits<uInt>::max()));
+  stream.avail_in = static_cast<uInt>(bytes.size());
   if (inflateInit(&stream) != Z_OK) throw std::bad_alloc();
   const std::unique_ptr<z_stream, End_Inflation> owner(&stream);
+  std::string file(Plain);
   int status = Z_OK;
   while (status == Z_OK) {
+    constexpr std::uint64_t first_step = 1 << 16;
     const std::size_t filled = file.size();
-    const std::size_t step = std::min(std::max(filled, usual_ratio * bytes.size()), most_at_once);
-    // There is room for a byte more than the size, to see whether the stream gives more.
-    file.resize(static_cast<std::size_t>(std::min<std::uint64_t>(size + 1, filled + step)));
+    // Room for a byte more than the size shows whether the stream gives more.
+    file.resize(static_cast<std::size_t>(std::min(size + 1, filled * 2 + first_step)));
     stream.next_out = reinterpret_cast<Bytef*>(file.data() + filled);
     stream.avail_out = static_cast<uInt>(file.size() - filled);
     status = inflate(&stream, Z_NO_FLUSH);
@@ -74,12 +62,14 @@ void Inflate(std::string_view bytes, std::uint64_t size, std::string& file) {
     throw Unreadable_At(file.size(), u"the compressed data is damaged");
   if (file.size() != size)
     throw Unreadable_At(file.size(), u"the compressed data is not of the size in the header");
+  return file;
 }
 
 // The text in UTF-8 from start on.
 Text Narrow_Text(std::string_view file, std::size_t start) {
   const std::string_view bytes = file.substr(start);
   Text text = From_Utf8(bytes);
+  if (text.size() > Longest_Text - start) throw Unreadable_At(start, u"this makes a text too long");
   const std::string valid = To_Utf8(text);
   if (valid == bytes) return text;
   const auto differs = std::ranges::mismatch(bytes, valid).in1 - bytes.begin();
@@ -103,17 +93,15 @@ Text Text_Of_Uncompressed(std::string_view file) {
 }  // namespace
 
 bool Is_Binary(Text_View read) {
-  return Is_Binary_Start(Bytes_Of(read));
+  const std::string_view start = Bytes_Of(read).substr(0, Compressed.size());
+  return start == Compressed || start == Plain.substr(0, Compressed.size());
 }
 
 Text Text_Of_Binary(std::string_view bytes) {
   if (bytes.starts_with(Plain)) return Text_Of_Uncompressed(bytes);
-  if (!Is_Compressed(bytes) || !bytes.substr(Mark_Size + 4).starts_with(After_Size))
-    throw Unreadable_At(0, u"this begins no binary and no compressed file");
-  std::string file(Plain);
-  const std::uint64_t size = Container_Size + std::uint64_t{Size_In_Header(bytes)};
-  Inflate(bytes.substr(Container_Size), size, file);
-  return Text_Of_Uncompressed(file);
+  const auto size = Size_In_Header(bytes);
+  if (!size) throw Unreadable_At(0, u"this begins no binary and no compressed file");
+  return Text_Of_Uncompressed(Inflate(bytes.substr(Container_Size), *size));
 }
 
 Text Text_Of_Binary(Text_View read, std::uint64_t file_size) {
@@ -130,8 +118,8 @@ std::uint64_t Uncompressed_Size(const File& file) {
     });
   } catch (const Start_Is_Read&) {
   }
-  if (Is_Compressed(start)) return Container_Size + std::uint64_t{Size_In_Header(start)};
-  return Is_Binary_Start(start) ? file.State().Size : 0;
+  const auto size = Size_In_Header(start);
+  return size ? *size : start == Plain ? file.State().Size : 0;
 }
 
 }  // namespace rivelt

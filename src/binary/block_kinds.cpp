@@ -1,4 +1,4 @@
-#include "binary/block_kinds.h"
+#include "binary/blocks.h"
 
 #include <vector>
 

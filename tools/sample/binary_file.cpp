@@ -47,7 +47,7 @@ constexpr const char* Database_Facts =
 
 struct Block_Fact {
   std::uint32_t Number;
-  std::string Holds;  // letters as in binary/block_kinds.h, but for "?"
+  std::string Holds;  // letters as in binary/blocks.h, but for "?"
 };
 
 using Block_Facts = std::map<Text, Block_Fact>;

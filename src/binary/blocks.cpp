@@ -1,4 +1,4 @@
-#include "binary/read_blocks.h"
+#include "binary/blocks.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -18,10 +17,6 @@ namespace {
 
 // No real file nests deeper. Without a bound a text could grow with the square of its file.
 constexpr std::size_t Deepest_Indent = 32;
-
-constexpr std::size_t Longest_Text = std::numeric_limits<Position>::max();
-
-const Block_Kind Unknown = {u"of an unknown kind", u""};
 
 // A string with one of these is in quotation marks.
 bool Is_Special(char16_t unit) {
@@ -66,13 +61,13 @@ class Block_Reader {
     const std::size_t end = End();
     const auto number = Take_Number<std::uint32_t>();
     const auto size = Take_Number<std::uint32_t>();
-    const auto found = Kinds.find(number);
-    const Block_Kind& kind = found == Kinds.end() ? Unknown : found->second;
+    const auto kind = Kinds.find(number);
+    if (kind == Kinds.end())
+      throw Unreadable_At(start, Concatenate({u"block ", Hexadecimal(number), u" is not known"}));
     Write_Line_Start();
-    Around.push_back({number, kind.Name, kind.Holds, At + size});
-    if (&kind == &Unknown) Fail(start, u"cannot be read");
+    Around.push_back({number, kind->second.Name, kind->second.Holds, At + size});
     if (size > end - At) Fail(start, u"reaches beyond the one around it");
-    Write(kind.Name);
+    Write(Around.back().Name);
     const std::size_t label_length = Take_Number<std::uint8_t>();
     if (label_length != 0) Write_String(label_length);
     Write(u" (");
@@ -97,11 +92,7 @@ class Block_Reader {
       }
     }
     if (At != block.End) Fail(At, u"goes on after its values");
-    Close();
-  }
-
-  void Close() {
-    const bool has_lines = Around.back().Has_Lines;
+    const bool has_lines = block.Has_Lines;
     Around.pop_back();
     if (has_lines) Write_Line_Start();
     Write(has_lines ? u")" : u" )");

@@ -1,13 +1,18 @@
-// The blocks that a binary file can hold, by their numbers.
+// The blocks of a binary file.
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <string_view>
 #include <unordered_map>
 
 #include "text/text.h"
 
 namespace rivelt {
+
+inline constexpr std::size_t Longest_Text = std::numeric_limits<Position>::max();
 
 enum class File_Kind { World, Database };
 
@@ -25,8 +30,15 @@ struct Block_Kind {
   Text Holds;
 };
 
-// A number can mean different blocks in files of different kinds.
+// By their numbers, which can mean different blocks in files of different kinds.
 using Block_Kinds = std::unordered_map<std::uint32_t, Block_Kind>;
 const Block_Kinds& Kinds_In(File_Kind file);
+
+// Appends the text of the one block that the bytes of an uncompressed file hold from start up to
+// their end. Failure: as for Text_Of_Binary.
+Text Read_Blocks(std::string_view bytes, std::size_t start, File_Kind file, Text output);
+
+// A failure that names the byte of the file that it is about.
+Failure Unreadable_At(std::size_t byte, Text_View reason);
 
 }  // namespace rivelt
