@@ -319,8 +319,6 @@ A_File_Changed_Between_Check_And_Update_Is_Named_And_Kept() {
   end_script
   expect_status 0
   expect_part log.txt "Had changed since the check, and is in the backup: World\\$file"
-  cli backups
-  expect_line out "  had changed since the check$(printf '\tWorld\\%s' "$file")"
   expect_same edited "$(backup)/World/$file"
 }
 
@@ -366,18 +364,21 @@ Restore_Fails_With_The_Route_Untouched_Or_Rolled_Back() {
   expect_line err "Rolled back an unfinished update: AMBREWICK"
 }
 
-Backups_Of_The_Older_Form_Are_Listed_And_Restored() {
+A_Backup_Is_Found_Whatever_Its_Time_And_Its_Neighbours() {
   updated_sample
-  local older="msts/Quenby/backup/AMBREWICK 2099-12-31 23.59.59"
-  kept=$(backup)
-  mkdir "$older"
-  mv "$kept"/World/* "$kept/tsection.dat" "$older"
-  rm -r msts/Quenby/backup/AMBREWICK
-  cli backups
+  local backups=msts/Quenby/backup
+  mv "$(backup)" "$backups/AMBREWICK/2099-12-31 23.59.59"
+  mv $backups/AMBREWICK $backups/ambrewick
+  mkdir -p "$backups/HESTBECK/2026-01-01 00.00.00"
+  echo damaged >"$backups/HESTBECK/2026-01-01 00.00.00/journal.txt"
+  ends 0 backups
   expect_part out "2099-12-31 23.59.59" "8 files"
+  expect_part out "cannot be read"
   ends 0 restore Ambrewick --yes
   expect_routes_untouched
   # The newest backup is that of the restore though the clock went back.
+  ends 0 backups Ambrewick
+  expect_part out "2100-01-01 00.00.00" "made by a restore"
   ends 0 restore Ambrewick --yes
   expect_same updated msts/Routes
 }

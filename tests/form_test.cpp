@@ -386,6 +386,7 @@ TEST_F(Small_Installation,
   Train.Route(u"B").World(u"w-5.w", Small_World(u"300", u"360"));
   Memory_Window window;
   Start(window, Registry_Value, Train);
+  const Text Backups = u"\\train\\Quenby\\backup\\";
   for (const Text_View route : {u"A", u"B", u"C", u"D"}) {
     window.Pick(cmbRoutes, route);
     window.Press(cmdCheck);
@@ -396,13 +397,17 @@ TEST_F(Small_Installation,
     window.Press(cmdUpdate);
     EXPECT_EQ(Train.Content(folder + u"\\tsection.dat"), Moved_Local);
     Train.Disk.Remove(second);
+    // Or the next check rolls it back.
+    Train.Disk.Rename(Concatenate({Backups, route}), Concatenate({u"hidden ", route}));
+  }
+  for (const Text_View route : {u"A", u"B", u"C", u"D"}) {
+    Train.Disk.Rename(Concatenate({Backups, u"hidden ", route}), route);
   }
   Train.Disk.Remove(u"\\train\\routes\\A\\world");
   Train.Disk.Edit_In_Place(u"\\train\\routes\\B\\world\\w-5.w", u"edited");
   Train.Put(u"routes\\B\\world\\.rivelt-1", u"").Put(u"routes\\C\\world\\w-1.w", u"theirs");
   const auto updates = Train.Disk.In_Folder(u"\\train\\Quenby\\backup\\D", true);
   Train.Disk.Remove(updates.at(0).Path + u"\\tsection.dat");
-  Train.Put(u"Quenby\\backup\\Old.unfinished\\w-1.w", u"of the older form");
   Memory_Window second;
   Start(second, Registry_Value, Train);
   EXPECT_EQ(second.Log().find(u"nfinished update"), Text::npos) << "the first one is still at work";
@@ -413,8 +418,7 @@ TEST_F(Small_Installation,
       u"Could not roll back an unfinished update: A\n"
       u"Rolled back an unfinished update: B\n"
       u"Rolled back an unfinished update: C\n"
-      u"Could not roll back an unfinished update: D\n"
-      u"Could not roll back an unfinished update: Old\n\nSelect";
+      u"Could not roll back an unfinished update: D\n\nSelect";
   EXPECT_NE(Log().find(rolled_back), Text::npos) << To_Utf8(Log());
   EXPECT_TRUE(Train.Disk.Locked_Folders->empty());
   EXPECT_EQ(Train.Content(u"routes\\B\\tsection.dat"), Small_Local);
@@ -427,9 +431,6 @@ TEST_F(Small_Installation,
   Window.Pick(cmbRoutes, u"B");
   Window.Press(cmdUpdate);
   EXPECT_TRUE(Log().ends_with(u"Finished updating \n"));
-  const auto backups = Train.Disk.In_Folder(u"\\train\\Quenby\\backup", true);
-  EXPECT_TRUE(std::ranges::any_of(
-      backups, [](const auto& found) { return found.Path.find(u"\\Old 2") != Text::npos; }));
   Window.Pick(cmbRoutes, u"A");
   Window.Press(cmdCheck);
   EXPECT_TRUE(Log().starts_with(u"Had problems in Do_Check!\n"));

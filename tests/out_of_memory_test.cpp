@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "backup/backups.h"
+#include "backup/restore.h"
 #include "installation.h"
 #include "text/utf8.h"
 
@@ -95,7 +95,8 @@ class Out_Of_Memory : public testing::Test {
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
     Memory_Files files(train.Disk);
     for (const Backup& backup : List_Backups(files, u"\\train")) {
-      Do_Part([&] { window.Form().Restore(u"A", backup.Time); });
+      Do_Part([&] { window.Restore(backup.Time); });
+      Look(train, window);
     }
   }
 
@@ -104,7 +105,7 @@ class Out_Of_Memory : public testing::Test {
     bool has_message = !window.Boxes().empty();
     for (const Text_View end :
          {u"check/update\r\n", u"before updating\r\n", u"Finished updating \r\n",
-          u"No update needed\r\n", u"MSTS installed!"}) {
+          u"No update needed\r\n", u"Finished restoring \r\n", u"MSTS installed!"}) {
       has_message = has_message || window.Log().find(end) != Text::npos;
     }
     EXPECT_TRUE(has_message) << "allocation " << Failing << ": " << To_Utf8(window.Log());

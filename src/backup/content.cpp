@@ -18,21 +18,19 @@ constexpr std::uint64_t Mixed(std::uint64_t checksum, std::uint64_t word) {
 }  // namespace
 
 void Content_Reader::Add(std::string_view bytes) {
-  const auto add_byte = [this](char byte) {
-    Pending |= std::uint64_t{static_cast<unsigned char>(byte)} << (Read.Size % 8 * 8);
-    if (++Read.Size % 8 == 0) Add_Word(Pending);
-  };
-  while (!bytes.empty() && Read.Size % 8 != 0) {
-    add_byte(bytes.front());
-    bytes.remove_prefix(1);
-  }
+  for (; !bytes.empty() && Read.Size % 8 != 0; bytes.remove_prefix(1)) Add_Byte(bytes.front());
   std::uint64_t word = 0;
   for (; bytes.size() >= sizeof word; bytes.remove_prefix(sizeof word)) {
     std::memcpy(&word, bytes.data(), sizeof word);
     Read.Size += sizeof word;
     Add_Word(word);
   }
-  for (const char byte : bytes) add_byte(byte);
+  for (const char byte : bytes) Add_Byte(byte);
+}
+
+void Content_Reader::Add_Byte(char byte) {
+  Pending |= std::uint64_t{static_cast<unsigned char>(byte)} << (Read.Size % 8 * 8);
+  if (++Read.Size % 8 == 0) Add_Word(Pending);
 }
 
 void Content_Reader::Add_Word(std::uint64_t word) {
@@ -48,6 +46,10 @@ Content Content_Of(const File& file) {
   Content_Reader reader;
   file.Read_Bytes([&](std::string_view bytes) { reader.Add(bytes); });
   return reader.Whole();
+}
+
+bool Has_Content(const File& file, const Content& content) {
+  return file.State().Size == content.Size && Content_Of(file) == content;
 }
 
 Content Content_Of(Text_View text) {

@@ -1,4 +1,4 @@
-// What a file holds, in short: enough to know it again byte for byte.
+// A file's size and checksum: enough to know it again byte for byte.
 
 #pragma once
 
@@ -22,6 +22,7 @@ class Content_Reader {
   Content Whole() const;
 
  private:
+  void Add_Byte(char byte);
   void Add_Word(std::uint64_t word);
 
   Content Read;
@@ -30,6 +31,9 @@ class Content_Reader {
 
 // Failure: the file cannot be read.
 Content Content_Of(const File& file);
+
+// Whether the file has this content. One of another size is not read.
+bool Has_Content(const File& file, const Content& content);
 
 // Of the bytes of a text in memory.
 Content Content_Of(Text_View text);

@@ -4,12 +4,17 @@
 
 namespace rivelt {
 
-Outcome Decide(const std::vector<Found>& files, bool all_moved) {
-  const auto has = [&](Found found) { return std::ranges::count(files, found) > 0; };
-  if (!has(Found::New) && !has(Found::Missing)) return Outcome::Untouched;
-  const bool all_there = !has(Found::Original) && !has(Found::Missing) && !has(Found::Not_Moved);
-  const bool all_new = all_there && !has(Found::Other);
-  return all_new || (all_there && all_moved) ? Outcome::Finished : Outcome::Rolled_Back;
+Outcome Decide(const std::vector<Finding>& files) {
+  const auto has_moved = [](const Finding& file) {
+    return !file.Waits && (file.Is_New() || file.Has_Come());
+  };
+  const auto has = [&](Found found) {
+    return std::ranges::any_of(files, [&](const Finding& file) { return file.What == found; });
+  };
+  if (std::ranges::all_of(files, has_moved)) return Outcome::Finished;
+  if (has(Found::New) || has(Found::Gone)) return Outcome::Rolled_Back;
+  if (std::ranges::none_of(files, &Finding::Has_Come)) return Outcome::Untouched;
+  return has(Found::Original) ? Outcome::Rolled_Back : Outcome::Left;
 }
 
 }  // namespace rivelt

@@ -1,4 +1,4 @@
-// What is to become of an update that has not finished, by what is found of it.
+// What becomes of an unfinished update, by what is found of its files.
 
 #pragma once
 
@@ -7,23 +7,31 @@
 
 namespace rivelt {
 
-// What is found in the place of one file of the update.
 enum class Found : std::uint8_t {
-  Original,   // what was there, or the very file that is kept, edited in place
-  New,        // what the update was to put there
-  Either,     // original and new file are the same in name and bytes, and so is what is found
-  Missing,    // nothing, though there was a file and there was to be one
-  Other,      // somebody has changed it since
-  Not_Moved,  // as Other, but the new file still waits where the update takes it from
+  Original,  // what was there, or the very file that is kept, edited in place
+  New,       // what the update puts there
+  Gone,      // nothing, though there was a file
+  Other,     // somebody has changed it
+};
+
+struct Finding {
+  Found What;
+  bool Is_Both = false;  // original and new file are the same, and this is what was found
+  bool Waits = false;    // the new file is still where the update takes it from
+
+  bool Is_New() const { return What == Found::New || Is_Both; }
+
+  // The update has moved the file, and somebody has changed it after.
+  bool Has_Come() const { return What == Found::Other && !Waits; }
 };
 
 enum class Outcome : std::uint8_t {
-  Untouched,    // nothing in the route is the update's
   Finished,     // only its last steps are missing
-  Rolled_Back,  // the originals are to be put back
+  Untouched,    // nothing in the route is the update's
+  Left,         // somebody has changed every file, so that its numbers are unknown
+  Rolled_Back,  // the originals are put back
 };
 
-// all_moved: the update noted that it had moved its last file.
-Outcome Decide(const std::vector<Found>& files, bool all_moved);
+Outcome Decide(const std::vector<Finding>& files);
 
 }  // namespace rivelt

@@ -1,9 +1,9 @@
 #include "backup/placed_files.h"
 
+#include <iterator>
 #include <utility>
 
 #include "system/places.h"
-#include "text/letter_case.h"
 
 namespace rivelt {
 
@@ -16,74 +16,72 @@ Text_View Folder_In(Text_View place) {
 }
 
 Text Placed_Files::Path(Text_View place) const {
-  return places::Below(Folder_Path, place);
+  return places::Below(Folder, place);
 }
 
-std::unique_ptr<File> Placed_Files::Find(Text_View place) const {
-  return Files.FindFile(Path(place));
-}
-
-std::unique_ptr<File> Placed_Files::Find_Exactly(Text_View place) const {
-  auto file = Find(place);
-  return file && file->name() == Name_In(place) ? std::move(file) : nullptr;
-}
-
-Text Placed_Files::Own_Spelling(Text_View place) const {
-  Text_View folder = Folder_In(place);
-  if (folder.empty()) return Text(place);
-  folder.remove_suffix(1);
-  // Asked for each file of the same folder.
-  if (folder != Last_Asked) {
-    Last_Asked = folder;
-    const bool exists = Files.FolderExists(Path(folder));
-    Last_Spelling = exists ? Files.GetFolder(Path(folder))->name() : Text(folder);
+Placed_Files::Known_Folder& Placed_Files::Folder_Of(Text_View place) {
+  const Text_View folder = Folder_In(place);
+  const Text folded = Fold_Case(folder);
+  const auto before = Known.find(folded);
+  if (before != Known.end()) return before->second;
+  Known_Folder known{Text(folder), {}};
+  if (Files.FolderExists(Path(folder))) {
+    const auto found = Files.GetFolder(Path(folder));
+    if (!folder.empty()) known.Spelled = found->name() + u"\\";
+    for (auto& file : found->Files().Take()) {
+      const Name_Key key = Key_Of(file->name());
+      known.Files.emplace(key, std::move(file));
+    }
   }
-  return places::Below(Last_Spelling, Name_In(place));
+  return Known.emplace(folded, std::move(known)).first->second;
+}
+
+Placed_Files::Names::iterator Placed_Files::Fitting(Names& names, Text_View place) const {
+  const Name_Key key = Key_Of(Name_In(place));
+  const auto as_spelled = names.find(key);
+  if (as_spelled != names.end()) return as_spelled;
+  const auto first = names.lower_bound({key.Folded, {}});
+  return first != names.end() && first->first.Folded == key.Folded ? first : names.end();
+}
+
+File* Placed_Files::Find(Text_View place) {
+  Names& names = Folder_Of(place).Files;
+  const auto found = Fitting(names, place);
+  return found == names.end() ? nullptr : found->second.get();
+}
+
+Text Placed_Files::Spelled(Text_View place) {
+  Known_Folder& folder = Folder_Of(place);
+  const auto found = Fitting(folder.Files, place);
+  return folder.Spelled + (found == folder.Files.end() ? Text(Name_In(place)) : found->first.Name);
+}
+
+bool Placed_Files::Has_Twin(Text_View place) {
+  Names& names = Folder_Of(place).Files;
+  const Text folded = Fold_Case(Name_In(place));
+  const auto first = names.lower_bound({folded, {}});
+  if (first == names.end() || std::next(first) == names.end()) return false;
+  return std::next(first)->first.Folded == folded;
+}
+
+void Placed_Files::Forget(Text_View place) {
+  Names& names = Folder_Of(place).Files;
+  names.erase(Fitting(names, place));
+}
+
+void Placed_Files::Each_In(Text_View folder, const Take_Placed_File& take) {
+  const Known_Folder& known = Folder_Of(folder);
+  for (const auto& [key, file] : known.Files) take(known.Spelled + key.Name, *file);
 }
 
 void Placed_Files::Make_Folder_Of(Text_View place) {
-  if (!Exists()) Files.CreateFolder(Folder_Path);
-  Text_View folder = Folder_In(place);
-  if (folder.empty()) return;
-  folder.remove_suffix(1);
-  if (!Files.FolderExists(Path(folder))) Files.CreateFolder(Path(folder));
-}
-
-bool Placed_Files::Has_World() const {
-  return Files.FolderExists(Path(places::World_Folder));
-}
-
-std::vector<Text> Placed_Files::Places() const {
-  std::vector<Text> found;
-  const auto add = [&](const Folder& folder, const Text& start) {
-    const auto files = folder.Files();
-    for (const auto& file : files) found.push_back(start + file->name());
-  };
-  add(*Files.GetFolder(Folder_Path), u"");
-  if (!Has_World()) return found;
-  const auto world = Files.GetFolder(Path(places::World_Folder));
-  add(*world, world->name() + u"\\");
-  return found;
-}
-
-std::set<Text> Placed_Files::Twins() const {
-  std::set<Text> seen;
-  std::set<Text> twins;
-  for (const Text& place : Places()) {
-    Text folded = Fold_Case(place);
-    if (!seen.insert(folded).second) twins.insert(std::move(folded));
-  }
-  return twins;
+  Folder_Of(place);
+  if (!Files.FolderExists(Path(Folder_In(place)))) Files.CreateFolder(Path(Folder_In(place)));
 }
 
 void Placed_Files::Flush() const {
-  if (Has_World()) Files.Flush(Path(places::World_Folder));
-  Files.Flush(Folder_Path);
-}
-
-void Placed_Files::Delete_Temporaries() {
-  for (const Text& place : Places()) {
-    if (Name_In(place).starts_with(Temporary_Prefix)) Files.DeleteFile(Path(place), true);
+  for (const auto& [folder, names] : Known) {
+    if (Files.FolderExists(Path(folder))) Files.Flush(Path(folder));
   }
 }
 

@@ -1,13 +1,14 @@
-// Files by their places below a folder: those of a route that an update can replace, directly in
-// its folder or in its World folder, and in the same layout those that are kept of it.
+// Files by their places below a folder, "tsection.dat" or "World\w-1.w", in any letter case.
 
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
-#include <set>
-#include <vector>
+#include <utility>
 
 #include "system/file_service.h"
+#include "text/letter_case.h"
 #include "text/text.h"
 
 namespace rivelt {
@@ -18,46 +19,54 @@ Text_View Name_In(Text_View place);
 // The part before it with its separator, or nothing.
 Text_View Folder_In(Text_View place);
 
+using Take_Placed_File = std::function<void(const Text& place, File& file)>;
+
+// The names in a folder are read once, when the first place in it is asked for.
 class Placed_Files {
  public:
   // The files must outlive the object.
-  Placed_Files(File_System_Object& files, Text_View folder) : Files(files), Folder_Path(folder) {}
+  Placed_Files(File_System_Object& files, Text folder) : Files(files), Folder(std::move(folder)) {}
 
-  const Text& Path() const { return Folder_Path; }
+  const Text& Path() const { return Folder; }
   Text Path(Text_View place) const;
-  bool Exists() const { return Files.FolderExists(Folder_Path); }
 
-  // The file of that place, in any letter case; null if there is none.
-  std::unique_ptr<File> Find(Text_View place) const;
+  // The file of that place: the one that is spelled like it, else the first that fits; null if
+  // there is none.
+  File* Find(Text_View place);
 
-  // Only the one with exactly that name.
-  std::unique_ptr<File> Find_Exactly(Text_View place) const;
+  // The place as it is spelled on disk, as far as it is there.
+  Text Spelled(Text_View place);
 
-  // The place with its folder as that is spelled on disk.
-  Text Own_Spelling(Text_View place) const;
+  // Whether the folder has a second file that differs in letter case alone.
+  bool Has_Twin(Text_View place);
 
-  // Makes the folder of the place, and the one that this is about, if they are missing.
+  // After what Find gives has gone.
+  void Forget(Text_View place);
+  void Forget_All() { Known.clear(); }
+
+  // Hands over every file of a folder, which is given as in a place: "World\" or nothing.
+  void Each_In(Text_View folder, const Take_Placed_File& take);
+
+  // Makes the folder of the place if it is missing.
   void Make_Folder_Of(Text_View place);
 
-  // Of every file in the folder and in its World folder.
-  std::vector<Text> Places() const;
-
-  // The folded places that more than one file has, in names that differ in letter case only.
-  std::set<Text> Twins() const;
-
-  // Returns when what is in the two folders is safe on disk.
+  // Returns when what is in the folders that were asked for is safe on disk.
   void Flush() const;
 
-  // Deletes the files that were never finished.
-  void Delete_Temporaries();
-
  private:
-  bool Has_World() const;
+  using Names = std::map<Name_Key, std::unique_ptr<File>>;
+
+  struct Known_Folder {
+    Text Spelled;  // with its separator, as in a place
+    Names Files;
+  };
+
+  Known_Folder& Folder_Of(Text_View place);
+  Names::iterator Fitting(Names& names, Text_View place) const;
 
   File_System_Object& Files;
-  Text Folder_Path;
-  mutable Text Last_Asked;
-  mutable Text Last_Spelling;
+  Text Folder;
+  std::map<Text, Known_Folder> Known;  // by folded name, with its separator
 };
 
 }  // namespace rivelt

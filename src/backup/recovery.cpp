@@ -1,72 +1,165 @@
-#include "backup/flat_backups.h"
-#include "backup/recover_updates.h"
+#include "backup/recovery.h"
+
+#include <algorithm>
+#include <set>
+
 #include "system/ignoring_failures.h"
 #include "system/places.h"
 #include "text/primitives.h"
 
 namespace rivelt {
+namespace {
 
-void Recover_At_Start(File_System_Object& files, Text_View root, const Log_Line& report) {
-  Ignoring_Failures([&] {
-    const bool has_work = files.FolderExists(places::Backups(root)) &&
-                          (Has_Unfinished_Flat_Backups(files, root) ||
-                           !Routes_With_Unfinished_Updates(files, root).empty());
-    if (!has_work) return;
-    const auto lock = files.Lock(places::Quenby(root));
-    for (const Text& route : Routes_With_Unfinished_Updates(files, root)) {
-      Recover_Or_Report(files, root, route, report);
-    }
-    for (const Text& route : Keep_Unfinished_Flat_Backups(files, root)) {
-      report(u"Could not roll back an unfinished update: " + route);
-    }
-  });
+bool Has_Same_Bytes_And_Time(const File_State& first, const File_State& second) {
+  return first.Identity == second.Identity && first.Size == second.Size &&
+         first.Modified == second.Modified;
 }
 
-void Recover_Or_Report(File_System_Object& files, Text_View root, const Text& route,
-                       const Log_Line& report) try {
-  Recover_Updates(files, root, route, report);
-} catch (const std::exception&) {
-  report(u"Could not roll back an unfinished update: " + route);
-}
+class Recovery {
+ public:
+  Recovery(const Updated_Route& route, Text_View name, const Log_Line& report)
+      : Files(route.Files), Route_Folder(route.Folder), Folder(route, name), Report(report) {}
 
-void Recover_Updates(File_System_Object& files, Text_View root, Text_View route,
-                     const Log_Line& report) {
-  Recovery recovery;
-  const auto report_recovery = [&] {
-    for (const Text& place : recovery.Set_Aside) {
-      report(u"Set aside a file that was changed since the update: " + place);
+  Outcome Run() {
+    const auto journal = Folder.Read();
+    if (!journal) {
+      if (Folder.Has_Journal() && !Folder.Is_All_In_Route()) {
+        throw Failure(u"The journal is damaged: " + Folder.Path());
+      }
+      Folder.Remove();
+      return Outcome::Untouched;
     }
-    if (recovery.Was_Rolled_Back) {
-      report(Concatenate({u"Rolled back an unfinished update: ", route}));
+    Prepare(*journal);
+    const Outcome outcome = Folder.Look(*journal);
+    if (outcome == Outcome::Rolled_Back) Put_Back_All(*journal);
+    Folder.Route.Flush();
+    if (outcome == Outcome::Finished || outcome == Outcome::Left) {
+      Folder.Finish();
+    } else {
+      Folder.Remove();
     }
-  };
-  try {
-    Recover_Updates(files, root, route, recovery);
-  } catch (const std::exception&) {
-    report_recovery();  // what was done so far
-    throw;
+    if (outcome == Outcome::Rolled_Back) Line(u"Rolled back an unfinished update: ", Route_Folder);
+    if (outcome == Outcome::Left) {
+      Line(u"Left an unfinished update, every file has changed since: ", Route_Folder);
+    }
+    return outcome;
   }
-  report_recovery();
+
+ private:
+  void Line(Text_View line, Text_View what) const { Report(Concatenate({line, what})); }
+
+  // Every folder of the route is there, and nothing of ours in the making is.
+  void Prepare(const Journal& journal) {
+    std::set<Text> sources;
+    std::set<Text> folders{Text()};
+    for (const Journal_File& file : journal.Files) {
+      sources.insert(Text(Folder_In(file.Source)));
+      folders.insert(Text(Folder_In(file.Place)));
+    }
+    for (const Text& folder : folders) {
+      const Text path = Folder.Route.Path(folder);
+      if (!Files.FolderExists(path)) throw Failure(u"There is no folder " + path);
+      Delete_Temporaries(path);
+      Delete_Temporaries(Folder.Kept.Path(folder));
+    }
+    for (const Text& source : sources) Delete_Temporaries(Folder.Waiting.Path(source));
+  }
+
+  void Delete_Temporaries(const Text& path) {
+    if (!Files.FolderExists(path)) return;
+    const auto files = Files.GetFolder(path)->Files();
+    for (const auto& file : files) {
+      if (file->name().starts_with(Temporary_Prefix)) file->Delete(true);
+    }
+  }
+
+  // An original stays, and what somebody has put where there was no file or before the update came.
+  static bool Stays(const Journal_File& file, const Finding& found) {
+    return found.What == Found::Original ||
+           (found.What == Found::Other && (found.Waits || !file.Original));
+  }
+
+  void Put_Back_All(const Journal& journal) {
+    for (const Journal_File& file : journal.Files) {
+      if (file.Original && !Stays(file, Folder.Look(file))) Folder.Original_Of(file);
+    }
+    for (const Journal_File& file : journal.Files) Put_Back(file);
+  }
+
+  // More than one file fits the place if somebody has added one in another letter case.
+  void Put_Back(const Journal_File& file) {
+    while (true) {
+      const Finding now = Folder.Look(file);
+      if (Stays(file, now)) return;
+      File* found = Folder.Route.Find(file.Place);
+      if (!found) break;
+      if (now.What == Found::Other) {
+        Set_Aside(*found, Folder.Route.Spelled(file.Place));
+      } else {
+        found->Delete(true);
+      }
+      Folder.Route.Forget(file.Place);
+    }
+    if (!file.Original) return;
+    Folder.Original_Of(file).Keep(Folder.Route.Path(Folder.Kept.Spelled(file.Place)));
+  }
+
+  // A second name for the file where the system can, so that nothing written to it is lost; else a
+  // copy, made again if the file has changed before it could go.
+  void Set_Aside(File& changed, const Text& place) {
+    Placed_Files aside(Files, Folder.Kept.Path(Changed_Since_Name));
+    aside.Make_Folder_Of(u"");
+    aside.Make_Folder_Of(place);
+    Text target = place;
+    for (int number = 2; aside.Find(target); ++number) {
+      target = Concatenate({place, u" ", Trim_Text(Number_Text(number))});
+    }
+    for (bool is_safe = false; !is_safe;) {
+      const File_State before = changed.State();
+      changed.Keep(aside.Path(target));
+      aside.Flush();
+      Files.Flush(Folder.Path());
+      const auto copy = Files.GetFile(aside.Path(target));
+      const File_State now = changed.State();
+      is_safe = copy->State().Identity == now.Identity || Has_Same_Bytes_And_Time(before, now);
+      if (!is_safe) copy->Delete(true);
+    }
+    changed.Delete(true);
+    Line(u"Set aside a file that was changed since the update: ", place);
+  }
+
+  File_System_Object& Files;
+  Text Route_Folder;
+  Update_Folder Folder;
+  const Log_Line& Report;
+};
+
+}  // namespace
+
+Outcome Recover_Updates(const Updated_Route& route, const Log_Line& report) {
+  if (!route.Files.FolderExists(places::Route(route.Root, route.Folder))) return Outcome::Untouched;
+  const std::vector<Text> names = Unfinished_Updates(route);
+  Outcome of_newest = Outcome::Untouched;
+  for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    const Outcome outcome = Recovery(route, *name, report).Run();
+    if (name == names.rbegin()) of_newest = outcome;
+  }
+  return of_newest;
 }
 
-Restore_Result Restore_Route(File_System_Object& files, Text_View root, const Text& route,
-                             const Text& time, const Log_Line& report) {
-  using enum Restore_Result::End;
-  const auto works = [](const auto& step) {
-    try {
-      step();
-      return true;
-    } catch (const std::exception&) {
-      return false;
-    }
-  };
-  if (!works([&] { Recover_Updates(files, root, route, report); })) return {Nothing_Touched, {}};
-  Restore_Result result;
-  if (works([&] { result.Files = Restore_Backup(files, root, route, time); })) return result;
-  if (!Has_Unfinished_Update(files, root, route)) return {Nothing_Touched, {}};
-  Recover_Or_Report(files, root, route, report);
-  const bool is_unfinished = Has_Unfinished_Update(files, root, route);
-  return {is_unfinished ? Unfinished : Rolled_Back, {}};
+std::vector<Text> Routes_With_Unfinished_Updates(File_System_Object& files, Text_View root) {
+  std::vector<Text> routes;
+  if (!files.FolderExists(places::Backups(root))) return routes;
+  const auto folders = files.GetFolder(places::Backups(root))->SubFolders();
+  for (const auto& folder : folders) {
+    // An unreadable folder may be unfinished; recovering it reports the error.
+    bool may_be_unfinished = true;
+    Ignoring_Failures([&] {
+      may_be_unfinished = !Unfinished_Updates({files, Text(root), folder->name()}).empty();
+    });
+    if (may_be_unfinished) routes.push_back(folder->name());
+  }
+  return routes;
 }
 
 }  // namespace rivelt

@@ -2,151 +2,129 @@
 
 #include <algorithm>
 
-#include "backup/backup_name.h"
+#include "backup/backup_time.h"
 #include "system/ignoring_failures.h"
 #include "system/places.h"
+#include "text/primitives.h"
 
 namespace rivelt {
-namespace {
 
-// Removes a folder that has nothing left in it.
-void Remove_If_Empty(File_System_Object& files, const Text& path) {
-  if (files.FolderExists(path)) Ignoring_Failures([&] { files.DeleteFolder(path); });
+Update_Folder::Update_Folder(const Updated_Route& route, Text_View name)
+    : Kept(route.Files, places::Below(places::Updates(route.Root, route.Folder), name)),
+      Route(route.Files, places::Route(route.Root, route.Folder)),
+      Waiting(route.Files, places::Quenby(route.Root)),
+      Files(route.Files),
+      Parent(places::Updates(route.Root, route.Folder)) {}
+
+bool Update_Folder::Has_Journal() const {
+  return Files.FindFile(Kept.Path(Journal_Name)) != nullptr;
 }
 
-}  // namespace
-
-Update_Folder::Update_Folder(File_System_Object& files, Text_View root, Text_View route,
-                             Text_View name)
-    : Kept(files, places::Below(places::Updates(root, route), name)),
-      Route(files, places::Route(root, route)),
-      Files(files),
-      Quenby(places::Quenby(root)),
-      Parent(places::Updates(root, route)) {}
-
 std::optional<Journal> Update_Folder::Read() const {
-  const auto file = Kept.Find(Journal_Name);
+  const auto file = Files.FindFile(Kept.Path(Journal_Name));
   if (!file) return std::nullopt;
   return Read_Journal(file->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll());
 }
 
-void Update_Folder::Write(const Journal& journal) {
-  const auto stream = Files.CreateTextFile(Kept.Path(Journal_Name), true, true);
+void Update_Folder::Write(const Journal& journal, Text_View name) {
+  const auto stream = Files.CreateTextFile(Kept.Path(name), true, true);
   stream->Write(Journal_Text(journal));
   stream->Close();
 }
 
-std::unique_ptr<File> Update_Folder::Holder_Of(const Journal_File& file, Text_View place) const {
-  return file.Has_Twin ? Route.Find_Exactly(place) : Route.Find(place);
-}
-
-std::vector<Update_Folder::Holder> Update_Folder::Holders_Of(const Journal_File& file) const {
-  std::vector<Holder> holders;
-  for (const Text& place : {file.New_Place, file.Original_Place}) {
-    if (place.empty()) continue;
-    auto found = Holder_Of(file, place);
-    if (!found || (!holders.empty() && holders[0].Held->name() == found->name())) continue;
-    const Found kind = Kind_Of(file, *found);
-    holders.push_back({std::move(found), kind});
+Finding Update_Folder::Look(const Journal_File& file) {
+  File* waiting = file.New ? Waiting.Find(file.Source) : nullptr;
+  Finding finding{.What = Found::Other, .Waits = waiting && Has_Content(*waiting, *file.New)};
+  File* found = Route.Find(file.Place);
+  if (!found) {
+    finding.What = !file.New ? Found::New : file.Original ? Found::Gone : Found::Original;
+    return finding;
   }
-  return holders;
-}
-
-Found Update_Folder::Kind_Of(const Journal_File& file, const File& found) const {
-  const Content content = Content_Of(found);
-  const auto kept = file.Original ? Kept.Find(file.Original_Place) : nullptr;
-  const bool is_kept = kept && kept->State().Identity == found.State().Identity;
-  const bool is_original = file.Original && (content == *file.Original || is_kept);
-  const bool is_new = file.New && content == *file.New;
-  if (is_original && is_new) {
-    if (file.Original_Place == file.New_Place) return Found::Either;
-    return found.name() == Name_In(file.New_Place) ? Found::New : Found::Original;
+  const Content content = Content_Of(*found);
+  const bool is_new = content == file.New;
+  File* kept = file.Original ? Kept.Find(file.Place) : nullptr;
+  const bool is_kept = kept && kept->State().Identity == found->State().Identity;
+  if (content == file.Original || is_kept) {
+    finding.What = Found::Original;
+    finding.Is_Both = is_new;
+  } else if (is_new) {
+    finding.What = Found::New;
   }
-  if (is_original) return Found::Original;
-  if (is_new) return Found::New;
-  return Is_Waiting(file) ? Found::Not_Moved : Found::Other;
+  return finding;
 }
 
-bool Update_Folder::Is_Waiting(const Journal_File& file) const {
-  if (!file.New) return false;
-  const auto waiting = Placed_Files(Files, Quenby).Find(file.Source);
-  return waiting && Content_Of(*waiting) == *file.New;
+Outcome Update_Folder::Look(const Journal& journal) {
+  std::vector<Finding> found;
+  found.reserve(journal.Files.size());
+  for (const Journal_File& file : journal.Files) found.push_back(Look(file));
+  return Decide(found);
 }
 
-Found Update_Folder::Found_Of(const Journal_File& file) const {
-  const std::vector<Holder> holders = Holders_Of(file);
-  if (holders.empty()) {
-    if (!file.New) return Found::New;
-    return file.Original ? Found::Missing : Found::Original;
-  }
-  // What the update has put there counts for more than what is beside it.
-  const auto is_new = [](const Holder& holder) { return holder.Kind == Found::New; };
-  return std::ranges::any_of(holders, is_new) ? Found::New : holders[0].Kind;
+File& Update_Folder::Original_Of(const Journal_File& file) {
+  File* kept = Kept.Find(file.Place);
+  if (kept && Has_Content(*kept, *file.Original)) return *kept;
+  throw Failure(Concatenate(
+      {kept ? u"Somebody has changed a kept original: " : u"A kept original is missing: ",
+       Kept.Path(file.Place)}));
 }
 
-Outcome Update_Folder::Outcome_Of(const Journal& journal) const {
-  std::vector<Found> found;
-  found.reserve(journal.size());
-  for (const Journal_File& file : journal) found.push_back(Found_Of(file));
-  return Decide(found, Kept.Find(All_Moved_Name) != nullptr);
-}
-
-void Update_Folder::Detach(const Journal_File& file) {
-  if (!file.Original) return;
-  const auto kept = Kept.Find_Exactly(file.Original_Place);
-  const auto in_route = Holder_Of(file, file.Original_Place);
-  if (!in_route || (kept && kept->State().Identity != in_route->State().Identity)) return;
-  // Killed in between, the file is in the route alone, and this is done again.
-  if (kept) kept->Delete(true);
-  in_route->Copy(Kept.Path(file.Original_Place));
-}
-
-void Update_Folder::Delete_Temporaries() {
-  Route.Delete_Temporaries();
-  const Text staging = places::Below(Quenby, places::Staging_Name);
-  for (const Text& path : {staging, places::Below(staging, places::Databases_Folder)}) {
-    Placed_Files staged(Files, path);
-    if (staged.Exists()) staged.Delete_Temporaries();
+void Update_Folder::Each_Kept(const Take_Placed_File& take) const {
+  Placed_Files kept(Files, Path());
+  kept.Each_In(u"", [&](const Text& place, File& file) {
+    if (place != Journal_Name) take(place, file);
+  });
+  const auto folders = Files.GetFolder(Path())->SubFolders();
+  for (const auto& folder : folders) {
+    const Text name = folder->name();
+    if (name != Changed_Since_Name && name != New_Files_Name) kept.Each_In(name + u"\\", take);
   }
 }
 
-void Update_Folder::Complete() {
+void Update_Folder::Each_Backup(const Take_Placed_File& take) const {
+  Each_Kept(take);
+  const Text aside = Kept.Path(Changed_Since_Name);
+  if (!Files.FolderExists(aside)) return;
+  Placed_Files changed(Files, aside);
+  changed.Each_In(u"", take);
+  const auto folders = Files.GetFolder(aside)->SubFolders();
+  for (const auto& folder : folders) changed.Each_In(folder->name() + u"\\", take);
+}
+
+bool Update_Folder::Can_Go(Text_View place, const File& kept) {
+  const File* in_route = Route.Find(place);
+  return Name_In(place).starts_with(Temporary_Prefix) ||
+         (in_route && Has_Content(*in_route, Content_Of(kept)));
+}
+
+bool Update_Folder::Is_All_In_Route() {
+  bool is_all = true;
+  Each_Kept([&](const Text& place, File& kept) { is_all = is_all && Can_Go(place, kept); });
+  return is_all;
+}
+
+void Update_Folder::Finish() {
   Remove_New_Files();
-  const Text completed = Lose_Ending();
-  Ignoring_Failures([&] { Files.DeleteFile(places::Below(completed, All_Moved_Name), true); });
+  Lose_Ending();
 }
 
-void Update_Folder::Discard(const Journal& journal) {
-  // From here on a process that is killed leaves a folder without a journal, which goes as well.
-  Delete_If_There(Journal_Name);
-  Delete_If_There(All_Moved_Name);
-  Files.Flush(Path());
+void Update_Folder::Remove() {
+  if (const auto journal = Files.FindFile(Kept.Path(Journal_Name))) {
+    journal->Delete(true);
+    Files.Flush(Path());
+  }
   Remove_New_Files();
-  Kept.Delete_Temporaries();
-  Discard_Kept(journal);
-  for (const Text& place : Kept.Places()) {
-    const auto kept = Kept.Find_Exactly(place);
-    if (kept && Is_In_Route(place, Content_Of(*kept))) kept->Delete(true);
-  }
-  Remove_If_Empty(Files, Kept.Path(places::World_Folder));
-  Remove_If_Empty(Files, Kept.Path());
-  if (Kept.Exists()) Lose_Ending();
-  Remove_If_Empty(Files, Parent);
-}
-
-void Update_Folder::Discard_Kept(const Journal& journal) {
-  for (const Journal_File& file : journal) {
-    if (!file.Original) continue;
-    const auto kept = Kept.Find_Exactly(file.Original_Place);
-    if (!kept) continue;
-    const Content content = Content_Of(*kept);
-    if (content == *file.Original || Is_In_Route(file.Original_Place, content)) kept->Delete(true);
-  }
-}
-
-bool Update_Folder::Is_In_Route(Text_View place, const Content& content) const {
-  const auto in_route = Route.Find(place);
-  return in_route && Content_Of(*in_route) == content;
+  Route.Forget_All();
+  Each_Kept([&](const Text& place, File& kept) {
+    if (Can_Go(place, kept)) kept.Delete(true);
+  });
+  const auto folders = Files.GetFolder(Path())->SubFolders();
+  const auto remove_if_empty = [&](const Text& path) {
+    Ignoring_Failures([&] { Files.DeleteFolder(path); });
+  };
+  for (const auto& folder : folders) remove_if_empty(Kept.Path(folder->name()));
+  remove_if_empty(Path());
+  if (Files.FolderExists(Path())) return Lose_Ending();
+  remove_if_empty(Parent);
 }
 
 void Update_Folder::Remove_New_Files() {
@@ -157,25 +135,26 @@ void Update_Folder::Remove_New_Files() {
   Files.DeleteFolder(path);
 }
 
-void Update_Folder::Delete_If_There(Text_View name) {
-  if (const auto file = Kept.Find(name)) file->Delete(true);
+void Update_Folder::Lose_Ending() {
+  Files.MoveFolder(Path(), places::Below(Parent, Time_In(Name_In(Path()))));
+  // The name is as good as on disk: should it come back, the next start does this again.
+  Ignoring_Failures([&] { Files.Flush(Parent); });
 }
 
-Text Update_Folder::Lose_Ending() const {
-  Text completed = Kept.Path().substr(0, Kept.Path().size() - Unfinished_Ending.size());
-  Files.MoveFolder(Kept.Path(), completed);
-  Files.Flush(Parent);
-  return completed;
-}
-
-std::vector<Text> Update_Folders(File_System_Object& files, Text_View root, Text_View route) {
+std::vector<Text> Update_Folders(const Updated_Route& route) {
   std::vector<Text> names;
-  const Text parent = places::Updates(root, route);
-  if (!files.FolderExists(parent)) return names;
-  const auto folders = files.GetFolder(parent)->SubFolders();
+  const Text parent = places::Updates(route.Root, route.Folder);
+  if (!route.Files.FolderExists(parent)) return names;
+  const auto folders = route.Files.GetFolder(parent)->SubFolders();
   for (const auto& folder : folders) {
     if (Is_Backup_Time(Time_In(folder->name()))) names.push_back(folder->name());
   }
+  return names;
+}
+
+std::vector<Text> Unfinished_Updates(const Updated_Route& route) {
+  std::vector<Text> names = Update_Folders(route);
+  std::erase_if(names, [](const Text& name) { return !name.ends_with(Unfinished_Ending); });
   return names;
 }
 

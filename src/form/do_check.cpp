@@ -1,4 +1,3 @@
-#include "backup/recover_updates.h"
 #include "form/frm_main.h"
 #include "system/places.h"
 #include "text/primitives.h"
@@ -7,7 +6,7 @@ namespace rivelt {
 
 void frmMain::Do_Check() try {
   Current = Read_Settings();
-  if (!Transforms_Changed && !Restored_Since_Check && Current == Last) return;
+  if (!Transforms_Changed && !Full_Check_Next && Current == Last) return;
   if (Transforms_Changed || Current.Rows != Last.Rows) Rebuild_Transforms();
   const Text own_catalogue = places::Own_Catalogue(MSTS_Path, Current_Route_Folder());
   if (Current.Whole_Route && FSO->FindFile(own_catalogue)) {
@@ -19,7 +18,7 @@ void frmMain::Do_Check() try {
   if (!Stopped) Do_Databases();
   Last = Current;
   Transforms_Changed = false;
-  Restored_Since_Check = false;
+  Full_Check_Next = false;
 } catch (const std::exception& failure) {
   Keep_Reason(failure);
   Fatal_Error(u"Had problems in Do_Check!");
@@ -54,10 +53,10 @@ void frmMain::Rebuild_Transforms() {
 void frmMain::Prepare_Staging_Folder() {
   Make_Folder(places::Quenby(MSTS_Path));
   Lock();
-  Recover_Updates(*FSO, MSTS_Path, Current_Route_Folder(),
-                  [this](Text_View line) { Report_Recovery(line); });
+  Recover_All(Current_Route_Folder());
   Make_Folder(places::Staging(MSTS_Path));
   Checked_Files.clear();
+  Changed_Since_Check.clear();
   Empty_Folder(places::Staging(MSTS_Path));
   const Text databases = places::Staged_Databases(MSTS_Path);
   if (Current.Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);

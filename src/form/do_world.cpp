@@ -4,13 +4,16 @@
 #include "convert/world_passes.h"
 #include "form/frm_main.h"
 #include "system/places.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 
 namespace rivelt {
 
 void frmMain::Do_World() try {
+  Walked_World_Files.clear();
   const auto files = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()))->Files();
   for (const auto& file : files) {
+    Walked_World_Files.insert(Fold_Case(file->name()));
     if (Is_World_File(file->name()) && !Convert_World_File(*file)) return;
   }
 } catch (const std::exception& failure) {

@@ -1,7 +1,5 @@
 #include "form/frm_main.h"
 
-#include "backup/recover_updates.h"
-#include "system/ignoring_failures.h"
 #include "system/places.h"
 
 namespace rivelt {
@@ -13,8 +11,7 @@ void frmMain::Form_Init() try {
   Set_Log(u"");
   if (!Find_MSTS()) return;
   FSO->Set_Root(MSTS_Path);
-  // Also where the start then fails.
-  Recover_At_Start(*FSO, MSTS_Path, [this](Text_View line) { Report_Recovery(line); });
+  Recover_At_Start();  // also where the start then fails
   if (!Read_Routes()) return;
   if (!Read_Global()) return;
   for (const Text& line : Recovery_Lines) Add_Line(line);
@@ -23,11 +20,6 @@ void frmMain::Form_Init() try {
 } catch (const std::exception& failure) {
   Keep_Reason(failure);
   Fatal_Error(u"Could not load Rivelt!");
-}
-
-void frmMain::Report_Recovery(Text_View line) {
-  Recovery_Lines.emplace_back(line);
-  if (Recovery_Shown) Add_Line(line);
 }
 
 void frmMain::Lock() {

@@ -10,11 +10,14 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
-#include "backup/backups.h"
-#include "backup/route_update.h"
+#include "backup/recovery.h"
+#include "backup/restore.h"
+#include "backup/update.h"
 #include "convert/rebase_tsection.h"
 #include "system/file_service.h"
 #include "system/registry_service.h"
@@ -31,6 +34,20 @@ using Create_File_System_Object = std::function<std::unique_ptr<File_System_Obje
 struct Installed_Route {
   Text Name;  // for display
   Text Folder;
+};
+
+// What became of a route that was to be changed as a whole.
+enum class Change_End {
+  Done,
+  Lock_Held,        // another program is at work; nothing was touched
+  Nothing_Touched,  // it could not be begun
+  Rolled_Back,      // it failed part-way, and the route is what it was
+  Unfinished,       // it failed part-way; the next start takes it back
+};
+
+struct Restore_Result {
+  Change_End How = Change_End::Done;
+  Restored Files;
 };
 
 class frmMain {
@@ -78,8 +95,8 @@ class frmMain {
   // Makes the route what it was before the update of that time. The next check is a full one.
   Restore_Result Restore(const Text& route_folder, const Text& time);
 
-  // For a program that ends after a failed Update: rolls it back if this one holds the lock.
-  void Recover_Before_End(const Text& route_folder);
+  // For a program that ends after a failed Update: takes it back if this one holds the lock.
+  Change_End Recover_Before_End(const Text& route_folder);
 
  private:
   // Start-up. False: Fatal_Error has been called.
@@ -93,8 +110,19 @@ class frmMain {
   void Lock();
   bool Is_Locked() const { return Held_Lock && Held_Lock->In_Force(); }
 
-  // Shows a line about an update that had not finished, or keeps it until the start is reported.
+  // Updates that have not finished. Recover raises a Failure; Recover_Or_Report shows a line in its
+  // place, and Recover_All does for each route but the given one.
+  void Recover_At_Start();
+  void Recover_All(const Text& route_folder);
+  Outcome Recover(const Text& route_folder);
+  std::optional<Outcome> Recover_Or_Report(const Text& route_folder);  // nothing: it has failed
+
+  // Shows a line about them, or keeps it until the start is reported.
   void Report_Recovery(Text_View line);
+
+  // Changes a route by an update of its own: takes the lock, recovers before, and after a failure.
+  Change_End Change_Route(const Text& route_folder, const std::function<void()>& change);
+  bool Works(const std::function<void()>& step);  // false: the reason of its failure is kept
 
   // The message log. The first two let pending events run.
   void Add_Text(Text_View text);
@@ -150,7 +178,10 @@ class frmMain {
   void Move_Staged_Files();
   Collection<File> Staged_Databases() const;
   Replacement Replacement_By(Text_View name, Text_View place) const;
-  void Replace(const Route_Update& update, File& file, Text_View place);
+  void Report_Changed_Files();
+  Updated_Route Updates_Of(const Text& route_folder) const {
+    return {*FSO, MSTS_Path, route_folder};
+  }
 
   Window& Form_Window;
   Registry& System_Registry;
@@ -171,9 +202,9 @@ class frmMain {
   Long Shape_Delta = 0;
   Own_Numbers Own;  // the current route's local ids that move, as they were before
 
-  bool Stopped = false;               // Fatal_Error was called; nothing leads out of this state
-  bool Whole_Route = false;           // a check converts all that uses the route's own numbers
-  bool Restored_Since_Check = false;  // what is staged must not be moved over a restored route
+  bool Stopped = false;          // Fatal_Error was called; nothing leads out of this state
+  bool Whole_Route = false;      // a check converts all that uses the route's own numbers
+  bool Full_Check_Next = false;  // the route has been changed by other means than an Update
 
   std::vector<Installed_Route> Installed_Routes;
   Text Last_Reason;
@@ -183,6 +214,8 @@ class frmMain {
   bool Recovery_Shown = false;  // the start has reported its lines
 
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
+  std::set<Text> Changed_Since_Check;        // places of those that an Update found changed
+  std::set<Text> Walked_World_Files;         // folded names, of the last check
 };
 
 }  // namespace rivelt

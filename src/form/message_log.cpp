@@ -1,4 +1,5 @@
 #include "form/frm_main.h"
+#include "system/ignoring_failures.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -33,6 +34,12 @@ void frmMain::Fatal_Error(Text_View text) {
     Form_Window.Enable(cmbTracks(row), false);
   }
   for (const Control control : {cmdCheck, cmdUpdate, cmdSave}) Form_Window.Enable(control, false);
+  // The log of a start that fails does not have them.
+  Ignoring_Failures([&] {
+    Text lines;
+    for (const Text& line : Recovery_Lines) lines += line + NL;
+    if (!Recovery_Shown) Last_Reason = lines + Last_Reason;
+  });
 }
 
 void frmMain::Keep_Reason(const std::exception& failure) try {

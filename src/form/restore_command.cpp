@@ -1,6 +1,9 @@
-#include "backup/recover_updates.h"
+#include <algorithm>
+
+#include "backup/restore.h"
 #include "form/frm_main.h"
 #include "system/ignoring_failures.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 #include "window/form_menu.h"
 
@@ -9,12 +12,13 @@ namespace rivelt {
 std::vector<Text> frmMain::Restorable() const {
   std::vector<Text> times;
   Ignoring_Failures([&] {
+    const Text route = Fold_Case(Picked_Route_Folder());
     for (const Backup& backup : List_Backups(*FSO, MSTS_Path)) {
-      const bool is_meant =
-          backup.Route == Picked_Route_Folder() && backup.Kind == Backup::State::Finished;
-      if (is_meant) times.insert(times.begin(), backup.Time);
+      const bool is_finished = backup.Kind == Backup::State::Finished;
+      if (is_finished && Fold_Case(backup.Route) == route) times.push_back(backup.Time);
     }
   });
+  std::ranges::reverse(times);
   if (times.size() > Most_Restorable) times.resize(Most_Restorable);
   return times;
 }
@@ -28,7 +32,7 @@ void frmMain::Restore_From_Menu(const Text& time) try {
   Form_Window.Set_Pointer(Pointer::Hourglass);
   Set_Log(Concatenate({u"Restoring: ", Form_Window.Read_Text(Control::cmbRoutes), NL}));
   const Restore_Result result = Restore(Picked_Route_Folder(), time);
-  if (result.How != Restore_Result::End::Done) throw Failure();
+  if (result.How != Change_End::Done) throw Failure();
   for (const auto* places : {&result.Files.Put_Back, &result.Files.Removed}) {
     for (const Text& place : *places) Add_Line(place);
   }
@@ -42,23 +46,10 @@ void frmMain::Restore_From_Menu(const Text& time) try {
 }
 
 Restore_Result frmMain::Restore(const Text& route_folder, const Text& time) {
-  try {
-    Lock();
-  } catch (const std::exception& failure) {
-    Keep_Reason(failure);
-    return {Restore_Result::End::Lock_Held, {}};
-  }
-  Restored_Since_Check = true;
-  return Restore_Route(*FSO, MSTS_Path, route_folder, time,
-                       [this](Text_View line) { Report_Recovery(line); });
-}
-
-void frmMain::Recover_Before_End(const Text& route_folder) {
-  Ignoring_Failures([&] {
-    if (!Is_Locked()) return;
-    Recover_Or_Report(*FSO, MSTS_Path, route_folder,
-                      [this](Text_View line) { Report_Recovery(line); });
-  });
+  Restore_Result result;
+  result.How = Change_Route(route_folder,
+                            [&] { Restore_Backup(Updates_Of(route_folder), time, result.Files); });
+  return result;
 }
 
 }  // namespace rivelt

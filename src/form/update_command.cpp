@@ -1,5 +1,9 @@
+#include "backup/update.h"
+
+#include "convert/world_passes.h"
 #include "form/frm_main.h"
 #include "system/places.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -32,14 +36,8 @@ void frmMain::cmdUpdate_Click() try {
 void frmMain::Move_Staged_Files() {
   const auto staged_files = FSO->GetFolder(places::Staging(MSTS_Path))->Files();
   // Without the lock another program can have staged these, or be at work on the route.
-  if (!Is_Locked()) throw Failure();
-  Route_Update update(*FSO, MSTS_Path, Current_Route_Folder());
+  if (!Is_Locked()) throw Failure(u"The lock on Quenby is not in force any more");
   const auto databases = Staged_Databases();
-  if (staged_files.Count() == 0 && databases.Count() == 0) {
-    update.Complete_If_All_Moved();
-    Add_Line(NL + u"No update needed");
-    return;
-  }
   std::vector<Replacement> replacements;
   for (const auto& file : staged_files) {
     replacements.push_back(Replacement_By(file->name(), places::Place_Of_Staged(file->name())));
@@ -48,15 +46,28 @@ void frmMain::Move_Staged_Files() {
     replacements.push_back(
         Replacement_By(places::Below(places::Databases_Folder, file->name()), file->name()));
   }
-  update.Keep_Originals(replacements);
-  for (const auto& file : staged_files) {
-    Replace(update, *file, places::Place_Of_Staged(file->name()));
+  const Updated_Route route = Updates_Of(Current_Route_Folder());
+  if (replacements.empty()) {
+    Finish_If_All_Moved(route);
+    Add_Line(NL + u"No update needed");
+    return;
   }
-  for (const auto& file : databases) Replace(update, *file, file->name());
-  update.Complete();
+  Update(route, Made_By_Update, replacements,
+         [this](Text_View place) { Changed_Since_Check.emplace(place); });
   Add_Line(NL + u"Finished updating ");
-  for (const Text& place : update.Changed_Since_Check()) {
+  Report_Changed_Files();
+}
+
+void frmMain::Report_Changed_Files() {
+  for (const Text& place : Changed_Since_Check) {
     Add_Line(u"Had changed since the check, and is in the backup: " + place);
+  }
+  const auto world = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()));
+  const auto files = world->Files();
+  for (const auto& file : files) {
+    const Text name = file->name();
+    if (!Is_World_File(name) || Walked_World_Files.contains(Fold_Case(name))) continue;
+    Add_Line(u"New since the check, and not converted: " + places::Below(world->name(), name));
   }
 }
 
@@ -69,19 +80,12 @@ Collection<File> frmMain::Staged_Databases() const {
 
 // name is below the staging folder.
 Replacement frmMain::Replacement_By(Text_View name, Text_View place) const {
-  Replacement replacement;
-  replacement.Place = place;
-  replacement.Source = places::Below(places::Staging_Name, name);
+  Replacement replacement{.Place = Text(place),
+                          .Source = places::Below(places::Staging_Name, name)};
   const auto checked = Checked_Files.find(Text(name));
   if (checked != Checked_Files.end()) replacement.As_Checked = checked->second;
+  replacement.Needs_Original = true;
   return replacement;
-}
-
-void frmMain::Replace(const Route_Update& update, File& file, Text_View place) {
-  const Text destination = places::Destination(MSTS_Path, Current_Route_Folder(), place);
-  update.Require_As_Kept(place);
-  FSO->DeleteFile(destination, true);
-  file.Move(destination);
 }
 
 }  // namespace rivelt

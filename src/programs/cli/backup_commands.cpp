@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "backup/backups.h"
+#include "backup/restore.h"
 #include "programs/cli/commands.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 
@@ -19,18 +20,19 @@ struct Listed_Backup {
 };
 
 Text Name_Of(const Console_Window& window, const Text& folder) {
-  const auto& routes = window.Form().Routes();
-  const auto found = std::ranges::find(routes, folder, &Installed_Route::Folder);
-  return found == routes.end() ? folder : found->Name;
+  for (const Installed_Route& route : window.Form().Routes()) {
+    if (Fold_Case(route.Folder) == Fold_Case(folder)) return route.Name;
+  }
+  return folder;
 }
 
 // Those that are meant, the oldest of each route first.
 std::vector<Listed_Backup> Backups_Of(Console_Window& window, const Backup_Settings& settings) {
   std::optional<Text> wanted;
-  if (settings.Route) wanted = Route_To_Pick(window, *settings.Route).Folder;
+  if (settings.Route) wanted = Fold_Case(Route_To_Pick(window, *settings.Route).Folder);
   std::vector<Listed_Backup> listed;
   for (const Backup& backup : List_Backups(window.Form().Files(), window.Form().Root())) {
-    const bool is_meant = (!wanted || backup.Route == *wanted) &&
+    const bool is_meant = (!wanted || Fold_Case(backup.Route) == *wanted) &&
                           (!settings.Time || From_Utf8(*settings.Time) == backup.Time);
     if (is_meant) listed.push_back({Name_Of(window, backup.Route), backup});
   }
@@ -43,6 +45,9 @@ std::string Description(const Listed_Backup& backup) {
                      std::to_string(backup.Content.Bytes) + " bytes";
   if (backup.Content.Kind == Backup::State::Unfinished) line += "\tunfinished";
   if (backup.Content.Kind == Backup::State::Set_Aside) line += "\tset aside, cannot be restored";
+  if (backup.Content.Kind == Backup::State::Unreadable) line += "\tcannot be read";
+  const Text& maker = backup.Content.Made_By;
+  if (!maker.empty() && maker != Made_By_Update) line += "\tmade by a " + To_Utf8(maker);
   return line;
 }
 
@@ -57,37 +62,37 @@ int Report_Failure(std::string_view message) {
   return Exit_Failure;
 }
 
-int Report_Failed_Restore(Restore_Result::End how) {
-  const auto failed = [](const std::string& what_of_it) {
-    return Report_Failure("Had problems restoring this route! " + what_of_it);
-  };
-  switch (how) {
-    case Restore_Result::End::Lock_Held:
-      return failed("Another program is at work on this installation; nothing was touched.");
-    case Restore_Result::End::Rolled_Back:
-      return failed("What was replaced is back.");
-    case Restore_Result::End::Unfinished:
-      return failed("It will be rolled back at the next start.");
-    default:
-      return failed("Nothing was touched.");
-  }
-}
-
 void Report_Restored(Output& output, const Listed_Backup& backup, const Restored& restored) {
   Write_Places(output, restored.Put_Back, "Put back");
   Write_Places(output, restored.Removed, "Removed");
   Write_Places(output, restored.From_Later, "From a later update, so it may be on other numbers");
   Write_Places(output, restored.Newer,
                "Left, newer than the backup, so it may be on other numbers");
+  Write_Places(output, restored.Unreadable, "Cannot be read, so it was passed over");
   output.Write("Restored\t" + Description(backup) + "\n");
 }
 
 }  // namespace
 
+std::string What_Became_Of_It(Change_End end) {
+  switch (end) {
+    case Change_End::Done:
+      return "It was finished all the same.";
+    case Change_End::Lock_Held:
+      return "Another program is at work on this installation; nothing was touched.";
+    case Change_End::Rolled_Back:
+      return "What was replaced is back.";
+    case Change_End::Unfinished:
+      return "It will be rolled back at the next start.";
+    case Change_End::Nothing_Touched:
+      return "Nothing was touched.";
+  }
+  return {};
+}
+
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) try {
   for (const Listed_Backup& backup : Backups_Of(window, settings)) {
     output.Write(Description(backup) + "\n");
-    Write_Places(output, backup.Content.Changed, "  had changed since the check");
   }
   return Exit_Done;
 } catch (const std::exception&) {
@@ -105,7 +110,9 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   if (!Is_Confirmed(settings.Yes)) return Exit_Failure;
   const Restore_Result result = window.Form().Restore(newest.Content.Route, newest.Content.Time);
   window.Report();
-  if (result.How != Restore_Result::End::Done) return Report_Failed_Restore(result.How);
+  if (result.How != Change_End::Done) {
+    return Report_Failure("Had problems restoring this route! " + What_Became_Of_It(result.How));
+  }
   window.Outcome = "the restore was finished";
   Report_Restored(output, newest, result.Files);
   return Exit_Done;

@@ -53,6 +53,9 @@ bool Is_Confirmed(bool yes);
 // Says on standard error what a conversion of the picked route would leave on the old numbers.
 void Warn_Of_What_Stays_Behind(Console_Window& window);
 
+// What became of the route that a command could not change as it was told to.
+std::string What_Became_Of_It(Change_End end);
+
 int List_Routes(const Console_Window& window, Output& output);
 int Check_Route(Console_Window& window, const Route_Settings& settings);
 int Update_Route(Console_Window& window, const Route_Settings& settings);

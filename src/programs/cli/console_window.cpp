@@ -47,7 +47,9 @@ void Console_Window::Yield() {
 void Console_Window::Report() {
   const std::vector<Text>& lines = Form().Recovery();
   for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {
-    if (!Shows_Log) Write_Error(lines[Recovery_Shown]);
+    const Text& line = lines[Recovery_Shown];
+    // The reason of a start that failed has them.
+    if (!Shows_Log && Form().Reason().find(line) == Text::npos) Write_Error(line);
   }
   if (Is_Stopped() && !(Shows_Log && Output_Is_Terminal())) Write_Error(Log());
   if (Form().Reason().empty()) return;

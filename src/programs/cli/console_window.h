@@ -44,6 +44,9 @@ class Console_Window : public Memory_Window {
   // the command has failed.
   void Report();
 
+  // After a failure that has come to nothing.
+  void Forget_Failure() { Failure_Shown = false; }
+
   // For a program that is to end before its command has.
   void Report_Interruption();
 

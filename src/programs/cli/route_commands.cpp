@@ -116,7 +116,9 @@ bool Update_Picked_Route(Console_Window& window, bool yes) {
   Press(window, Control::cmdUpdate);
   if (window.Failed()) {
     const Text route = window.Read_Text(Control::cmbRoutes);
-    window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
+    const Change_End end = window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
+    if (!window.Is_Stopped()) Write_Error(What_Became_Of_It(end));
+    if (end == Change_End::Done) window.Forget_Failure();
   }
   return confirmed;
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 #include "text/text.h"
 
@@ -24,14 +23,5 @@ Text Backup_Time_After(Text_View newest);
 
 // The local time of a count of nanoseconds since 1970, UTC.
 Text Backup_Time_Of(std::int64_t nanoseconds);
-
-// A backup of the older form is a flat folder named after route and time.
-struct Flat_Backup_Name {
-  Text Route;
-  Text Time;
-};
-
-// Nothing if the name is not of that form.
-std::optional<Flat_Backup_Name> Read_Flat_Backup_Name(Text_View name);
 
 }  // namespace rivelt

@@ -1,4 +1,4 @@
-#include "backup/backup_name.h"
+#include "backup/backup_time.h"
 
 #include <array>
 #include <chrono>
@@ -12,21 +12,18 @@ namespace {
 
 constexpr Text_View Time_Form = u"0000-00-00 00.00.00";  // a digit for each 0
 
-// A tm as if it were UTC, so that a second can be added without regard to summer time.
-using Clock_Time = std::chrono::sys_seconds;
-
 Text Written(const std::tm& time) {
   std::array<char, 32> written{};
   const std::size_t length =
       std::strftime(written.data(), written.size(), "%Y-%m-%d %H.%M.%S", &time);
   Text text(written.begin(), written.begin() + static_cast<std::ptrdiff_t>(length));
-  if (!Is_Backup_Time(text)) throw Failure();
+  if (!Is_Backup_Time(text)) throw Failure(u"The clock is after the year 9999");
   return text;
 }
 
 Text Local(std::time_t time) {
   const std::tm* local = std::localtime(&time);
-  if (local == nullptr) throw Failure();
+  if (local == nullptr) throw Failure(u"The clock has no such time");
   return Written(*local);
 }
 
@@ -34,11 +31,12 @@ int Part(Text_View time, std::size_t at, std::size_t count) {
   return Round_Long(Text_Value(time.substr(at, count)));
 }
 
+// As if the time were UTC, so that summer time does not matter.
 Text A_Second_After(Text_View time) {
   using namespace std::chrono;
   const auto day = year(Part(time, 0, 4)) / Part(time, 5, 2) / Part(time, 8, 2);
-  const Clock_Time next = sys_days(day) + hours(Part(time, 11, 2)) + minutes(Part(time, 14, 2)) +
-                          seconds(Part(time, 17, 2) + 1);
+  const sys_seconds next = sys_days(day) + hours(Part(time, 11, 2)) + minutes(Part(time, 14, 2)) +
+                           seconds(Part(time, 17, 2) + 1);
   const auto midnight = floor<days>(next);
   const year_month_day date(midnight);
   const hh_mm_ss clock(next - midnight);
@@ -75,14 +73,6 @@ Text Backup_Time_After(Text_View newest) {
 
 Text Backup_Time_Of(std::int64_t nanoseconds) {
   return Local(static_cast<std::time_t>(nanoseconds / 1'000'000'000));
-}
-
-std::optional<Flat_Backup_Name> Read_Flat_Backup_Name(Text_View name) {
-  if (name.size() < Time_Form.size() + 2) return std::nullopt;
-  const std::size_t blank = name.size() - Time_Form.size() - 1;
-  const Text_View time = name.substr(blank + 1);
-  if (name[blank] != u' ' || !Is_Backup_Time(time)) return std::nullopt;
-  return Flat_Backup_Name{Text(name.substr(0, blank)), Text(time)};
 }
 
 }  // namespace rivelt
