@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "catalogue/catalogue_text.h"
-#include "platform/memory/fixed_registry.h"
+#include "system/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
 #include "repeated.h"

@@ -8,7 +8,7 @@
 #include <QComboBox>
 #include <memory>
 
-#include "platform/memory/fixed_registry.h"
+#include "system/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_application.h"

@@ -237,7 +237,7 @@ Script_Presses_The_Controls_And_Prints_What_It_Is_Asked_For() {
   expect_no_part out $'\r'
   expect_line out " two blanks " "Select a route above for check/update" \
     $'optDynamic(0)\tenabled\tTrue' $'Whole route\tenabled\tFalse' $'Restore a backup\tdisabled\t0'
-  [ "$(grep -c $'\tenabled\t\\|\tdisabled\t' out)" -eq 28 ] || fail "not 26 controls and 2 entries"
+  [ "$(grep -c $'\tenabled\t\\|\tdisabled\t' out)" -eq 32 ] || fail "not 26 controls and 6 entries"
   script 'route Dörnquell' 'option all' 'old 0 A3t1000r5d' 'new 0  -delete-' 'old 4  x ' state
   expect_line out $'cmbRoutes\tenabled\tDörnquell' $'cmbTracks(0)\tenabled\t -delete-' \
     $'txtTrack(4)\tenabled\t x ' $'cmdUpdate\tenabled\t&Update'

@@ -314,7 +314,7 @@ TEST_F(Whole_Conversion,
 
   ASSERT_EQ(Window.Restorable().size(), 1u);
   const Text update = Window.Restorable()[0];
-  Window.Restore(update);
+  Window.Choose(Menu_Entry::Restore, update);
   EXPECT_EQ(Train.Content(u"routes\\A\\THE LINE.tdb"), Small_Database(u"300", u"360"));
   EXPECT_EQ(Log(),
             u"Restoring: A\nTHE LINE.tdb\ntsection.dat\nworld\\w-1.w\nworld\\w-5.w\n"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/memory/fixed_registry.h"
+#include "system/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
 #include "text/primitives.h"

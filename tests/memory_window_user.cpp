@@ -1,5 +1,5 @@
 #include "platform/memory/memory_window.h"
-#include "window/first_line.h"
+#include "window/one_line.h"
 #include "window_user.h"
 
 namespace rivelt {
@@ -14,18 +14,36 @@ class Memory_Window_User : public Window_User {
   void Pick(Control list, Text_View entry) override { Screen.Pick(list, entry); }
   void Type(Control text_box, Text_View text) override { Screen.Type(text_box, text); }
   void Paste(Control text_box, Text_View text) override {
-    Screen.Type(text_box, Screen.Read_Text(text_box).append(First_Line(text)));
+    Text whole = Screen.Read_Text(text_box).append(text);
+    std::size_t caret = whole.size();
+    Cut_To_One_Line(whole, caret);
+    Screen.Type(text_box, whole);
   }
   void Press(Control button) override {
     const bool is_option = Row_Of(button).Type == Control_Type::Option_Button;
     is_option ? Screen.Select(button) : Screen.Press(button);
   }
-  void Toggle_Whole_Route() override { Screen.Toggle_Whole_Route(); }
-  void Restore(const Text& time) override { Screen.Restore(time); }
   void Close() override { Screen.Close(); }
+
+  void Choose(Text_View entry, Text_View choice) override {
+    for (const Menu_Row& row : Menu_Table) {
+      if (row.Caption == entry) Screen.Choose(row.Id, Text(choice));
+    }
+  }
+  Lines Menu() override {
+    Lines entries;
+    for (const Menu_Row& row : Menu_Table) {
+      if (!Screen.Can_Choose(row.Id)) continue;
+      const bool checked = row.Kind == Menu_Kind::Check_Mark && Screen.Whole_Route();
+      entries.push_back(Concatenate({checked ? u"x " : u"", row.Caption}));
+    }
+    return entries;
+  }
+  Lines Choices() override { return Screen.Restorable(); }
 
   void Answer_With_Cancel() override { Screen.Box_Answers.push_back(Answer_Ok + 1); }
   void Save_As(Text_View path) override { Screen.Save_File_Names.emplace_back(path); }
+  void Open_Folder(Text_View path) override { Screen.Folders.emplace_back(path); }
 
   bool Visible() const override { return Screen.Visible(); }
   bool Takes_Input(Control control) const override { return Screen.Takes_Input(control); }
@@ -47,9 +65,6 @@ class Memory_Window_User : public Window_User {
       boxes.push_back(Box_Text(title, style, message));
     }
     return boxes;
-  }
-  Seen_Menu Menu() override {
-    return {Screen.Menu_Enabled(), Screen.Whole_Route(), Screen.Restorable()};
   }
   Window& Seam() override { return Screen; }
 

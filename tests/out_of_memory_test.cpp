@@ -95,7 +95,7 @@ class Out_Of_Memory : public testing::Test {
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
     Memory_Files files(train.Disk);
     for (const Backup& backup : List_Backups(files, u"\\train")) {
-      Do_Part([&] { window.Restore(backup.Time); });
+      Do_Part([&] { window.Choose(Menu_Entry::Restore, backup.Time); });
       Look(train, window);
     }
   }

@@ -37,8 +37,8 @@ class Qt_Window_Test : public Window_Fixture {
 
 TEST_F(Qt_Window_Test, The_Form_Has_Its_Size_Caption_And_Icon_And_Every_Control_Its_Place) {
   Start();
-  EXPECT_EQ(Form.minimumSize(), QSize(383, 440));
-  EXPECT_EQ(Form.maximumSize(), QSize(383, 440));
+  EXPECT_EQ(Form.minimumSize(), Form.maximumSize());
+  EXPECT_EQ(Screen.Client_Widget().size(), QSize(383, 440));
   EXPECT_EQ(Form.windowTitle(), "Rivelt");
   EXPECT_EQ(Form.windowFlags() & (Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
             Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
@@ -123,7 +123,7 @@ TEST_F(Qt_Window_Test, Each_Option_Takes_The_Clicks_On_What_Is_Seen_Of_It) {
                                             {2700, optDynamic_0},  // the end of its caption
                                             {3500, optDynamic_1}};
   for (const auto& [twips, option] : places) {
-    Qt_User.Click(QPoint(twips / 15, 600 / 15));
+    Qt_User.Click(Screen.Client_Widget(), QPoint(twips / 15, 600 / 15));
     EXPECT_TRUE(User->Selected(option)) << twips;
   }
 }
@@ -170,7 +170,7 @@ TEST_F(Qt_Window_Test, The_Log_Follows_Its_End_Until_The_User_Scrolls_And_Can_Be
   Start_And_Pick_First();
   EXPECT_EQ(Log(), Screen.Read_Text(txtMessages));
   QScrollBar& bar = *Log_Box.verticalScrollBar();
-  EXPECT_EQ(bar.value(), bar.maximum()) << "lines came in above it";
+  EXPECT_EQ(bar.value(), bar.maximum());
   In_The_Middle([&] {
     append(100);
     QTest::qWait(260);

@@ -50,19 +50,21 @@ class Qt_Window_User : public Window_User {
     QTest::keyClick(&Screen.Widget(text_box), Qt::Key_End);
     QTest::keyClick(&Screen.Widget(text_box), Qt::Key_V, Qt::ControlModifier);
   }
-  void Press(Control button) override {
-    Click(Screen.Widget(button).mapTo(&Screen.Form_Widget(), QPoint(8, 8)));
-  }
-  void Toggle_Whole_Route() override {
-    if (const QMenu* menu = Open_Menu()) menu->actions().at(0)->trigger();
-    Leave_Menus();
-  }
-  void Restore(const Text& time) override {
-    const QList<QAction*> backups = Open_Menu()->actions().at(1)->menu()->actions();
-    Leave_Menus();
-    for (QAction* backup : backups) {
-      if (backup->text() == To_Qt(time)) backup->trigger();
+  void Press(Control button) override { Click(Screen.Widget(button), QPoint(8, 8)); }
+  void Choose(Text_View entry, Text_View choice) override {
+    QMenu* menu = Open_Menu();
+    for (const Text_View caption : {entry, choice}) {
+      if (menu != nullptr && !caption.empty()) menu = Click_Entry(*menu, caption);
     }
+    Leave_Menus();
+  }
+  Lines Menu() override { return Entries_Of(Open_Menu()); }
+  Lines Choices() override {
+    QMenu* choices = nullptr;
+    for (const QAction* action : Open_Menu()->actions()) {
+      if (action->menu() != nullptr) choices = action->menu();
+    }
+    return Entries_Of(choices);
   }
   void Close() override { Screen.Form_Widget().close(); }
 
@@ -71,7 +73,6 @@ class Qt_Window_User : public Window_User {
   Text Shown_Text(Control control) const override {
     const QWidget& widget = Screen.Widget(control);
     if (const auto* log = dynamic_cast<const Log_View*>(&widget)) {
-      EXPECT_TRUE(QTest::qWaitFor([&] { return log->Shows_Everything(); }));
       return From_Qt(log->toPlainText().replace(QLatin1String("\n"), QLatin1String("\r\n")));
     }
     const bool is_list = Row_Of(control).Type == Control_Type::Drop_Down_List;
@@ -91,17 +92,6 @@ class Qt_Window_User : public Window_User {
     const QCursor* pointer = QApplication::overrideCursor();
     return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
   }
-  Seen_Menu Menu() override {
-    QMenu* menu = Open_Menu();
-    const QAction* whole_route = menu->actions().at(0);
-    Seen_Menu seen{whole_route->isEnabled(), whole_route->isChecked(), {}};
-    for (const QAction* backup : menu->actions().at(1)->menu()->actions()) {
-      seen.Restorable.push_back(From_Qt(backup->text()));
-    }
-    EXPECT_EQ(menu->actions().at(1)->isEnabled(), !seen.Restorable.empty());
-    Leave_Menus();
-    return seen;
-  }
   Window& Seam() override { return Screen; }
 
   // Gives the window the keyboard back after a list or a dialog: the screen of the tests has no
@@ -116,18 +106,39 @@ class Qt_Window_User : public Window_User {
   }
 
   // A click on the window, which it hands on to what is there.
-  void Click(QPoint place, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseClick(Screen.Form_Widget().windowHandle(), button, {}, place);
+  static void Click(const QWidget& widget, QPoint place) {
+    const QWidget* window = widget.window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget.mapTo(window, place));
   }
 
   Qt_Window Screen;
   int Save_Dialogs = 0;  // that have come up
 
  private:
-  // Null: none comes up. Where the click goes there is a label.
+  // Null: none comes up.
   QMenu* Open_Menu() {
-    Click(Screen.Widget(Control::Label1).geometry().center(), Qt::RightButton);
+    const auto* bar = Screen.Form_Widget().findChild<QMenuBar*>();
+    Click(*bar, bar->actionGeometry(bar->actions().at(0)).center());
     return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+  // The sub-menu that it opens, if any.
+  static QMenu* Click_Entry(const QMenu& menu, Text_View caption) {
+    for (const QAction* action : menu.actions()) {
+      if (action->text() == To_Qt(caption)) {
+        Click(menu, menu.actionGeometry(const_cast<QAction*>(action)).center());
+        return action->menu();
+      }
+    }
+    return nullptr;
+  }
+  Lines Entries_Of(const QMenu* menu) {
+    Lines entries;
+    for (const QAction* action : menu->actions()) {
+      if (action->isSeparator() || !action->isEnabled()) continue;
+      entries.push_back(From_Qt((action->isChecked() ? u"x "_qs : QString()) + action->text()));
+    }
+    Leave_Menus();
+    return entries;
   }
   void Leave_Menus() {
     while (QApplication::activePopupWidget() != nullptr) {
@@ -146,7 +157,7 @@ class Qt_Window_User : public Window_User {
       QTest::keyClick(dialog, cancels ? Qt::Key_Escape : Qt::Key_Return);
     } else if (qobject_cast<QFileDialog*>(dialog) != nullptr) {
       ++Save_Dialogs;
-      const Text path = Path_To_Save_As();
+      const Text path = Next_Path();
       if (path.empty()) return QTest::keyClick(dialog, Qt::Key_Escape);
       auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
       name->setText(To_Qt(path));

@@ -41,6 +41,9 @@ class Window_Contract : public Window_Fixture {
       "Transform txtTrack(0) cmbTracks(0) txtTrack(1) cmbTracks(1) txtTrack(2) cmbTracks(2) "
       "txtTrack(3) cmbTracks(3) txtTrack(4) cmbTracks(4) ";
   const std::string Ready = "cmbRoutes optDynamic(0) optDynamic(1) ";
+  const Text Open = u"&Open an installation...";
+  const Text Whole_Route = u"&Whole route";
+  const Text Restore = u"Restore a &backup";
   const Text Staged_File = u"Quenby\\tmp\\w-1.w";
   const Text World_File = u"routes\\Second to none\\world\\w-1.w";
 };
@@ -139,21 +142,21 @@ TEST_F(Window_Contract, Check_Stages_What_The_Rows_Say_Under_The_Hourglass_And_U
   EXPECT_EQ(Train.Content(World_File), World(u"77", u"A.s"));
 }
 
-TEST_F(Window_Contract,
-       The_Menu_Toggles_Its_Check_Mark_And_Only_Quit_And_The_Log_Survive_A_Fatal_Error) {
-  Start_And_Pick_First();
-  EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{true, false, {}}));
-  for (const bool on : {true, false, true}) {
-    User->Toggle_Whole_Route();
-    EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{true, on, {}}));
+TEST_F(Window_Contract, The_Menu_Says_What_Can_Be_Chosen_And_Why_A_Fatal_Error_Came) {
+  Start();
+  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route}));
+  User->Pick(cmbRoutes, u"Second to none");
+  for (const Text mark : {u"x ", u"", u"x "}) {
+    User->Choose(Whole_Route);
+    EXPECT_EQ(User->Menu(), (Lines{Open, mark + Whole_Route}));
   }
   EXPECT_TRUE(User->Visible());
   Train.Put(u"routes\\Second to none\\OpenRails\\tsection.dat", u"");
   User->Press(optDynamic_1);  // so that everything is enabled
   User->Press(cmdCheck);
   EXPECT_TRUE(Log().ends_with(Standard_Line));
-  User->Toggle_Whole_Route();
-  EXPECT_EQ(User->Menu(), (Window_User::Seen_Menu{false, true, {}}));
+  User->Choose(Whole_Route);
+  EXPECT_EQ(User->Menu(), Lines{Open});
   User->Press(optDynamic_0);
   EXPECT_TRUE(User->Selected(optDynamic_1));
   EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
@@ -168,21 +171,51 @@ TEST_F(Window_Contract, The_Menu_Restores_A_Backup_Of_The_Picked_Route_When_Conf
   User->Press(cmdUpdate);
   EXPECT_EQ(Train.Content(World_File), World(u"77", u"A.s"));
   User->Pick(cmbRoutes, u"a branch line");
-  EXPECT_EQ(User->Menu().Restorable, Lines{});
+  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route}));
   User->Pick(cmbRoutes, u"Second to none");
-  const Lines times = User->Menu().Restorable;
+  const Lines times = User->Choices();
   ASSERT_EQ(times.size(), 2u);
   EXPECT_GT(times[0], times[1]) << "the newest is first";
   User->Answer_With_Cancel();
-  User->Restore(times[1]);
+  User->Choose(Restore, times[1]);
   EXPECT_EQ(Train.Content(World_File), World(u"77", u"A.s"));
-  User->Restore(times[1]);
+  User->Choose(Restore, times[1]);
   const Text question =
       Window_User::Box_Text(u"Restore", 33, u"Are you sure you want to restore this backup?");
   EXPECT_EQ(User->Boxes(), (Lines{Confirmation, Confirmation, question, question}));
   EXPECT_EQ(Train.Content(World_File), World(u"31", u"b.s"));
   EXPECT_EQ(Log(), u"Restoring: Second to none\r\nworld\\w-1.w\r\nFinished restoring \r\n");
-  EXPECT_EQ(User->Menu().Restorable.size(), 3u) << "a restore can be undone as well";
+  EXPECT_EQ(User->Choices().size(), 3u) << "a restore can be undone as well";
+}
+
+TEST_F(Window_Contract, Open_An_Installation_Starts_Afresh_On_A_Folder_Also_After_A_Failed_Start) {
+  const Text folder = User->Folder_To_Open();
+  Train.Disk.Put_File(folder + u"\\global\\tsection.dat", Small_Catalogue);
+  Train.Disk.Put_File(folder + u"\\routes\\x\\x.trk", u"Name ( Elsewhere )");
+  Start_And_Pick_First();
+  Fill_In_First_Row();
+  User->Choose(Whole_Route);
+  User->Press(cmdCheck);
+  User->Choose(Open);
+  EXPECT_EQ(User->Shown_Text(cmbRoutes), u"Second to none") << "cancelled";
+  User->Open_Folder(folder);
+  User->Choose(Open);
+  EXPECT_EQ(User->Entries(cmbRoutes), Lines{u"Elsewhere"});
+  EXPECT_EQ(User->Entries(cmbTracks_0), (Lines{u" -delete-", u"keep.s", u"New.s"}));
+  for (const Control control : {cmbRoutes, txtTrack_0, cmbTracks_0}) {
+    EXPECT_EQ(User->Shown_Text(control) + User->Seam().Read_Text(control), u"");
+  }
+  EXPECT_TRUE(User->Selected(optDynamic_0));
+  EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
+  EXPECT_TRUE(Log().ends_with(u"Select a route above for check/update\r\n"));
+  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route}));
+  EXPECT_TRUE(Memory_Files(Train.Disk).Lock(u"\\train\\Quenby")) << "no longer held";
+  Train.Disk.Remove(folder + u"\\routes");
+  for (int i = 0; i < 2; ++i) {
+    User->Open_Folder(folder);
+    User->Choose(Open);
+    EXPECT_EQ(Log(), Concatenate({u"Could not read installed routes!\r\n", Standard_Line}));
+  }
 }
 
 TEST_F(Window_Contract, Both_Commands_Report_A_Failure_In_A_Box_And_Go_On) {
@@ -235,10 +268,10 @@ TEST_F(Window_Contract, Input_In_The_Middle_Of_Start_Or_Command_Is_Dropped_And_N
     User->Pick(cmbTracks_0, u"A.s");
     User->Press(optDynamic_0);
     for (const Control button : {cmdUpdate, cmdSave, cmdCheck}) User->Press(button);
-    User->Toggle_Whole_Route();
+    User->Choose(Whole_Route);
   });
   User->Press(cmdCheck);
-  EXPECT_FALSE(User->Menu().Whole_Route);
+  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route}));
   EXPECT_TRUE(User->Boxes().empty());
   EXPECT_EQ(User->Shown_Text(cmbRoutes), u"Second to none");
   EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");

@@ -23,16 +23,9 @@ namespace rivelt {
 
 class Window_User {
  public:
-  struct Seen_Menu {
-    bool Enabled;      // the entry "Whole route"
-    bool Whole_Route;  // its check mark
-    Lines Restorable;
-    bool operator==(const Seen_Menu&) const = default;
-  };
-
   virtual ~Window_User() {
     std::error_code none;
-    std::filesystem::remove(Saved, none);
+    std::filesystem::remove_all(Scratch, none);
   }
 
   // Starts the program and waits until it is ready for the user. Called once.
@@ -45,19 +38,31 @@ class Window_User {
   virtual void Type(Control text_box, Text_View text) = 0;   // in the place of the text in it
   virtual void Paste(Control text_box, Text_View text) = 0;  // at the end of the text in it
   virtual void Press(Control button) = 0;                    // or option
-  virtual void Toggle_Whole_Route() = 0;
-  virtual void Restore(const Text& time) = 0;  // one of the menu's
-  virtual void Close() = 0;                    // by the platform's own means
+  virtual void Close() = 0;                                  // by the platform's own means
 
-  // How the person will answer what comes up: the boxes with OK unless told here, the save dialog
-  // with a cancel unless told here (an empty path is a cancel). Each is used once.
+  // Opens the menu and chooses the entry with that caption (of the sub-menu, the choice with that
+  // caption), or leaves it by Esc if the entry is grey.
+  virtual void Choose(Text_View entry, Text_View choice = {}) = 0;
+
+  // Opens the menu to read it: the entries that are not grey, and the sub-menu's.
+  virtual Lines Menu() = 0;
+  virtual Lines Choices() = 0;
+
+  // How the person will answer what comes up: the boxes with OK unless told here, the dialogs for a
+  // file or a folder with a cancel unless told here (an empty path is one). Each is used once.
   virtual void Answer_With_Cancel() { ++Cancels; }
-  virtual void Save_As(Text_View path) { Save_Paths.emplace_back(path); }
+  virtual void Save_As(Text_View path) { Paths.emplace_back(path); }
+  virtual void Open_Folder(Text_View path) { Paths.emplace_back(path); }
 
-  // A file of the machine for Save_As; where the back end has none, its path will do.
+  // A folder and a file of the machine; where the back end has none, their paths will do.
+  Text Folder_To_Open() {
+    std::filesystem::create_directory(Scratch);
+    return Scratch.u16string();
+  }
   Text File_To_Save() {
-    EXPECT_TRUE(std::ofstream(Saved));
-    return Saved.u16string();
+    const std::filesystem::path file = std::filesystem::path(Folder_To_Open()) / "rivelt-log.txt";
+    EXPECT_TRUE(std::ofstream(file));
+    return file.u16string();
   }
 
   // What the person sees.
@@ -67,7 +72,6 @@ class Window_User {
   virtual Lines Entries(Control list) const = 0;
   bool Selected(Control option) { return Seam().Read_Value(option); }
   virtual bool Hourglass() const = 0;
-  virtual Seen_Menu Menu() = 0;                       // of the form
   virtual Lines Boxes() const { return Seen_Boxes; }  // all so far, as Box_Text gives them
 
   // The back end itself.
@@ -84,18 +88,18 @@ class Window_User {
     Seen_Boxes.push_back(box);
     return Cancels > 0 && Cancels-- > 0;
   }
-  Text Path_To_Save_As() {
-    if (Save_Paths.empty()) return {};
-    const Text path = Save_Paths.front();
-    Save_Paths.pop_front();
+  Text Next_Path() {
+    if (Paths.empty()) return {};
+    const Text path = Paths.front();
+    Paths.pop_front();
     return path;
   }
 
  private:
   int Cancels = 0;
-  std::deque<Text> Save_Paths;
+  std::deque<Text> Paths;
   Lines Seen_Boxes;
-  const std::filesystem::path Saved = std::filesystem::temp_directory_path() / "rivelt-log.txt";
+  const std::filesystem::path Scratch = std::filesystem::temp_directory_path() / "rivelt-window";
 };
 
 // Defined beside the user of the back end that the test program is built with.

@@ -6,7 +6,7 @@
 #include <set>
 
 #include "platform/windows/windows_window.h"
-#include "window/form_menu.h"
+#include "window/menu.h"
 #include "window_user.h"
 
 // After the headers above, which they depend on.
@@ -72,8 +72,25 @@ class Windows_Window_User : public Window_User {
     Post(control, WM_LBUTTONUP, 0, place);
     Let_It_Happen();
   }
-  void Toggle_Whole_Route() override { Pick_From(Open_Menu(), Whole_Route_Caption); }
-  void Restore(const Text& time) override { Pick_From(Backups_Of(Open_Menu()), time); }
+  void Choose(Text_View entry, Text_View choice) override {
+    Path = {Text(entry)};
+    if (!choice.empty()) Path.emplace_back(choice);
+    Use_Menu();
+  }
+  Lines Menu() override {
+    Path.clear();
+    Use_Menu();
+    return Seen_Entries;
+  }
+  Lines Choices() override {
+    Menu();
+    if (std::ranges::find(Seen_Entries, Restore) == Seen_Entries.end()) return {};
+    Path = {Restore};
+    Reads = true;
+    Use_Menu();
+    Reads = false;
+    return Seen_Entries;
+  }
   void Close() override {
     PostMessageW(Screen.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
     Let_It_Happen();
@@ -103,13 +120,6 @@ class Windows_Window_User : public Window_User {
                  MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
     return GetCursor() == LoadCursorW(nullptr, IDC_WAIT);
   }
-  Seen_Menu Menu() override {
-    const HMENU menu = Open_Menu();
-    const UINT whole_route = State_Of(menu, Whole_Route_Caption);
-    const Lines restorable = Captions_Of(Backups_Of(menu));
-    EXPECT_EQ((State_Of(menu, Restore_Caption) & MF_GRAYED) != 0, restorable.empty());
-    return {(whole_route & MF_GRAYED) == 0, (whole_route & MF_CHECKED) != 0, restorable};
-  }
   Windows_Window& Seam() override { return Screen; }
 
   // A key pressed and released in the control.
@@ -134,36 +144,76 @@ class Windows_Window_User : public Window_User {
     return name;
   }
 
-  static Lines Captions_Of(HMENU menu) {
-    Lines captions;
+  static Text Caption_Of(HMENU menu, UINT entry) {
+    wchar_t caption[64] = {};
+    GetMenuStringW(menu, entry, caption, 64, MF_BYPOSITION);
+    return From_Wide(caption);
+  }
+  // The entries that are not grey.
+  static Lines Entries_Of(HMENU menu) {
+    Lines entries;
     for (int entry = 0; entry < GetMenuItemCount(menu); ++entry) {
-      wchar_t caption[64] = {};
-      GetMenuStringW(menu, static_cast<UINT>(entry), caption, 64, MF_BYPOSITION);
-      captions.push_back(From_Wide(caption));
+      const auto place = static_cast<UINT>(entry);
+      const UINT state = GetMenuState(menu, place, MF_BYPOSITION);
+      const bool is_line = (state & MF_SEPARATOR) != 0 && (state & MF_POPUP) == 0;
+      if (is_line || (state & MF_GRAYED) != 0) continue;
+      entries.push_back(
+          Concatenate({(state & MF_CHECKED) != 0 ? u"x " : u"", Caption_Of(menu, place)}));
     }
-    return captions;
+    return entries;
   }
-  // Of the entry with that caption.
-  static int Place_Of(HMENU menu, Text_View caption) {
-    const Lines captions = Captions_Of(menu);
-    return static_cast<int>(std::ranges::find(captions, caption) - captions.begin());
-  }
-  static UINT State_Of(HMENU menu, Text_View caption) {
-    return GetMenuState(menu, static_cast<UINT>(Place_Of(menu, caption)), MF_BYPOSITION);
-  }
-  static HMENU Backups_Of(HMENU menu) { return GetSubMenu(menu, Place_Of(menu, Restore_Caption)); }
-  // What the system asks the window before it shows the menu.
-  HMENU Open_Menu() const {
-    const HMENU menu = GetSystemMenu(Screen.Handle(), FALSE);
-    SendMessageW(Screen.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu),
-                 MAKELPARAM(0, TRUE));
-    return menu;
-  }
-  // The system hands on no command of an entry that is grey.
-  void Pick_From(HMENU menu, Text_View caption) {
-    if ((State_Of(menu, caption) & MF_GRAYED) != 0) return;
-    PostMessageW(Screen.Handle(), WM_SYSCOMMAND, GetMenuItemID(menu, Place_Of(menu, caption)), 0);
+
+  // The system waits in the menu until it is left, so the timer does what the person does there.
+  void Use_Menu() {
+    SetForegroundWindow(Screen.Handle());
+    const HMENU bar = GetMenu(Screen.Handle());
+    Click_Entry(bar, 0);
+    if (In_The_Middle) return;
+    Opening = GetSubMenu(bar, 0);
+    for (int attempt = 0; attempt < 2000 && Opening != nullptr; ++attempt) {
+      Let_It_Happen();
+      Sleep(1);
+    }
+    if (Opening != nullptr) ADD_FAILURE() << "the menu does not open";
     Let_It_Happen();
+  }
+  void Go_On_In_Menu() {
+    if (Opening == nullptr || !Is_Shown(Opening)) return;
+    const HMENU menu = Opening;
+    const Lines entries = Entries_Of(menu);
+    const auto is_wanted = [&](const Text& entry) { return entry.ends_with(Path[0]); };
+    const bool leaves = Path.empty() || std::ranges::none_of(entries, is_wanted);
+    if (Path.empty()) Seen_Entries = entries;
+    if (leaves) {
+      Opening = nullptr;
+      EndMenu();
+      return;
+    }
+    UINT place = 0;
+    while (Caption_Of(menu, place) != Path[0]) ++place;
+    Path.erase(Path.begin());
+    Opening = Path.empty() && !Reads ? nullptr : GetSubMenu(menu, static_cast<int>(place));
+    Click_Entry(menu, place);
+  }
+  static bool Is_Shown(HMENU menu) {
+    constexpr UINT get_menu = 0x01E1;  // MN_GETHMENU
+    for (HWND popup = nullptr; (popup = FindWindowExW(nullptr, popup, L"#32768", nullptr));) {
+      const auto shown = reinterpret_cast<HMENU>(SendMessageW(popup, get_menu, 0, 0));
+      if (IsWindowVisible(popup) && shown == menu) return true;
+    }
+    return false;
+  }
+  void Click_Entry(HMENU menu, UINT place) {
+    RECT area{};
+    GetMenuItemRect(menu == GetMenu(Screen.Handle()) ? Screen.Handle() : nullptr, menu, place,
+                    &area);
+    // Two clicks at one place would be a double click.
+    Clicks_Left = !Clicks_Left;
+    const LONG quarter = (area.right - area.left) / 4;
+    SetCursorPos(Clicks_Left ? area.left + quarter : area.right - quarter, area.top + 4);
+    for (const DWORD button : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+      mouse_event(button, 0, 0, 0, 0);
+    }
   }
 
   void Post(Control control, UINT message, WPARAM wparam, LPARAM lparam) const {
@@ -185,13 +235,14 @@ class Windows_Window_User : public Window_User {
     // The number of a window that has gone can come again.
     std::erase_if(Present_User->Answered, [](HWND window) { return !IsWindow(window); });
     EnumThreadWindows(GetCurrentThreadId(), look_at, 0);
+    Present_User->Go_On_In_Menu();
   }
   void Answer(HWND dialog) {
     if (!Answered.insert(dialog).second) return;
     HWND name = GetDlgItem(dialog, edt1);
     if (name == nullptr) name = GetDlgItem(dialog, cmb13);
     if (name == nullptr) return Answer_Box(dialog);
-    const Text path = Path_To_Save_As();
+    const Text path = Next_Path();
     SetWindowTextW(name, To_Wide(path).c_str());
     PostMessageW(dialog, WM_COMMAND, path.empty() ? IDCANCEL : IDOK, 0);
   }
@@ -217,7 +268,13 @@ class Windows_Window_User : public Window_User {
   static inline Windows_Window_User* Present_User = nullptr;
 
   Windows_Window Screen;
+  const Text Restore = u"Restore a &backup";
   bool In_The_Middle = false;
+  HMENU Opening = nullptr;  // the menu that is to show next
+  Lines Path;               // the entries to be clicked in it and after it
+  bool Reads = false;       // the last of them is a sub-menu, to be read
+  Lines Seen_Entries;
+  bool Clicks_Left = false;
   UINT_PTR Timer = 0;
   std::set<HWND> Answered;
 };

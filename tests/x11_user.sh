@@ -2,7 +2,7 @@
 # Needs Xvfb, xdotool and ImageMagick. SCALE is the factor of the screen (1 unless set).
 
 : "${SCALE:=1}"
-frame=(0 0)  # what is left of the client area and above it
+frame=(0 0)  # in twips, what is left of the client area and above it
 scratch=$(mktemp -d)
 program=
 server=
@@ -43,13 +43,21 @@ focus() {
   sleep 0.2
 }
 
+# Puts the window into the corner of the screen and measures what is above its client area: the menu
+# bar and, where somebody draws one, a title. What is left of it is below it, too.
+place_window() {
+  xdotool windowmove "$(window)" 0 0 || true
+  sleep 0.5
+  frame[1]=$(xdotool getwindowgeometry --shell "$(window)" |
+    awk -F= "/HEIGHT/ { print (\$2 / $SCALE - 440) * 15 - ${frame[0]} }")
+}
+
 # start_program PROGRAM FOLDER: in the working folder FOLDER.
 start_program() {
   (cd "$2" && QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$SCALE exec "$1") &
   program=$!
   focus Rivelt
-  xdotool windowmove "$(window)" 0 0
-  sleep 0.5
+  place_window
 }
 
 # click LEFT TOP [BUTTON]: places count in twips, as in the table of controls.
@@ -61,10 +69,11 @@ click() {
 keys() { xdotool key --clearmodifiers --delay 40 "$@"; sleep 0.3; }
 type_text() { xdotool type --clearmodifiers --delay 20 "$1"; sleep 0.3; }
 
-# screenshot FILE: of the whole screen down to the window's size and somewhat more.
+# screenshot FILE [WIDTH HEIGHT]: of the screen's corner, at first of the window.
 screenshot() {
   local size
-  size=$(awk "BEGIN { print int(${2:-383} * $SCALE) \"x\" int(${3:-440} * $SCALE) }")
+  size=$(awk "BEGIN { print int(${2:-383 + ${frame[0]} / 7.5} * $SCALE) \"x\" \
+    int((${3:-440} + (${frame[0]} + ${frame[1]}) / 15) * $SCALE) }")
   import -window root -crop "$size+0+0" +repage "$1"
 }
 

@@ -3,11 +3,15 @@
 #include <utility>
 
 #include "form/main.h"
+#include "system/fixed_registry.h"
+#include "system/ignoring_failures.h"
+#include "text/utf8.h"
 
 namespace rivelt {
 
 void Event_Gate::Start_Up(Registry& registry, Create_File_System_Object create_object) {
-  Run([&] { Form = Main(Form_Window, registry, std::move(create_object)); });
+  Create_Object = std::move(create_object);
+  Run([&] { Form = Main(Form_Window, registry, Create_Object); });
 }
 
 void Event_Gate::Raise(Control control) {
@@ -18,16 +22,27 @@ void Event_Gate::Raise(Control control) {
   }
 }
 
-void Event_Gate::Toggle_Whole_Route() {
-  if (Menu_Enabled()) Form->Toggle_Whole_Route();
+bool Event_Gate::Can_Choose(Menu_Entry entry) const {
+  return !Is_Working && Form != nullptr && Form->Can_Choose(entry);
 }
 
 std::vector<Text> Event_Gate::Restorable() const {
-  return Menu_Enabled() ? Form->Restorable() : std::vector<Text>();
+  return Can_Choose(Menu_Entry::Restore) ? Form->Restorable() : std::vector<Text>();
 }
 
-void Event_Gate::Restore(const Text& time) {
-  if (Menu_Enabled()) Run([&] { Form->Restore_From_Menu(time); });
+void Event_Gate::Choose(Menu_Entry entry, const Text& backup) {
+  if (!Can_Choose(entry)) return;
+  if (entry == Menu_Entry::Open_Installation) return Run([this] { Open_Installation(); });
+  Run([&] { Form->Choose(entry, backup); });
+}
+
+void Event_Gate::Open_Installation() {
+  Text folder;
+  Ignoring_Failures([&] { folder = Form_Window.Ask_For_Folder(); });
+  if (folder.empty()) return;
+  Form.reset();  // and with it the lock
+  Chosen = std::make_unique<Fixed_Registry>(To_Original_Bytes(folder));
+  Form = Main(Form_Window, *Chosen, Create_Object);
 }
 
 void Event_Gate::Close() {

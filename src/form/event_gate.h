@@ -8,6 +8,7 @@
 
 #include "form/frm_main.h"
 #include "window/controls.h"
+#include "window/menu.h"
 
 namespace rivelt {
 
@@ -30,12 +31,12 @@ class Event_Gate {
   // The user has pressed, picked, selected or changed the control.
   void Raise(Control control);
 
-  // The form's menu. Nothing happens while its entries are grey.
-  bool Menu_Enabled() const { return !Is_Working && Form != nullptr && !Form->Is_Stopped(); }
+  // The menu: whether an entry can be chosen now, the check mark of Whole_Route, and the sub-menu
+  // of Restore, from which backup is. Choosing an entry that cannot be chosen does nothing.
+  bool Can_Choose(Menu_Entry entry) const;
   bool Whole_Route() const { return Form != nullptr && Form->Is_Whole_Route(); }
-  void Toggle_Whole_Route();
   std::vector<Text> Restorable() const;
-  void Restore(const Text& time);
+  void Choose(Menu_Entry entry, const Text& backup = {});
 
   // The user wants the window gone, by Quit or by the platform's own means.
   void Close();
@@ -46,9 +47,12 @@ class Event_Gate {
  private:
   void Run(const std::function<void()>& procedure);
   void Run_Event(const Control_Row& row);
+  void Open_Installation();
 
   Window& Form_Window;
-  std::unique_ptr<frmMain> Form;  // null until the start has ended
+  Create_File_System_Object Create_Object;
+  std::unique_ptr<Registry> Chosen;  // has the folder that the user has opened
+  std::unique_ptr<frmMain> Form;     // null until the start has ended
   bool Is_Working = false;
   bool Wants_To_Quit = false;
 };

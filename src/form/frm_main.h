@@ -23,6 +23,7 @@
 #include "system/registry_service.h"
 #include "text/keyed_collection.h"
 #include "text/text.h"
+#include "window/menu.h"
 #include "window/window.h"
 
 namespace rivelt {
@@ -70,13 +71,12 @@ class frmMain {
   void cmdSave_Click();
   void cmdQuit_Click();
 
-  // What the menu does. Restorable gives the times of the picked route's backups, newest first, at
-  // most Most_Restorable.
-  bool Is_Stopped() const { return Stopped; }
+  // The menu, but for what Open_Installation does: the start of another form. Restorable gives the
+  // times of the picked route's newest backups, newest first; backup is one of them.
+  bool Can_Choose(Menu_Entry entry) const;
   bool Is_Whole_Route() const { return Whole_Route; }
-  void Toggle_Whole_Route() { Whole_Route = !Whole_Route; }
   std::vector<Text> Restorable() const;
-  void Restore_From_Menu(const Text& time);
+  void Choose(Menu_Entry entry, const Text& backup);
 
   // What the console program asks for beyond the controls, after a start that was not stopped.
   File_System_Object& Files() const { return *FSO; }
@@ -135,6 +135,9 @@ class frmMain {
   // Every handler of a command or of the start hands its failure over. One without a reason leaves
   // the reason as it is.
   void Keep_Reason(const std::exception& failure);
+
+  // What entries of the menu do.
+  void Restore_From_Menu(const Text& time);
 
   // The shape registry. An unknown name is mapped to itself and has the id -1.
   void Add_Shape(Long id, Text_View name);

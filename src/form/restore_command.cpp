@@ -5,9 +5,14 @@
 #include "system/ignoring_failures.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
-#include "window/form_menu.h"
 
 namespace rivelt {
+
+namespace {
+
+constexpr std::size_t Most_Restorable = 20;
+
+}  // namespace
 
 std::vector<Text> frmMain::Restorable() const {
   std::vector<Text> times;

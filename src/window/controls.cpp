@@ -1,8 +1,13 @@
 #include "window/controls.h"
 
+#include "text/primitives.h"
 #include "text/utf8.h"
 
 namespace rivelt {
+
+Text Plain_Caption(Text_View caption) {
+  return Replace_Text(caption, u"&", u"");
+}
 
 std::string Written_Name(const Control_Row& row) {
   const std::string name = To_Utf8(row.Name);

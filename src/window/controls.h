@@ -219,6 +219,9 @@ constexpr Twips_Rect Visible_Part(const Control_Row& row) {
 static_assert(Visible_Part(Row_Of(Control::optDynamic_0)).Right == 3000);
 static_assert(Visible_Part(Row_Of(Control::optDynamic_1)).Right == Client_Width);
 
+// The caption without the mark of its Alt key.
+Text Plain_Caption(Text_View caption);
+
 // The name as it is written: "cmbRoutes", "txtTrack(0)".
 std::string Written_Name(const Control_Row& row);
 

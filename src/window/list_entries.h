@@ -11,9 +11,15 @@ namespace rivelt {
 template <class Entries>
 class List_Entries {
  public:
-  List_Entries() { All[static_cast<std::size_t>(List::Tracks)].Add(Delete_Entry); }
+  List_Entries() { Reset(); }
 
-  // As Window::Add_Item: of lists that the same fills the first one counts.
+  // Back to the entries at the start.
+  void Reset() {
+    for (Entries& entries : All) entries.Clear();
+    All[static_cast<std::size_t>(List::Tracks)].Add(Delete_Entry);
+  }
+
+  // As Window::Add_Item: what is added to the first of lists that share a source is in all of them.
   void Add(Control list, Text_View entry) {
     const auto filled_alike = [&](const Control_Row& row) {
       return row.Filled_By == Row_Of(list).Filled_By;

@@ -16,6 +16,7 @@ namespace rivelt {
 class Sorted_List {
  public:
   void Add(Text_View entry);
+  void Clear() { Entries.clear(); }
 
   std::size_t Count() const { return Entries.size(); }
 

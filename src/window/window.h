@@ -17,16 +17,18 @@ namespace rivelt {
 enum class Pointer : int { Default = 0, Hourglass = 11 };
 
 // Style values of a message box, and its answer for OK. Any other answer is a Cancel.
-inline constexpr int Style_Critical = 16;  // critical-stop icon, one OK button
-inline constexpr int Style_Question = 32;  // question icon
-inline constexpr int Style_Ok_Cancel = 1;  // buttons OK and Cancel, OK is the default
+inline constexpr int Style_Critical = 16;     // critical-stop icon, one OK button
+inline constexpr int Style_Question = 32;     // question icon
+inline constexpr int Style_Information = 64;  // information icon, one OK button
+inline constexpr int Style_Ok_Cancel = 1;     // buttons OK and Cancel, OK is the default
 inline constexpr int Answer_Ok = 1;
 
 class Window {
  public:
   virtual ~Window() = default;
 
-  // The window is on the screen, in the start state of the table, when the call returns.
+  // The window is on the screen, in the start state of the table, when the call returns. Called
+  // once more, it goes back to that state: lists and log are as empty as they were.
   virtual void Show() = 0;
 
   // The window goes, and the process ends with it once its event loop has control again.
@@ -59,13 +61,16 @@ class Window {
   // Waits for the user's answer. Without a title of its own the box has that of the program.
   virtual int Message_Box(Text_View text, int style, std::optional<Text_View> title) = 0;
 
-  // The dialog dlgSaveAs: shows it and returns when the user has closed it. It starts afresh every
-  // time.
+  // The dialog dlgSaveAs: shows it and returns when the user has closed it. It opens with the file
+  // that was chosen last.
   virtual void Show_Save_Dialog() = 0;
 
   // The file name that the user chose in it, as a path for File_System_Object; empty after a
   // cancel.
   virtual Text Save_File_Name() const = 0;
+
+  // A dialog in which the user chooses a folder. Its path; empty after a cancel.
+  virtual Text Ask_For_Folder() = 0;
 
   virtual void Beep() = 0;
 

@@ -18,22 +18,17 @@ void Memory_Window::Start(Registry& registry, Create_File_System_Object create_o
   Gate.Start_Up(registry, std::move(create_object));
 }
 
-bool Memory_Window::Takes_Input(Control control) const {
-  const auto frame = Row_Of(control).Parent;
-  return Enabled(control) && (!frame || Enabled(*frame));
-}
-
 bool Memory_Window::Pick(Control list, Text_View entry) {
   if (Gate.Working() || !Takes_Input(list) || !List(list).Find(entry)) return false;
-  Texts[Tab(list)] = entry;
+  States.Texts[Tab(list)] = entry;
   Gate.Raise(list);
   return true;
 }
 
 bool Memory_Window::Type(Control text_box, Text_View text) {
   if (Gate.Working() || !Takes_Input(text_box)) return false;
-  if (Texts[Tab(text_box)] != text) {
-    Texts[Tab(text_box)] = text;
+  if (States.Texts[Tab(text_box)] != text) {
+    States.Texts[Tab(text_box)] = text;
     Gate.Raise(text_box);
   }
   return true;
@@ -41,7 +36,7 @@ bool Memory_Window::Type(Control text_box, Text_View text) {
 
 bool Memory_Window::Select(Control option) {
   if (Gate.Working() || !Takes_Input(option)) return false;
-  Selected_Option = option;
+  States.Selected_Option = option;
   Gate.Raise(option);
   return true;
 }
@@ -53,8 +48,15 @@ bool Memory_Window::Press(Control button) {
   return taken;
 }
 
+void Memory_Window::Show() {
+  States = {};
+  Entries.Reset();
+  Log_Text.clear();
+  Is_Visible = true;
+}
+
 Text Memory_Window::Read_Text(Control control) const {
-  return control == Log_Control ? Log_Text : Texts[Tab(control)];
+  return control == Log_Control ? Log_Text : States.Texts[Tab(control)];
 }
 
 int Memory_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
@@ -64,6 +66,10 @@ int Memory_Window::Message_Box(Text_View text, int style, std::optional<Text_Vie
 
 void Memory_Window::Show_Save_Dialog() {
   Chosen_File_Name = Next_Answer(Save_File_Names, Text());
+}
+
+Text Memory_Window::Ask_For_Folder() {
+  return Next_Answer(Folders, Text());
 }
 
 void Memory_Window::Yield() {

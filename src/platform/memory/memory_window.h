@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <array>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "form/event_gate.h"
+#include "window/control_states.h"
 #include "window/list_entries.h"
 #include "window/sorted_list.h"
 #include "window/window.h"
@@ -38,24 +38,25 @@ class Memory_Window : public Window {
   bool Press(Control button);
   void Close() { Gate.Close(); }
 
-  // The form's menu, as the user sees it and picks from it.
-  bool Menu_Enabled() const { return Gate.Menu_Enabled(); }
+  // The menu, as of an Event_Gate.
+  bool Can_Choose(Menu_Entry entry) const { return Gate.Can_Choose(entry); }
   bool Whole_Route() const { return Gate.Whole_Route(); }
-  void Toggle_Whole_Route() { Gate.Toggle_Whole_Route(); }
   std::vector<Text> Restorable() const { return Gate.Restorable(); }
-  void Restore(const Text& time) { Gate.Restore(time); }
+  void Choose(Menu_Entry entry, const Text& backup = {}) { Gate.Choose(entry, backup); }
+  void Toggle_Whole_Route() { Choose(Menu_Entry::Whole_Route); }
 
-  // Prepared answers, taken in their order. Without one a message box is answered by OK and a save
+  // Prepared answers, taken in their order. Without one a message box is answered by OK and a
   // dialog is cancelled.
   std::deque<int> Box_Answers;
   std::deque<Text> Save_File_Names;
+  std::deque<Text> Folders;
 
   // Runs at each Yield, in the middle of a command.
   std::function<void()> On_Yield;
 
   // What the user sees.
-  bool Takes_Input(Control control) const;  // enabled, and so is the frame around it
-  bool Enabled(Control control) const { return Enabled_States[Tab(control)]; }
+  bool Takes_Input(Control control) const { return States.Takes_Input(control); }
+  bool Enabled(Control control) const { return States.Enabled[Tab(control)]; }
   const Sorted_List& List(Control list) const { return Entries.Of(list); }
   const Text& Log() const { return Log_Text; }
   bool Visible() const { return Is_Visible; }
@@ -63,27 +64,26 @@ class Memory_Window : public Window {
   int Beeps() const { return Beep_Count; }
   const std::vector<Shown_Box>& Boxes() const { return Shown_Boxes; }
 
-  void Show() override { Is_Visible = true; }
+  void Show() override;
   void Unload() override { Is_Visible = false; }
   Text Read_Text(Control control) const override;
   void Write_Log(Text_View text) override { Log_Text = text; }
   void Append_Log(Text_View text) override { Log_Text += text; }
-  void Enable(Control control, bool enabled) override { Enabled_States[Tab(control)] = enabled; }
-  bool Read_Value(Control option) const override { return option == Selected_Option; }
+  void Enable(Control control, bool enabled) override { States.Enabled[Tab(control)] = enabled; }
+  bool Read_Value(Control option) const override { return option == States.Selected_Option; }
   void Add_Item(Control list, Text_View entry) override { Entries.Add(list, entry); }
   void Set_Pointer(Pointer pointer) override { Current_Pointer = pointer; }
   int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
   void Show_Save_Dialog() override;
   Text Save_File_Name() const override { return Chosen_File_Name; }
+  Text Ask_For_Folder() override;
   void Beep() override { ++Beep_Count; }
   void Yield() override;
 
  private:
   Event_Gate Gate{*this};
-  std::array<Text, Control_Count> Texts;  // of the text boxes, and the picked entries of the lists
-  std::array<bool, Control_Count> Enabled_States = Enabled_States_At_Start;
+  Control_States States;
   List_Entries<Sorted_List> Entries;
-  Control Selected_Option = Selected_At_Start;
   Text Log_Text;
   bool Is_Visible = false;
   Pointer Current_Pointer = Pointer::Default;

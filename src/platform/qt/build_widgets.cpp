@@ -12,11 +12,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOption>
-#include <QValidator>
 
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_text.h"
-#include "window/first_line.h"
 
 namespace rivelt {
 namespace {
@@ -65,29 +63,6 @@ QWidget* Build_Button(const Control_Row& row, QWidget* parent) {
   return button;
 }
 
-// The line edit would keep the line ends of what is pasted or dropped into it, without showing
-// them.
-class First_Line_Only : public QValidator {
- public:
-  using QValidator::QValidator;
-
-  // cursor is at the end of what has been put in.
-  State validate(QString& text, int& cursor) const override {
-    const auto line_end = static_cast<int>(First_Line(From_Qt(text)).size());
-    if (line_end < cursor) {
-      text.remove(line_end, cursor - line_end);
-      cursor = line_end;
-    }
-    return Acceptable;
-  }
-};
-
-QWidget* Build_Text_Box(QWidget* parent) {
-  auto* box = new QLineEdit(parent);
-  box->setValidator(new First_Line_Only(box));
-  return box;
-}
-
 QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
   switch (row.Type) {
     case Control_Type::Label:
@@ -99,7 +74,7 @@ QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
     case Control_Type::Frame:
       return new QGroupBox(To_Qt(row.Caption), parent);
     case Control_Type::Text_Box:
-      return Build_Text_Box(parent);
+      return new QLineEdit(parent);
     case Control_Type::Log_Text_Box:
       return new Log_View(parent);
     case Control_Type::Command_Button:
@@ -108,17 +83,13 @@ QWidget* Build(const Control_Row& row, QWidget* parent, Entry_Model& model) {
   return nullptr;
 }
 
-QString Without_Mnemonic(Text_View caption) {
-  return To_Qt(caption).remove(u'&');
-}
-
 // The largest font, up to the usual one, whose line fits; without a caption its height has to
 // alone.
 void Fit_Font(QWidget& widget, const Control_Row& row) {
   if (row.Type == Control_Type::Log_Text_Box) return;  // it wraps and scrolls
   constexpr int smallest_pixel_size = 5;
   const QSize space = Text_Space(widget, row).size();
-  const QString text = Without_Mnemonic(row.Caption);
+  const QString text = To_Qt(Plain_Caption(row.Caption));
   QFont font = QApplication::font();
   for (int size = QFontInfo(font).pixelSize(); size >= smallest_pixel_size; --size) {
     font.setPixelSize(size);
@@ -186,14 +157,14 @@ QRect Text_Space(const QWidget& widget, const Control_Row& row) {
   }
 }
 
-Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
+Widgets Build_Widgets(QWidget& client, List_Entries<Entry_Model>& entries) {
   Widgets widgets{};
-  auto* options = new QButtonGroup(&form);
+  auto* options = new QButtonGroup(&client);
   QWidget* previous = nullptr;
   for (const Control_Row& row : Control_Table) {
-    QWidget* made = Build(row, row.Parent ? widgets[Tab(*row.Parent)] : &form, entries.Of(row.Id));
+    QWidget* made =
+        Build(row, row.Parent ? widgets[Tab(*row.Parent)] : &client, entries.Of(row.Id));
     made->setGeometry(Pixels(row));
-    made->setEnabled(row.Enabled_At_Start);
     made->setAccessibleName(To_Qt(row.Accessible_Name));
     made->setObjectName(QString::fromStdString(Written_Name(row)));
     Fit_Font(*made, row);
@@ -201,7 +172,6 @@ Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries) {
     if (previous != nullptr) QWidget::setTabOrder(previous, made);
     previous = widgets[Tab(row.Id)] = made;
   }
-  options->button(0)->setChecked(true);
   Share_Smaller_Font(*options->button(0), *options->button(1));
   return widgets;
 }

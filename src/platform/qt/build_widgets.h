@@ -11,14 +11,14 @@
 
 namespace rivelt {
 
-// By tab position. They belong to the form.
+// By tab position. They belong to the client area.
 using Widgets = std::array<QWidget*, Control_Count>;
 
-// Of the form, in pixels at 100 %.
+// In pixels at 100 %.
 QSize Client_Area();
 
-// All controls at their places on the form, in their start state, in their tab order.
-Widgets Build_Widgets(QWidget& form, List_Entries<Entry_Model>& entries);
+// All controls at their places in the client area, in their tab order.
+Widgets Build_Widgets(QWidget& client, List_Entries<Entry_Model>& entries);
 
 // Where the text of the control is.
 QRect Text_Space(const QWidget& widget, const Control_Row& row);

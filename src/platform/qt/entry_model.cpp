@@ -9,6 +9,12 @@ void Entry_Model::Add(Text_View entry) {
   if (static_cast<qsizetype>(entry.size()) > Longest.size()) Longest = To_Qt(entry);
 }
 
+void Entry_Model::Clear() {
+  List.Clear();
+  Longest.clear();
+  Publish();
+}
+
 void Entry_Model::Publish() {
   beginResetModel();
   Published_Count = List.Count();

@@ -15,6 +15,8 @@ class Entry_Model : public QAbstractListModel {
   // make the start of the program wait for them.
   void Add(Text_View entry);
 
+  void Clear();
+
   // Whether entries wait for Publish.
   bool Has_News() const { return Published_Count != List.Count(); }
 

@@ -5,7 +5,6 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QFileDialog>
 #include <QIcon>
 #include <QLineEdit>
@@ -16,13 +15,15 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
 
-#include "platform/qt/context_menu.h"
 #include "platform/qt/log_view.h"
+#include "platform/qt/menu_bar.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/rivelt.xpm"
+#include "window/one_line.h"
 
 namespace rivelt {
 namespace {
@@ -44,37 +45,44 @@ Qt_Window::Qt_Window() {
   Build_Form();
   for (const Control_Row& row : Control_Table) Connect(row);
   auto* quit_key = new QShortcut(Qt::Key_Escape, &Form);
-  QObject::connect(quit_key, &QShortcut::activated, [this] { Raise(Quit_Control); });
+  QObject::connect(quit_key, &QShortcut::activated, [this] { Press(Quit_Control); });
   const Input_Filter::Passing passing{&Form, &Log(),
                                       static_cast<QPushButton*>(&Widget(Quit_Control)), quit_key};
   Filter =
       std::make_unique<Input_Filter>(passing, [this] { return Is_Dropping || Gate.Working(); });
-  Publish_Entries();
 }
 
 void Qt_Window::Build_Form() {
   Form.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                       Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                       Qt::WindowCloseButtonHint);
-  Form.setFixedSize(Client_Area());
   Form.setWindowTitle(To_Qt(Window_Caption));
   Form.setWindowIcon(QIcon(QPixmap(Icon_Picture)));
-  All = Build_Widgets(Form, Entries);
   Form.On_Close = [this] { Gate.Close(); };
-  new Context_Menu(
-      Gate, [this](const Text& time) { Restore(time); }, Form);
+  Client.setFixedSize(Client_Area());
+  All = Build_Widgets(Client, Entries);
+  auto* layout = new QVBoxLayout(&Form);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->setMenuBar(Build_Menu_Bar(
+      Gate, [this](Menu_Entry entry, const Text& backup) { Choose(entry, backup); }, Form));
+  layout->addWidget(&Client);
 }
 
 void Qt_Window::Connect(const Control_Row& row) {
-  const auto raise = [this, control = row.Id] { Raise(control); };
+  const auto changed = [this, control = row.Id] { Changed(control); };
   QWidget* widget = &Widget(row.Id);
-  // The signals that only the user's doing sends.
   if (const auto* list = List_Of(row.Id)) {
-    QObject::connect(list, &QComboBox::activated, raise);
+    QObject::connect(list, &QComboBox::currentIndexChanged, changed);
+    QObject::connect(list, &QComboBox::activated, changed);  // picked once more
   } else if (const auto* text_box = qobject_cast<QLineEdit*>(widget)) {
-    QObject::connect(text_box, &QLineEdit::textEdited, raise);
-  } else if (const auto* button = qobject_cast<QAbstractButton*>(widget)) {
-    QObject::connect(button, &QAbstractButton::clicked, raise);
+    QObject::connect(text_box, &QLineEdit::textChanged, changed);
+  } else if (const auto* option = qobject_cast<QRadioButton*>(widget)) {
+    QObject::connect(option, &QRadioButton::toggled, [changed](bool on) {
+      if (on) changed();
+    });
+  } else if (const auto* button = qobject_cast<QPushButton*>(widget)) {
+    QObject::connect(button, &QPushButton::clicked, [this, control = row.Id] { Press(control); });
   }
 }
 
@@ -83,27 +91,63 @@ void Qt_Window::Start(Registry& registry, Create_File_System_Object create_objec
   Finish_Work();
 }
 
-void Qt_Window::Raise(Control control) {
-  const bool starts_command =
-      !Gate.Working() && Row_Of(control).Type == Control_Type::Command_Button;
+void Qt_Window::Press(Control button) {
   // A button can be pressed by a key some time after the key.
-  if (Is_Dropping && control != Quit_Control) return;
-  if (const auto* list = List_Of(control)) {
-    Picked[Tab(control)] = From_Qt(list->currentText());
-  }
-  Gate.Raise(control);
+  if (Is_Dropping && button != Quit_Control) return;
+  const bool starts_command = !Gate.Working();
+  Gate.Raise(button);
   if (starts_command) Finish_Work();
 }
 
-void Qt_Window::Restore(const Text& time) {
-  Gate.Restore(time);
+void Qt_Window::Choose(Menu_Entry entry, const Text& backup) {
+  Gate.Choose(entry, backup);
   Finish_Work();
+}
+
+void Qt_Window::Changed(Control control) {
+  if (Is_Own_Change) return;
+  if (Gate.Working() || Is_Dropping) return Put_Back(control);
+  Take_Over(control);
+  Gate.Raise(control);
+}
+
+void Qt_Window::Take_Over(Control control) {
+  Text& text = States.Texts[Tab(control)];
+  if (const auto* list = List_Of(control)) {
+    text = From_Qt(list->currentText());
+  } else if (const auto* box = qobject_cast<QLineEdit*>(&Widget(control))) {
+    text = From_Qt(box->text());
+    auto caret = static_cast<std::size_t>(box->cursorPosition());
+    if (Cut_To_One_Line(text, caret)) Put_Line(control, text, caret);
+  } else {
+    States.Selected_Option = control;
+  }
+}
+
+void Qt_Window::Put_Back(Control control) {
+  const QScopedValueRollback own(Is_Own_Change, true);
+  const Text& text = States.Texts[Tab(control)];
+  if (auto* list = List_Of(control)) {
+    const auto& model = static_cast<const Entry_Model&>(*list->model());
+    list->setCurrentIndex(text.empty() ? -1 : model.Row_Of_Entry(text));
+  } else if (qobject_cast<QLineEdit*>(&Widget(control)) != nullptr) {
+    Put_Line(control, text, text.size());
+  } else if (qobject_cast<QRadioButton*>(&Widget(control)) != nullptr) {
+    static_cast<QRadioButton&>(Widget(States.Selected_Option)).setChecked(true);
+  }
+}
+
+void Qt_Window::Put_Line(Control text_box, const Text& line, std::size_t caret) {
+  const QScopedValueRollback own(Is_Own_Change, true);
+  auto& box = static_cast<QLineEdit&>(Widget(text_box));
+  box.setText(To_Qt(line));
+  box.setCursorPosition(static_cast<int>(caret));
 }
 
 void Qt_Window::Finish_Work() {
   Publish_Entries();
   Drop_Pending_Input();
-  Log().Show_Everything();
+  Log().Show_News();
 }
 
 void Qt_Window::Drop_Pending_Input() {
@@ -118,6 +162,17 @@ void Qt_Window::Form_With_Close::closeEvent(QCloseEvent* event) {
 }
 
 void Qt_Window::Show() {
+  {
+    const QScopedValueRollback own(Is_Own_Change, true);
+    States = {};
+    Entries.Reset();
+  }
+  Publish_Entries();
+  for (const Control_Row& row : Control_Table) {
+    Widget(row.Id).setEnabled(row.Enabled_At_Start);
+    Put_Back(row.Id);
+  }
+  Log().Write({});
   Form.show();
   const QDeadlineTimer patience(200);
   while (!Form.windowHandle()->isExposed() && !patience.hasExpired()) {
@@ -136,9 +191,7 @@ Log_View& Qt_Window::Log() const {
 
 Text Qt_Window::Read_Text(Control control) const {
   if (control == Log_Control) return Log().Content();
-  // The rows of a list move while entries wait to be published.
-  if (List_Of(control) != nullptr) return Picked[Tab(control)];
-  return From_Qt(static_cast<QLineEdit&>(Widget(control)).text());
+  return States.Texts[Tab(control)];
 }
 
 void Qt_Window::Write_Log(Text_View text) {
@@ -147,11 +200,7 @@ void Qt_Window::Write_Log(Text_View text) {
 
 void Qt_Window::Append_Log(Text_View text) {
   Log().Append(text);
-  if (!Gate.Working()) Log().Show_Everything();
-}
-
-bool Qt_Window::Read_Value(Control option) const {
-  return static_cast<QRadioButton&>(Widget(option)).isChecked();
+  if (!Gate.Working()) Log().Show_News();
 }
 
 void Qt_Window::Add_Item(Control list, Text_View entry) {
@@ -167,12 +216,12 @@ void Qt_Window::Publish_Entries() {
 }
 
 void Qt_Window::Publish(Entry_Model& model) {
+  const QScopedValueRollback own(Is_Own_Change, true);
   model.Publish();
   for (const Control_Row& row : Control_Table) {
     QComboBox* list = List_Of(row.Id);
     if (list == nullptr || list->model() != &model) continue;
-    const Text& entry = Picked[Tab(row.Id)];
-    list->setCurrentIndex(entry.empty() ? -1 : model.Row_Of_Entry(entry));
+    Put_Back(row.Id);
     Fit_Popup_Width(*list, model.Longest_Entry());
   }
 }
@@ -197,7 +246,9 @@ int Qt_Window::Message_Box(Text_View text, int style, std::optional<Text_View> t
   box.setWindowTitle(To_Qt(title.value_or(Window_Caption)));
   box.setTextFormat(Qt::PlainText);
   box.setText(To_Qt(text));
-  box.setIcon((style & Style_Question) != 0 ? QMessageBox::Question : QMessageBox::Critical);
+  box.setIcon((style & Style_Question) != 0      ? QMessageBox::Question
+              : (style & Style_Information) != 0 ? QMessageBox::Information
+                                                 : QMessageBox::Critical);
   const bool can_cancel = (style & Style_Ok_Cancel) != 0;
   box.setStandardButtons(can_cancel ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
   box.setDefaultButton(QMessageBox::Ok);
@@ -209,11 +260,16 @@ void Qt_Window::Show_Save_Dialog() {
   Finish_Work();
   QFileDialog dialog(&Form);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  // Or it would begin where the last one ended.
-  dialog.setDirectory(QDir::currentPath());
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  if (dialog.exec() == QDialog::Accepted)
-    Chosen_File_Name = From_Qt(dialog.selectedFiles().value(0));
+  if (!Last_Saved.empty()) dialog.selectFile(To_Qt(Last_Saved));
+  if (dialog.exec() == QDialog::Accepted) {
+    Last_Saved = Chosen_File_Name = From_Qt(dialog.selectedFiles().value(0));
+  }
+}
+
+Text Qt_Window::Ask_For_Folder() {
+  Finish_Work();
+  return From_Qt(QFileDialog::getExistingDirectory(&Form));
 }
 
 void Qt_Window::Beep() {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QWidget>
-#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +11,7 @@
 #include "platform/qt/build_widgets.h"
 #include "platform/qt/entry_model.h"
 #include "platform/qt/input_filter.h"
+#include "window/control_states.h"
 #include "window/repaint_pace.h"
 #include "window/window.h"
 
@@ -32,6 +32,7 @@ class Qt_Window : public Window {
   std::function<void()> On_Unload;
 
   QWidget& Form_Widget() { return Form; }
+  QWidget& Client_Widget() { return Client; }
   QWidget& Widget(Control control) const { return *All[Tab(control)]; }
 
   void Show() override;
@@ -40,12 +41,13 @@ class Qt_Window : public Window {
   void Write_Log(Text_View text) override;
   void Append_Log(Text_View text) override;
   void Enable(Control control, bool enabled) override { Widget(control).setEnabled(enabled); }
-  bool Read_Value(Control option) const override;
+  bool Read_Value(Control option) const override { return option == States.Selected_Option; }
   void Add_Item(Control list, Text_View entry) override;
   void Set_Pointer(Pointer pointer) override;
   int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
   void Show_Save_Dialog() override;
   Text Save_File_Name() const override { return Chosen_File_Name; }
+  Text Ask_For_Folder() override;
   void Beep() override;
   void Yield() override;
 
@@ -58,8 +60,14 @@ class Qt_Window : public Window {
 
   void Build_Form();
   void Connect(const Control_Row& row);
-  void Raise(Control control);
-  void Restore(const Text& time);
+  void Press(Control button);
+  void Choose(Menu_Entry entry, const Text& backup);
+
+  // A control shows another state, whoever has changed it.
+  void Changed(Control control);
+  void Take_Over(Control control);
+  void Put_Back(Control control);
+  void Put_Line(Control text_box, const Text& line, std::size_t caret);
 
   // Brings everything on the screen that a procedure has left to its end, and drops the input that
   // came while it worked.
@@ -72,14 +80,17 @@ class Qt_Window : public Window {
 
   List_Entries<Entry_Model> Entries;
   Form_With_Close Form;
+  QWidget Client{&Form};  // below the menu bar
   Widgets All{};
-  std::array<Text, Control_Count> Picked;  // the entries of the lists
+  Control_States States;  // but for which controls are enabled, which their widgets know
+  bool Is_Own_Change = false;
   Event_Gate Gate{*this};
   std::unique_ptr<Input_Filter> Filter;
   bool Is_Dropping = false;
   Pointer Current_Pointer = Pointer::Default;
   Repaint_Pace Pace;
   Text Chosen_File_Name;
+  Text Last_Saved;
 };
 
 }  // namespace rivelt

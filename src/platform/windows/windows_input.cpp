@@ -4,6 +4,9 @@
 #include "platform/windows/windows_window.h"
 #include "text/letter_case.h"
 
+// After the headers above, which it depends on.
+#include <commctrl.h>
+
 namespace rivelt {
 namespace {
 
@@ -12,19 +15,6 @@ bool Is_Key(UINT message) {
 }
 bool Is_Press_Of_Mouse(UINT message) {
   return message > WM_MOUSEMOVE && message <= WM_MOUSELAST;
-}
-
-// Keys that belong to the window's frame: Alt+F4, and Alt+Space for its menu.
-bool Is_Key_Of_Frame(const MSG& message) {
-  switch (message.message) {
-    case WM_SYSKEYDOWN:
-    case WM_SYSKEYUP:
-      return message.wParam == VK_F4 || message.wParam == VK_SPACE || message.wParam == VK_MENU;
-    case WM_SYSCHAR:
-      return message.wParam == VK_SPACE;
-    default:
-      return false;
-  }
 }
 
 // The character of the Alt key of Quit.
@@ -70,6 +60,10 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
   const HWND window = Form;
   switch (message) {
     case WM_COMMAND:
+      if (Menu.Take(LOWORD(wparam),
+                    [this](Menu_Entry entry, const Text& backup) { Choose(entry, backup); })) {
+        return 0;
+      }
       if (const auto control = Control_Of(LOWORD(wparam))) {
         Take_Notification(*control, HIWORD(wparam));
       }
@@ -84,14 +78,11 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
       // A text box that cannot be typed into would be grey: the log is there to be read.
       if (reinterpret_cast<HWND>(lparam) == Handle(Log_Control)) {
         SetBkColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOW));
+        SetTextColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOWTEXT));
         return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
       }
       break;
-    case WM_ACTIVATE:
-      // The system keeps the focus of dialogs alone.
-      if (LOWORD(wparam) == WA_INACTIVE && IsChild(Form, GetFocus())) Last_Focus = GetFocus();
-      break;
-    case WM_SETFOCUS:
+    case WM_SETFOCUS:  // the system gives dialogs alone their former focus back
       SetFocus(IsWindow(Last_Focus) ? Last_Focus : Handle(Focus_At_Start));
       return 0;
     case WM_DPICHANGED:
@@ -100,9 +91,13 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
     case WM_INITMENUPOPUP:
       Menu.Opens(reinterpret_cast<HMENU>(wparam));
       break;
-    case WM_SYSCOMMAND:
-      if (Menu.Take(wparam)) return 0;
+    case WM_SYSCOMMAND: {
+      // No menu opens while a procedure works: the work would wait for it.
+      const WPARAM command = wparam & 0xFFF0;
+      const bool opens_menu = command == SC_KEYMENU || command == SC_MOUSEMENU;
+      if (opens_menu && (Gate.Working() || Drops_Input)) return 0;
       break;
+    }
     case WM_CLOSE:
       Gate.Close();
       return 0;
@@ -120,53 +115,79 @@ LRESULT Windows_Window::Take_Message(UINT message, WPARAM wparam, LPARAM lparam)
 void Windows_Window::Take_Notification(Control control, UINT code) {
   switch (Row_Of(control).Type) {
     case Control_Type::Command_Button:
+      if (code == BN_CLICKED) Press(control);
+      return;
     case Control_Type::Option_Button:
-      if (code == BN_CLICKED) Raise(control);
+      if (code == BN_CLICKED && !Read_Value(control)) Changed(control);
       return;
     case Control_Type::Text_Box:
-      if (code == EN_CHANGE) Raise(control);
+      if (code == EN_CHANGE) Changed(control);
       return;
-    case Control_Type::Drop_Down_List: {
-      Drop_List& list = *List_Of(control);
-      if (code == CBN_DROPDOWN) list.Fill();
+    case Control_Type::Drop_Down_List:
+      if (code == CBN_DROPDOWN) Before_Opening = States.Texts[Tab(control)];
+      // It comes also where the focus leaves a closed list.
+      if (code == CBN_SELENDCANCEL && Before_Opening) Set_Entry(control, *Before_Opening);
+      if (code == CBN_CLOSEUP || code == CBN_SELENDOK) Before_Opening.reset();
       // To pick the entry that is picked already is an event as well.
-      const bool is_pick = code == CBN_SELENDOK && !list.Picked().empty();
-      // A list that was opened can go back to its former entry when it closes.
-      const bool may_differ = code == CBN_SELCHANGE || code == CBN_CLOSEUP;
-      if (is_pick || (may_differ && list.Take_Pick())) Raise(control);
+      if ((code == CBN_SELENDOK && !States.Texts[Tab(control)].empty()) ||
+          !Shows_Its_State(control)) {
+        Changed(control);
+      }
       return;
-    }
     default:
       return;
   }
 }
 
-void Windows_Window::Raise(Control control) {
-  const bool is_command = Row_Of(control).Type == Control_Type::Command_Button;
-  const bool nested = Gate.Working() || Drops_Input;
-  Gate.Raise(control);
-  if (Form == nullptr || nested) return;
-  if (is_command) {
-    Finish_Work();
-  } else {
-    Log.Show();
+LRESULT CALLBACK Windows_Window::Control_Procedure(HWND control, UINT message, WPARAM wparam,
+                                                   LPARAM lparam, UINT_PTR id, DWORD_PTR window) {
+  const LRESULT result = DefSubclassProc(control, message, wparam, lparam);
+  auto* const self = reinterpret_cast<Windows_Window*>(window);
+  const auto changed = static_cast<Control>(id);
+  const bool is_option = message == BM_SETCHECK && wparam == BST_CHECKED;
+  const bool is_list = message == CB_SETCURSEL || message == CB_SELECTSTRING;
+  if ((is_option && !self->Read_Value(changed)) || (is_list && !self->Shows_Its_State(changed))) {
+    self->Changed(changed);
   }
+  return result;
 }
 
-void Windows_Window::Restore(const Text& time) {
-  Gate.Restore(time);
+void Windows_Window::Changed(Control control) {
+  if (Is_Own_Change) return;
+  if (Gate.Working() || Drops_Input) return Put_Back(control);
+  Take_Over(control);
+  Gate.Raise(control);
+}
+
+void Windows_Window::Press(Control button) {
+  const bool starts_command = !Gate.Working() && !Drops_Input;
+  Gate.Raise(button);
+  if (Form != nullptr && starts_command) Finish_Work();
+}
+
+void Windows_Window::Choose(Menu_Entry entry, const Text& backup) {
+  if (Gate.Working() || Drops_Input) return;
+  Gate.Choose(entry, backup);
   if (Form != nullptr) Finish_Work();
 }
 
 void Windows_Window::Handle_Message(MSG& message) {
   if (Gate.Working() || Drops_Input) return Handle_While_Working(message);
-  if (Is_Key(message.message) || Is_Press_Of_Mouse(message.message)) {
-    if (Drop_List* list = List_Of(message.hwnd)) list->Fill();
+  if (Presses_By_Enter(message) || Type_Into_List(message)) return;
+  if (Form == nullptr || !IsDialogMessageW(Form, &message)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
   }
-  if (Type_Into_List(message)) return;
-  if (Form != nullptr && IsDialogMessageW(Form, &message)) return;
-  TranslateMessage(&message);
-  DispatchMessageW(&message);
+  if (Form != nullptr && IsChild(Form, GetFocus())) Last_Focus = GetFocus();
+}
+
+// The system lets Enter press a button only if the keyboard has brought the focus to it.
+bool Windows_Window::Presses_By_Enter(const MSG& message) {
+  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
+  const auto control = Control_Of(GetDlgCtrlID(message.hwnd));
+  if (!control || Row_Of(*control).Type != Control_Type::Command_Button) return false;
+  Press(*control);
+  return true;
 }
 
 void Windows_Window::Handle_While_Working(MSG& message) {
@@ -182,7 +203,8 @@ void Windows_Window::Handle_While_Working(MSG& message) {
     const bool to_log = message.hwnd == Handle(Log_Control) &&
                         (!key || Is_Key_To_Read_By(message) || message.message == WM_CHAR);
     const bool to_quit = message.hwnd == Handle(Quit_Control) && !key;
-    if (!to_log && !to_quit && !Is_Key_Of_Frame(message)) return;
+    const bool to_close = alt_key && message.wParam == VK_F4;
+    if (!to_log && !to_quit && !to_close) return;
   }
   if (!alt_key) TranslateMessage(&message);
   DispatchMessageW(&message);
@@ -190,12 +212,11 @@ void Windows_Window::Handle_While_Working(MSG& message) {
 
 bool Windows_Window::Type_Into_List(const MSG& message) {
   if (message.message != WM_CHAR || message.wParam < L' ') return false;
-  Drop_List* const target = List_Of(message.hwnd);
-  if (target == nullptr) return false;
-  target->Type(static_cast<wchar_t>(message.wParam), message.time);
-  for (const Control_Row& row : Control_Table) {
-    if (List_Of(row.Id) == target && target->Take_Pick()) Raise(row.Id);
-  }
+  const auto list = Control_Of(GetDlgCtrlID(message.hwnd));
+  if (!list || Row_Of(*list).Type != Control_Type::Drop_Down_List) return false;
+  const auto row =
+      Typed.Row_After(message.hwnd, static_cast<wchar_t>(message.wParam), message.time);
+  if (row) SendMessageW(message.hwnd, CB_SETCURSEL, *row, 0);
   return true;
 }
 

@@ -1,13 +1,14 @@
 #include "platform/windows/windows_window.h"
 
 #include <utility>
-#include <vector>
 
 #include "platform/windows/control_kinds.h"
-#include "platform/windows/text_box.h"
+#include "window/one_line.h"
 
 // After the header above, which it depends on.
+#include <commctrl.h>
 #include <commdlg.h>
+#include <shobjidl.h>
 
 namespace rivelt {
 namespace {
@@ -18,6 +19,18 @@ constexpr WORD Icon_Number = 1;  // in the resources of the program
 
 bool Is_List(Control control) {
   return Row_Of(control).Type == Control_Type::Drop_Down_List;
+}
+
+struct Release_Object {
+  void operator()(IUnknown* object) const { object->Release(); }
+};
+
+// What the operation of the system makes. Raises Failure where it refuses.
+template <class Object, class Operation>
+std::unique_ptr<Object, Release_Object> Made(const Operation& make) {
+  Object* object = nullptr;
+  Require(SUCCEEDED(make(&object)));
+  return std::unique_ptr<Object, Release_Object>(object);
 }
 
 HICON Program_Icon(int width_metric, int height_metric) {
@@ -51,6 +64,7 @@ void Windows_Window::Start(Registry& registry, Create_File_System_Object create_
 }
 
 void Windows_Window::Finish_Work() {
+  Publish_Entries();
   Log.Show();
   const bool dropped_before = std::exchange(Drops_Input, true);
   Handle_Pending();
@@ -68,7 +82,13 @@ void Windows_Window::Handle_Pending() {
 }
 
 void Windows_Window::Show() {
-  Create_Window();
+  States = {};
+  Entries.Reset();
+  Has_New_Entries = true;
+  if (Form == nullptr) Create_Window();
+  for (const Control_Row& row : Control_Table) Apply_Enabled(row);
+  Publish_Entries();
+  Log.Replace({});
   ShowWindow(Form, SW_SHOWNORMAL);
   SetFocus(Handle(Focus_At_Start));
   UpdateWindow(Form);
@@ -92,11 +112,11 @@ void Windows_Window::Create_Control(const Control_Row& row) {
                            kind.Style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, Form,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(Command_Id(row.Id))),
                            GetModuleHandleW(nullptr), nullptr);
-  Apply_Enabled(row);
-  if (row.Id == Selected_At_Start) SendMessageW(handle, BM_SETCHECK, BST_CHECKED, 0);
   if (row.Id == Log_Control) Log.Attach(handle);
-  if (row.Type == Control_Type::Text_Box) Paste_First_Line_Only(handle);
-  if (Drop_List* list = List_Of(row.Id)) list->Attach(handle, Entries.Of(row.Id));
+  if (Is_List(row.Id) || row.Type == Control_Type::Option_Button) {
+    SetWindowSubclass(handle, Control_Procedure, static_cast<UINT_PTR>(row.Id),
+                      reinterpret_cast<DWORD_PTR>(this));
+  }
 }
 
 void Windows_Window::Lay_Out() {
@@ -111,7 +131,7 @@ void Windows_Window::Lay_Out() {
     constexpr int shown_entries = 16;
     SetWindowPos(handle, nullptr, place.left, place.top, place.right - place.left,
                  Is_List(row.Id) ? height * shown_entries : height, SWP_NOZORDER | SWP_NOACTIVATE);
-    if (Drop_List* list = List_Of(row.Id)) list->Fit(height);
+    if (Is_List(row.Id)) Fit_List(handle, height);
   }
   Font = std::move(font);
   Log.Font_Changed();
@@ -145,11 +165,88 @@ void Windows_Window::Unload() {
 
 Text Windows_Window::Read_Text(Control control) const {
   if (control == Log_Control) return Log.Content();
-  if (Is_List(control)) return Lists[Tab(control)].Picked();
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle(control))) + 1, L'\0');
-  text.resize(static_cast<std::size_t>(
-      GetWindowTextW(Handle(control), text.data(), static_cast<int>(text.size()))));
-  return From_Wide(text);
+  return States.Texts[Tab(control)];
+}
+
+void Windows_Window::Add_Item(Control list, Text_View entry) {
+  Entries.Add(list, entry);
+  Has_New_Entries = true;
+  // A procedure adds many; the lists get them when it ends.
+  if (!Gate.Working()) Publish_Entries();
+}
+
+void Windows_Window::Publish_Entries() {
+  if (!std::exchange(Has_New_Entries, false)) return;
+  for (const Control_Row& row : Control_Table) {
+    if (Is_List(row.Id)) Fill_List(Handle(row.Id), Entries.Of(row.Id));
+    Put_Back(row.Id);
+  }
+}
+
+void Windows_Window::Set_Entry(Control list, const Text& entry) {
+  const auto row = entry.empty() ? std::nullopt : Entries.Of(list).Find(entry);
+  SendMessageW(Handle(list), CB_SETCURSEL, row ? *row : static_cast<WPARAM>(-1), 0);
+}
+
+bool Windows_Window::Shows_Its_State(Control list) const {
+  const LRESULT row = SendMessageW(Handle(list), CB_GETCURSEL, 0, 0);
+  const Text& entry = States.Texts[Tab(list)];
+  return row == CB_ERR ? entry.empty()
+                       : Entries.Of(list).Entry(static_cast<std::size_t>(row)) == entry;
+}
+
+void Windows_Window::Take_Over(Control control) {
+  Text& text = States.Texts[Tab(control)];
+  const HWND handle = Handle(control);
+  switch (Row_Of(control).Type) {
+    case Control_Type::Drop_Down_List: {
+      const LRESULT row = SendMessageW(handle, CB_GETCURSEL, 0, 0);
+      text = row == CB_ERR ? Text() : Entries.Of(control).Entry(static_cast<std::size_t>(row));
+      return;
+    }
+    case Control_Type::Text_Box: {
+      std::wstring shown(static_cast<std::size_t>(GetWindowTextLengthW(handle)) + 1, L'\0');
+      shown.resize(static_cast<std::size_t>(
+          GetWindowTextW(handle, shown.data(), static_cast<int>(shown.size()))));
+      text = From_Wide(shown);
+      DWORD end = 0;
+      SendMessageW(handle, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+      std::size_t caret = end;
+      if (Cut_To_One_Line(text, caret)) Put_Line(control, text, caret);
+      return;
+    }
+    default:
+      States.Selected_Option = control;
+  }
+}
+
+void Windows_Window::Put_Back(Control control) {
+  const bool nested = std::exchange(Is_Own_Change, true);
+  const Text& text = States.Texts[Tab(control)];
+  switch (Row_Of(control).Type) {
+    case Control_Type::Drop_Down_List:
+      Set_Entry(control, text);
+      break;
+    case Control_Type::Text_Box:
+      Put_Line(control, text, text.size());
+      break;
+    case Control_Type::Option_Button:
+      for (const Control option : {optDynamic(0), optDynamic(1)}) {
+        SendMessageW(Handle(option), BM_SETCHECK, Read_Value(option) ? BST_CHECKED : BST_UNCHECKED,
+                     0);
+      }
+      break;
+    default:
+      break;
+  }
+  Is_Own_Change = nested;
+}
+
+void Windows_Window::Put_Line(Control text_box, const Text& line, std::size_t caret) {
+  const bool nested = std::exchange(Is_Own_Change, true);
+  SetWindowTextW(Handle(text_box), To_Wide(line).c_str());
+  SendMessageW(Handle(text_box), EM_SETSEL, caret, static_cast<LPARAM>(caret));
+  Is_Own_Change = nested;
 }
 
 void Windows_Window::Append_Log(Text_View text) {
@@ -158,7 +255,7 @@ void Windows_Window::Append_Log(Text_View text) {
 }
 
 void Windows_Window::Enable(Control control, bool enabled) {
-  Enabled_States[Tab(control)] = enabled;
+  States.Enabled[Tab(control)] = enabled;
   for (const Control_Row& row : Control_Table) {
     if (row.Id == control || row.Parent == control) Apply_Enabled(row);
   }
@@ -166,15 +263,10 @@ void Windows_Window::Enable(Control control, bool enabled) {
 
 // The frame and its content are siblings for the system: it does not know that one holds the other.
 void Windows_Window::Apply_Enabled(const Control_Row& row) {
-  const bool frame_enabled = !row.Parent || Enabled_States[Tab(*row.Parent)];
   const HWND handle = Handle(row.Id);
-  const bool enabled = Enabled_States[Tab(row.Id)] && frame_enabled;
+  const bool enabled = States.Takes_Input(row.Id);
   if (!enabled && GetFocus() == handle) SetFocus(Handle(Quit_Control));
   EnableWindow(handle, enabled);
-}
-
-bool Windows_Window::Read_Value(Control option) const {
-  return SendMessageW(Handle(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 void Windows_Window::Set_Pointer(Pointer pointer) {
@@ -196,7 +288,8 @@ int Windows_Window::Message_Box(Text_View text, int style, std::optional<Text_Vi
 void Windows_Window::Show_Save_Dialog() {
   Finish_Work();
   constexpr DWORD longest_path = 32768;
-  std::vector<wchar_t> path(longest_path);
+  std::wstring path = To_Wide(Last_Saved);
+  path.resize(longest_path);
   OPENFILENAMEW dialog{};
   dialog.lStructSize = sizeof dialog;
   dialog.hwndOwner = Form;
@@ -207,6 +300,23 @@ void Windows_Window::Show_Save_Dialog() {
   const bool is_chosen = GetSaveFileNameW(&dialog) != FALSE;
   if (!is_chosen && CommDlgExtendedError() != 0) throw Failure();
   Chosen_File_Name = is_chosen ? From_Wide(path.data()) : Text();
+  if (is_chosen) Last_Saved = Chosen_File_Name;
+}
+
+Text Windows_Window::Ask_For_Folder() {
+  Finish_Work();
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  const auto dialog = Made<IFileDialog>([](IFileDialog** made) {
+    return CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileDialog,
+                            reinterpret_cast<void**>(made));
+  });
+  dialog->SetOptions(FOS_PICKFOLDERS | FOS_FORCEFILESYSTEM | FOS_NOCHANGEDIR);
+  if (FAILED(dialog->Show(Form))) return {};
+  const auto chosen = Made<IShellItem>([&](IShellItem** item) { return dialog->GetResult(item); });
+  wchar_t* path = nullptr;
+  Require(SUCCEEDED(chosen->GetDisplayName(SIGDN_FILESYSPATH, &path)));
+  const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owned(path, CoTaskMemFree);
+  return From_Wide(path);
 }
 
 void Windows_Window::Yield() {
@@ -214,18 +324,6 @@ void Windows_Window::Yield() {
     Log.Show();
     Handle_Pending();
   });
-}
-
-Drop_List* Windows_Window::List_Of(Control control) {
-  return Is_List(control) ? &Lists[Tab(control)] : nullptr;
-}
-
-Drop_List* Windows_Window::List_Of(HWND window) {
-  for (Drop_List& list : Lists) {
-    const HWND box = list.Control_Handle();
-    if (box != nullptr && (window == box || IsChild(box, window))) return &list;
-  }
-  return nullptr;
 }
 
 }  // namespace rivelt

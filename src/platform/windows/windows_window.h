@@ -3,13 +3,15 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "form/event_gate.h"
 #include "platform/windows/drop_list.h"
 #include "platform/windows/log_box.h"
 #include "platform/windows/measures.h"
-#include "platform/windows/system_menu.h"
+#include "platform/windows/menu_bar.h"
 #include "platform/windows/win32.h"
+#include "window/control_states.h"
 #include "window/list_entries.h"
 #include "window/repaint_pace.h"
 #include "window/sorted_list.h"
@@ -44,17 +46,22 @@ class Windows_Window : public Window {
   void Write_Log(Text_View text) override { Log.Replace(text); }
   void Append_Log(Text_View text) override;
   void Enable(Control control, bool enabled) override;
-  bool Read_Value(Control option) const override;
-  void Add_Item(Control list, Text_View entry) override { Entries.Add(list, entry); }
+  bool Read_Value(Control option) const override { return option == States.Selected_Option; }
+  void Add_Item(Control list, Text_View entry) override;
   void Set_Pointer(Pointer pointer) override;
   int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
   void Show_Save_Dialog() override;
   Text Save_File_Name() const override { return Chosen_File_Name; }
+  Text Ask_For_Folder() override;
   void Beep() override { MessageBeep(MB_OK); }
   void Yield() override;
 
  private:
   static LRESULT CALLBACK Window_Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
+  // Of a list and of an option. A program that changes one by a message may tell nobody.
+  static LRESULT CALLBACK Control_Procedure(HWND control, UINT message, WPARAM wparam,
+                                            LPARAM lparam, UINT_PTR id, DWORD_PTR window);
 
   void Create_Window();
   void Create_Control(const Control_Row& row);
@@ -73,30 +80,41 @@ class Windows_Window : public Window {
   // dropped, but for what reads the log and what asks for the end.
   void Handle_Message(MSG& message);
   void Handle_While_Working(MSG& message);
+  bool Presses_By_Enter(const MSG& message);
   bool Type_Into_List(const MSG& message);
-  void Raise(Control control);
-  void Restore(const Text& time);
+  void Press(Control button);
+  void Choose(Menu_Entry entry, const Text& backup);
 
-  // The list that the window is or is a part of; null for any other window.
-  Drop_List* List_Of(HWND window);
-  Drop_List* List_Of(Control control);
+  // A control shows another state, whoever has changed it.
+  void Changed(Control control);
+  void Take_Over(Control control);
+  void Put_Back(Control control);
+  void Put_Line(Control text_box, const Text& line, std::size_t caret);
+  void Set_Entry(Control list, const Text& entry);
+  bool Shows_Its_State(Control list) const;
+
+  void Publish_Entries();
   void Apply_Enabled(const Control_Row& row);
 
   Event_Gate Gate{*this};
-  System_Menu Menu{Gate, [this](const Text& time) { Restore(time); }};
+  Menu_Bar Menu{Gate};
   HWND Form = nullptr;
   UINT Dpi = 0;
   Owned_Font Font;
   std::array<HWND, Control_Count> Handles{};
-  std::array<bool, Control_Count> Enabled_States = Enabled_States_At_Start;
-  std::array<Drop_List, Control_Count> Lists;  // of the controls that are lists
+  Control_States States;
   List_Entries<Sorted_List> Entries;
+  bool Has_New_Entries = true;
+  std::optional<Text> Before_Opening;  // the entry of the list that is open
+  Typed_Start Typed;
   Log_Box Log;
   HWND Last_Focus = nullptr;
   Pointer Current_Pointer = Pointer::Default;
   bool Drops_Input = false;
+  bool Is_Own_Change = false;
   Repaint_Pace Pace;
   Text Chosen_File_Name;
+  Text Last_Saved;
 };
 
 }  // namespace rivelt

@@ -1,7 +1,7 @@
 #include "programs/cli/console_window.h"
 
 #include "platform/machine.h"
-#include "platform/memory/fixed_registry.h"
+#include "system/fixed_registry.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 

@@ -5,7 +5,7 @@
 #include "platform/machine.h"
 #include "programs/cli/commands.h"
 #include "text/utf8.h"
-#include "window/form_menu.h"
+#include "window/menu.h"
 
 namespace rivelt {
 namespace {
@@ -127,10 +127,12 @@ class Script {
     for (const Control_Row& row : Control_Table) {
       Print_State_Of(Written_Name(row), Played.Enabled(row.Id), Shown_Text(Played, row));
     }
-    const std::size_t backups = Played.Restorable().size();
-    Print_State_Of(To_Utf8(Whole_Route_Caption), Played.Menu_Enabled(),
-                   Played.Whole_Route() ? "True" : "False");
-    Print_State_Of(To_Utf8(Restore_Caption), backups != 0, std::to_string(backups));
+    for (const Menu_Row& row : Menu_Table) {
+      std::string text;
+      if (row.Kind == Menu_Kind::Check_Mark) text = Played.Whole_Route() ? "True" : "False";
+      if (row.Kind == Menu_Kind::Sub_Menu) text = std::to_string(Played.Restorable().size());
+      Print_State_Of(To_Utf8(Plain_Caption(row.Caption)), Played.Can_Choose(row.Id), text);
+    }
   }
 
   void Print_State_Of(const std::string& name, bool is_enabled, const std::string& text) {
@@ -148,7 +150,7 @@ class Script {
 
   void Set_Whole_Route(std::string_view state) {
     if (state != "on" && state != "off") throw Bad_Line{"whole is on or off"};
-    if (!Played.Menu_Enabled()) throw Bad_Line{To_Utf8(Whole_Route_Caption) + " is disabled"};
+    if (!Played.Can_Choose(Menu_Entry::Whole_Route)) throw Bad_Line{"Whole route is disabled"};
     if (Played.Whole_Route() != (state == "on")) Played.Toggle_Whole_Route();
   }
 

@@ -1,4 +1,4 @@
-#include "platform/memory/fixed_registry.h"
+#include "system/fixed_registry.h"
 
 #include "text/utf8.h"
 
