@@ -151,6 +151,7 @@ class Qt_Window_User : public Window_User {
     if (const auto* box = qobject_cast<QMessageBox*>(dialog)) {
       int style = box->icon() == QMessageBox::Critical ? Style_Critical : 0;
       if (box->icon() == QMessageBox::Question) style += Style_Question;
+      if (box->icon() == QMessageBox::Information) style += Style_Information;
       if (box->standardButtons().testFlag(QMessageBox::Cancel)) style += Style_Ok_Cancel;
       const bool cancels =
           Cancels_Box(Box_Text(From_Qt(box->windowTitle()), style, From_Qt(box->text())));

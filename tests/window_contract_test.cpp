@@ -43,6 +43,7 @@ class Window_Contract : public Window_Fixture {
   const std::string Ready = "cmbRoutes optDynamic(0) optDynamic(1) ";
   const Text Open = u"&Open an installation...";
   const Text Whole_Route = u"&Whole route";
+  const Text Reason = u"Why did it &fail?";
   const Text Restore = u"Restore a &backup";
   const Text Staged_File = u"Quenby\\tmp\\w-1.w";
   const Text World_File = u"routes\\Second to none\\world\\w-1.w";
@@ -151,12 +152,15 @@ TEST_F(Window_Contract, The_Menu_Says_What_Can_Be_Chosen_And_Why_A_Fatal_Error_C
     EXPECT_EQ(User->Menu(), (Lines{Open, mark + Whole_Route}));
   }
   EXPECT_TRUE(User->Visible());
-  Train.Put(u"routes\\Second to none\\OpenRails\\tsection.dat", u"");
+  Train.Disk.Remove(u"\\train\\routes\\Second to none\\world");
   User->Press(optDynamic_1);  // so that everything is enabled
   User->Press(cmdCheck);
-  EXPECT_TRUE(Log().ends_with(Standard_Line));
+  EXPECT_TRUE(Log().starts_with(u"Had problems reading route w-files!\r\n"));
   User->Choose(Whole_Route);
-  EXPECT_EQ(User->Menu(), Lines{Open});
+  EXPECT_EQ(User->Menu(), (Lines{Open, Reason}));
+  User->Choose(Reason);
+  const Text why = u"no folder \\train\\routes\\Second to none\\world";
+  EXPECT_EQ(User->Boxes(), Lines{Window_User::Box_Text(u"Rivelt", 64, why)});
   User->Press(optDynamic_0);
   EXPECT_TRUE(User->Selected(optDynamic_1));
   EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");

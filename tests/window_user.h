@@ -10,6 +10,7 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <random>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -99,7 +100,8 @@ class Window_User {
   int Cancels = 0;
   std::deque<Text> Paths;
   Lines Seen_Boxes;
-  const std::filesystem::path Scratch = std::filesystem::temp_directory_path() / "rivelt-window";
+  const std::filesystem::path Scratch = std::filesystem::temp_directory_path() /
+                                        ("rivelt-window-" + std::to_string(std::random_device()()));
 };
 
 // Defined beside the user of the back end that the test program is built with.

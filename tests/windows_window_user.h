@@ -262,6 +262,7 @@ class Windows_Window_User : public Window_User {
   static int Style_Of_Icon(HWND icon) {
     const auto shown = reinterpret_cast<HICON>(SendMessageW(icon, STM_GETICON, 0, 0));
     if (shown == LoadIconW(nullptr, IDI_HAND)) return Style_Critical;
+    if (shown == LoadIconW(nullptr, IDI_ASTERISK)) return Style_Information;
     return shown == LoadIconW(nullptr, IDI_QUESTION) ? Style_Question : 0;
   }
 

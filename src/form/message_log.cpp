@@ -45,7 +45,8 @@ void frmMain::Fatal_Error(Text_View text) {
 void frmMain::Keep_Reason(const std::exception& failure) try {
   const auto* with_reason = dynamic_cast<const Failure*>(&failure);
   const Text reason = with_reason == nullptr ? u"not enough memory" : with_reason->Reason();
-  if (!reason.empty()) Last_Reason = reason;
+  // What fails after a fatal error is its consequence.
+  if (!Stopped && !reason.empty()) Last_Reason = reason;
 } catch (const std::exception&) {
   // There is no memory for the words.
 }
