@@ -1,5 +1,5 @@
-// Any bytes as a file, and as what the one block of a file holds. Of a text that is read the writer
-// makes a file that gives the same text.
+// Arbitrary bytes, as a file and as the content of a file's outermost block. If they can be read,
+// the sample's writer turns the text into a file that gives the same text again.
 
 #include <string>
 

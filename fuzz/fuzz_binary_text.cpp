@@ -1,4 +1,4 @@
-// Binary and compressed files of any blocks: the reader gives the text that the writer was given.
+// Arbitrary blocks: what the sample's writer makes of a text, the reader turns back into that text.
 
 #include "binary/binary_file.h"
 #include "fuzzing.h"

@@ -23,7 +23,7 @@ constexpr std::string_view Compressed = "SIMISA@F";  // and the size of the cont
 constexpr std::size_t Container_Size = Plain.size();
 constexpr std::size_t Head_Size = 16;  // of the content, like "JINX0w0b______" and a line end
 
-// Nothing if it is no compressed file.
+// Empty unless it is a compressed file.
 std::optional<std::uint64_t> Size_In_Header(std::string_view bytes) {
   if (bytes.size() < Container_Size || !bytes.starts_with(Compressed)) return {};
   if (!bytes.substr(0, Container_Size).ends_with("@@@@")) return {};
@@ -36,9 +36,9 @@ struct End_Inflation {
   void operator()(z_stream* stream) const { inflateEnd(stream); }
 };
 
-// A binary file of that size with what the stream gives. Takes memory for what comes, not for what
-// the size announces. Only the size says whether a stream without its checksum is whole; what comes
-// after a stream does not matter.
+// Uncompresses the stream into a binary file, which must get that size. Memory grows with the
+// output, not with the size that a header claims. The size alone shows that a stream without a
+// checksum is complete. Bytes after the stream are ignored.
 std::string Inflate(std::string_view bytes, std::uint64_t size) {
   z_stream stream{};
   stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
@@ -50,7 +50,7 @@ std::string Inflate(std::string_view bytes, std::uint64_t size) {
   while (status == Z_OK) {
     constexpr std::uint64_t first_step = 1 << 16;
     const std::size_t filled = file.size();
-    // Room for a byte more than the size shows whether the stream gives more.
+    // One byte more than the size, to notice a longer stream.
     file.resize(static_cast<std::size_t>(std::min(size + 1, filled * 2 + first_step)));
     stream.next_out = reinterpret_cast<Bytef*>(file.data() + filled);
     stream.avail_out = static_cast<uInt>(file.size() - filled);
@@ -61,19 +61,19 @@ std::string Inflate(std::string_view bytes, std::uint64_t size) {
   if (status != Z_STREAM_END && status != Z_BUF_ERROR)
     throw Unreadable_At(file.size(), u"the compressed data is damaged");
   if (file.size() != size)
-    throw Unreadable_At(file.size(), u"the compressed data is not of the size in the header");
+    throw Unreadable_At(file.size(), u"the compressed data does not have the size in the header");
   return file;
 }
 
-// The text in UTF-8 from start on.
+// The UTF-8 text from start on.
 Text Narrow_Text(std::string_view file, std::size_t start) {
   const std::string_view bytes = file.substr(start);
   Text text = From_Utf8(bytes);
-  if (text.size() > Longest_Text - start) throw Unreadable_At(start, u"this makes a text too long");
+  if (text.size() > Longest_Text - start) throw Unreadable_At(start, u"the text is too long");
   const std::string valid = To_Utf8(text);
   if (valid == bytes) return text;
   const auto differs = std::ranges::mismatch(bytes, valid).in1 - bytes.begin();
-  throw Unreadable_At(start + static_cast<std::size_t>(differs), u"this is not UTF-8");
+  throw Unreadable_At(start + static_cast<std::size_t>(differs), u"not valid UTF-8");
 }
 
 Text Text_Of_Uncompressed(std::string_view file) {
@@ -81,7 +81,7 @@ Text Text_Of_Uncompressed(std::string_view file) {
   const bool has_head = head.starts_with("JINX0") && head.ends_with("______\r\n") &&
                         head.size() == Head_Size && (head[5] == 'w' || head[5] == 'T') &&
                         head[6] >= '0' && head[6] <= '9' && (head[7] == 'b' || head[7] == 't');
-  if (!has_head) throw Unreadable_At(Container_Size, u"this begins no world file and no database");
+  if (!has_head) throw Unreadable_At(Container_Size, u"not a world file or track database");
   constexpr std::size_t start = Container_Size + Head_Size;
   Text text(file.begin(), file.begin() + start);
   if (head[7] == 't') return text + Narrow_Text(file, start);
@@ -100,7 +100,7 @@ bool Is_Binary(Text_View read) {
 Text Text_Of_Binary(std::string_view bytes) {
   if (bytes.starts_with(Plain)) return Text_Of_Uncompressed(bytes);
   const auto size = Size_In_Header(bytes);
-  if (!size) throw Unreadable_At(0, u"this begins no binary and no compressed file");
+  if (!size) throw Unreadable_At(0, u"not a binary or compressed file");
   return Text_Of_Uncompressed(Inflate(bytes.substr(Container_Size), *size));
 }
 
@@ -108,18 +108,8 @@ Text Text_Of_Binary(Text_View read, std::uint64_t file_size) {
   return Text_Of_Binary(Bytes_Of(read).substr(0, static_cast<std::size_t>(file_size)));
 }
 
-std::uint64_t Uncompressed_Size(const File& file) {
-  struct Start_Is_Read {};
-  std::string start;
-  try {
-    file.Read_Bytes([&](std::string_view piece) {
-      start = piece.substr(0, Container_Size);
-      throw Start_Is_Read();
-    });
-  } catch (const Start_Is_Read&) {
-  }
-  const auto size = Size_In_Header(start);
-  return size ? *size : start == Plain ? file.State().Size : 0;
+std::uint64_t Uncompressed_Size(Text_View read, std::uint64_t file_size) {
+  return Size_In_Header(Bytes_Of(read)).value_or(Is_Binary(read) ? file_size : 0);
 }
 
 }  // namespace rivelt

@@ -7,7 +7,7 @@
 namespace rivelt {
 namespace {
 
-// Of each kind the number, the name and what it holds, if it holds anything.
+// The number, the name and the content of each kind, "-" for none.
 
 constexpr Text_View World_Kinds =
     u"00040003 Static B 00040005 TrackObj B 00040006 Dyntrack B 00040008 Forest B "

@@ -15,10 +15,10 @@
 namespace rivelt {
 namespace {
 
-// No real file nests deeper. Without a bound a text could grow with the square of its file.
+// No real file nests deeper. Without a limit the text could grow with the square of the file.
 constexpr std::size_t Deepest_Indent = 32;
 
-// A string with one of these is in quotation marks.
+// Whether a string with this character needs quotation marks.
 bool Is_Special(char16_t unit) {
   constexpr Text_View others = u"()\"\\\u1680\u2028\u2029\u202F\u205F\u3000";
   return unit <= u' ' || (unit >= 0x7F && unit <= 0xA0) || (unit >= 0x2000 && unit <= 0x200A) ||
@@ -34,7 +34,7 @@ Text Hexadecimal(std::uint32_t number) {
 struct Open_Block {
   std::uint32_t Number;
   Text_View Name;
-  Text_View Holds;  // what is still to be read
+  Text_View Holds;  // the rest, still to be read
   std::size_t End;
   bool Has_Lines = false;
 };
@@ -48,7 +48,7 @@ class Block_Reader {
 
   Text Run(Text_View outermost) {
     Open();
-    if (Around.back().Name != outermost) Fail(At, u"does not begin such a file");
+    if (Around.back().Name != outermost) Fail(At, u"is not the first block of such a file");
     if (Around.back().End != Bytes.size()) Fail(At, u"ends before the file does");
     while (!Around.empty()) Go_On();
     Write(Line_End);
@@ -73,7 +73,8 @@ class Block_Reader {
     Write(u" (");
   }
 
-  // Reads on in the innermost block: up to the next block in it, or to its end.
+  // Reads the innermost open block up to and including the head of the next block in it, or to its
+  // end.
   void Go_On() {
     Open_Block& block = Around.back();
     while (!block.Holds.empty()) {
@@ -91,7 +92,7 @@ class Block_Reader {
         Take_Value(letter);
       }
     }
-    if (At != block.End) Fail(At, u"goes on after its values");
+    if (At != block.End) Fail(At, u"has bytes left after its values");
     const bool has_lines = block.Has_Lines;
     Around.pop_back();
     if (has_lines) Write_Line_Start();

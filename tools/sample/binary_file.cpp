@@ -16,7 +16,7 @@
 namespace rivelt::sample {
 namespace {
 
-// By what they hold, the names of the blocks and their numbers after 0004.
+// Grouped by content: the names of the blocks and their numbers, without the 0004 in front.
 constexpr const char* World_Facts =
     "-: NoDirLight 119 B: Static 3 TrackObj 5 Dyntrack 6 Forest 8 Telepole 9 CollideObject B "
     "Signal 11 Gantry 38 CarSpawner 39 Pickup 3B Platform 3C Siding 3D LevelCr 3E Transfer 3F "
@@ -77,7 +77,7 @@ std::string Bytes_Of_Number(auto number) {
   return {reinterpret_cast<const char*>(&number), sizeof(number)};
 }
 
-// A number, or a bit pattern, of 4 bytes.
+// The number in 4 bytes.
 template <class Number>
 std::string Bytes_Of_Digits(Text_View word, auto... base) {
   const std::string digits(word.begin(), word.end());
@@ -194,7 +194,7 @@ Text_View Invented_Value(char letter, std::size_t choice) {
   return of_letter[choice % of_letter.size()];
 }
 
-// Adds what comes before the blocks in a block, or all that it holds.
+// Adds the content of a block up to the first of any number of inner blocks.
 void Add_Values(Text& records, Text_View name, std::string holds, std::size_t choice) {
   const std::size_t repeated = holds.find('*');
   if (repeated != std::string::npos) {

@@ -1,4 +1,4 @@
-// Binary and compressed files. This writer shares nothing with the reader that it tests.
+// Writes binary and compressed files. To test the reader, it shares no code or table with it.
 
 #pragma once
 
@@ -10,16 +10,16 @@
 
 namespace rivelt::sample {
 
-// The binary file for the text of a world file or database, in which blanks or line ends are around
-// every word and bracket. A block that nothing closes ends where the text does. Failure: a block
-// that is not known, or a value that does not belong.
+// The binary form of a world file or database, whose words and brackets have blanks or line ends
+// between them. A block without a closing bracket ends with the text. Failure: an unknown block, or
+// a value that does not fit.
 std::string Binary_File(Text_View text);
 
 // The compressed form of a binary file.
 std::string Compressed_File(std::string_view binary);
 
-// A text of any blocks that a file can have: each choice is a block, the end of one, or what one
-// holds. All of it is written as the simulator would.
+// The records of a file of arbitrary blocks, for File_Text. Each choice opens a block with values
+// or closes one; at most so many are nested.
 Text Invented_Blocks(bool is_world, Text_View choices, std::size_t deepest);
 
 }  // namespace rivelt::sample
