@@ -36,20 +36,22 @@ TEST_F(Linux_Registry, A_Value_In_Each_Accepted_Form_Is_Read) {
       {R"("P\x61th"=str(2):"%A%")", "2 %A%\0"s},
       {"\"Picture\"=hex:41,\\\n  00,\\\n  22\n\"Size\"=dword:01\n\"Path\"=\"a\"", "1 a\0"s},
       {"\"Path\"=\"old\"\n\"Path\"=\"new\"", "1 new\0"s},
-      {"\"Path\"=\"old\"\r\n\"Path\"=\"no end\r\n[Other]\n\"Path\"=\"theirs\"", "1 old\0"s},
+      {"\"Path\"=\"ours\"\r\n[Other]\n\"Path\"=\"theirs\"", "1 ours\0"s},
+      {"\"Path\"=\"old\"\n\"Path\"=\"no end", "0 "},
+      {R"("Path"=str(7):"x")", "7 x\0"s},
   };
   for (const auto& [lines, value] : cases) EXPECT_EQ(Value_Of_Line(lines), value) << lines;
 }
 
-TEST_F(Linux_Registry, A_Line_That_Is_No_Value_Is_Passed_Over) {
+TEST_F(Linux_Registry, A_Line_Without_A_Name_Is_Passed_Over_And_A_Value_That_Is_No_String_Has_No_Data) {
   std::istringstream names(
       R"(  "Path  "Path"  "Path" "Path\"="x"  Path="x"  @="x"  "Path2"="x"  ;"Path"="x")");
   std::istringstream forms(
       R"~(  "x  "x\  "x\"  x  hex:00  hex(1):41,00,00,00  dword:0000012c  str:x  str(2)"x"  str(2):x
-      str(7):"x")~");
+      str(x):"x")~");
   const std::string none = "no value: 2";
   for (std::string line; names >> line;) EXPECT_EQ(Value_Of_Line(line), none) << line;
-  for (std::string form; forms >> form;) EXPECT_EQ(Value_Of_Line("\"Path\"=" + form), none) << form;
+  for (std::string form; forms >> form;) EXPECT_EQ(Value_Of_Line("\"Path\"=" + form), "0 ") << form;
   for (const std::string key :
        {"[Software\\\\Games]", "[Software\\\\Games\\\\1.0", "[Software\\\\Games\\1.0]"})
     EXPECT_EQ(Value_Of_Line(key + "\n\"Path\"=\"x\""), none) << key;

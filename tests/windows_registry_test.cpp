@@ -58,7 +58,7 @@ class Windows_Registry_Test : public testing::Test {
   const std::unique_ptr<Registry> Asked = Windows_Registry();
 };
 
-TEST_F(Windows_Registry_Test, The_Value_Comes_From_The_View_That_Has_It_With_Its_Zero) {
+TEST_F(Windows_Registry_Test, The_Value_Comes_From_The_32_Bit_View_With_Its_Zero) {
   const auto text = [](const wchar_t* path) { return std::wstring(path) + L'\0'; };
   const struct {
     const char* Situation;
@@ -67,11 +67,11 @@ TEST_F(Windows_Registry_Test, The_Value_Comes_From_The_View_That_Has_It_With_Its
     std::string Answer;
   } cases[] = {
       {"32-bit view", {}, text(L"C:\\old"), REG_SZ, "1 C:\\old\0"s},
-      {"both", text(L"C:\\train"), text(L"C:\\old"), REG_SZ, "1 C:\\train\0"s},
-      {"no zero", L"C:\\train", {}, REG_SZ, "1 C:\\train\0"s},
-      {"no zero, 32-bit view", {}, L"C:\\train\\", REG_EXPAND_SZ, "2 C:\\train\\\0"s},
-      {"only a zero", text(L""), {}, REG_SZ, "1 \0"s},
-      {"accent", text(L"C:\\Z\u00fcge"), {}, REG_SZ, "1 C:\\Z\xfcge\0"s},
+      {"both", text(L"C:\\train"), text(L"C:\\old"), REG_SZ, "1 C:\\old\0"s},
+      {"64-bit view", text(L"C:\\train"), {}, REG_SZ, "no value: 2"},
+      {"no zero", {}, L"C:\\train\\", REG_EXPAND_SZ, "2 C:\\train\\\0"s},
+      {"only a zero", {}, text(L""), REG_SZ, "1 \0"s},
+      {"accent", {}, text(L"C:\\Z\u00fcge"), REG_SZ, "1 C:\\Z\xfcge\0"s},
       {"no bytes", {}, L"", REG_SZ, "1 "},
       {"no bytes, binary", {}, L"", REG_BINARY, "3 "},
       {"no value", {}, {}, REG_SZ, "no value: 2"},
@@ -86,7 +86,7 @@ TEST_F(Windows_Registry_Test, The_Value_Comes_From_The_View_That_Has_It_With_Its
 }
 
 TEST_F(Windows_Registry_Test, The_Form_Reports_A_Value_Without_Bytes) {
-  Put(0, L"");
+  Put(KEY_WOW64_32KEY, L"");
   Memory_Window window;
   window.Start(*Asked, Windows_Files);
   EXPECT_TRUE(window.Log().starts_with(u"Could not locate your MSTS installation!"));

@@ -10,8 +10,6 @@
 namespace rivelt {
 namespace {
 
-constexpr Long Type_Expandable_String = 2;
-
 std::string_view Take_Line(std::string_view& file) {
   std::string_view line = file.substr(0, file.find('\n'));
   file.remove_prefix(std::min(file.size(), line.size() + 1));
@@ -76,12 +74,15 @@ std::optional<Text> Take_Text(std::string_view& line, char end) {
   }
 }
 
-std::optional<Registry_Value> Take_Data(std::string_view line) {
-  const Long type = Take(line, "str(2):") ? Type_Expandable_String : Registry_String;
-  if (!Take(line, "\"")) return std::nullopt;
-  auto text = Take_Text(line, '"');
-  if (!text) return std::nullopt;
-  return Registry_Value{type, To_Original_Bytes(*text += u'\0')};
+Registry_Value Take_Data(std::string_view line) {
+  Long type = Registry_String;
+  if (Take(line, "str(")) {
+    type = static_cast<Long>(Take_Number(line, 8, 16).value_or(0));
+    if (!Take(line, "):")) return {};
+  }
+  auto text = Take(line, "\"") ? Take_Text(line, '"') : std::nullopt;
+  if (!text) return {};
+  return {type, To_Original_Bytes(*text += u'\0')};
 }
 
 void Read_Value(std::string_view line, Registry_Values& values) {
@@ -92,7 +93,7 @@ void Read_Value(std::string_view line, Registry_Values& values) {
     name = Take_Text(line, '"');
   }
   if (!name || !Take(line, "=")) return;
-  if (auto value = Take_Data(line)) values.insert_or_assign(Fold_Case(*name), std::move(*value));
+  values.insert_or_assign(Fold_Case(*name), Take_Data(line));
 }
 
 }  // namespace
