@@ -164,8 +164,11 @@ TEST_F(Files_Contract, A_Read_Only_File_Is_Not_Replaced_And_Deleted_By_Force_Onl
   EXPECT_THROW(Files().DeleteFile(Path(u"by_path"), false), Failure);
   EXPECT_THROW(Write(Path(u"by_path"), u"new"), Failure);
   EXPECT_EQ(Machine.Bytes(u"by_path"), "x");
+  file->Keep(Path(u"kept"));
   file->Delete(true);
   Files().DeleteFile(Path(u"by_path"), true);
+  EXPECT_THROW(Files().DeleteFile(Path(u"kept"), false), Failure) << "still read-only";
+  Files().DeleteFile(Path(u"kept"), true);
   EXPECT_THROW(file->Delete(true), Failure);
   EXPECT_THROW(file->Move(Path(u"to")), Failure);
   EXPECT_THROW(file->Copy(Path(u"to")), Failure);
@@ -174,6 +177,26 @@ TEST_F(Files_Contract, A_Read_Only_File_Is_Not_Replaced_And_Deleted_By_Force_Onl
   EXPECT_THROW(file->OpenAsTextStream(For_Reading, Format_Unicode), Failure);
   EXPECT_THROW(file->Read_Bytes([](std::string_view) {}), Failure);
   EXPECT_EQ(Machine.Names_In(u""), Names());
+}
+
+TEST_F(Files_Contract, A_Failure_Names_The_Path_Below_The_Root_And_Why) {
+  Machine.Plant_Folder(u"in");
+  for (const Text name : {u"in/file", u"in/taken"}) Machine.Plant(name, "x");
+  const auto file = Files().GetFile(Path(u"in\\FILE"));
+  const auto move = [&] { file->Move(Path(u"in\\taken")); };
+  const auto replace = [&] { Write(Path(u"in\\file"), u"new"); };
+  EXPECT_EQ(Reason([&] { Files().GetFile(Path(u"none")); }), u"no file " + Path(u"none"));
+  EXPECT_EQ(Reason([&] { Files().GetFolder(Path(u"none")); }), u"no folder " + Path(u"none"));
+  EXPECT_TRUE(Reason(move).starts_with(u"in\\taken: "));
+  EXPECT_GT(Reason(move).size(), 15u);
+  Machine.Make_Read_Only(u"in/file");
+  EXPECT_EQ(Reason(replace), u"in\\file: read-only");
+  Files().DeleteFile(Path(u"in\\file"), true);
+  EXPECT_EQ(Reason([&] { file->State(); }), u"in\\file: has gone");
+  const auto lock = Files().Lock(Path(u"in"));
+  EXPECT_EQ(Reason([&] { Files().Lock(Path(u"in")); }), Locked_By_Another);
+  EXPECT_NO_THROW(Files().Set_Root(u"a\0b"s));
+  EXPECT_FALSE(Files().FolderExists(u"a\0b\\routes"s));
 }
 
 TEST_F(Files_Contract, Move_Onto_Something_Or_Into_Nowhere_Leaves_Both_And_Else_Moves) {

@@ -65,6 +65,15 @@ class Files_Test : public testing::Test {
     stream->Close();
   }
 
+  // Why the step fails.
+  template <class Step>
+  static Text Reason(const Step& step) try {
+    step();
+    return u"(no failure)";
+  } catch (const Failure& failure) {
+    return failure.Reason();
+  }
+
   const std::unique_ptr<Test_Folder> Folder_Of_Test = Make_Test_Folder();
   Test_Folder& Machine = *Folder_Of_Test;
   const std::unique_ptr<File_System_Object> System = Machine.Files();

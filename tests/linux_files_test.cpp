@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <functional>
+#include <limits>
 
 #include "machine_folder.h"
 #include "platform/linux/files.h"
@@ -110,7 +111,11 @@ TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To_And_A_Replaced_File_Leaves_
   fs::permissions(Path(u"file"), fs::perms(0604));
   Write(Path(u"to_file"), u"B");
   EXPECT_EQ(Machine.Bytes(u"file"), "B");
-  EXPECT_EQ(fs::status(Path(u"file")).permissions(), fs::perms(0604));
+  Machine.Plant(u"new", "");
+  Files().GetFile(Path(u"new"))->Take_Mode_Of(Path(u"FILE"));
+  for (const Text name : {u"file", u"new"})
+    EXPECT_EQ(fs::status(Path(name)).permissions(), fs::perms(0604));
+  Files().DeleteFile(Path(u"new"), true);
   const auto link = Files().GetFile(Path(u"to_file"));
   EXPECT_EQ(link->State().Identity, Files().GetFile(Path(u"file"))->State().Identity);
   link->Keep(Path(u"kept"));
@@ -118,6 +123,14 @@ TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To_And_A_Replaced_File_Leaves_
   EXPECT_NE(Files().GetFile(Path(u"kept"))->State().Identity, link->State().Identity);
   link->Move(Path(u"folder\\moved"));
   EXPECT_EQ(Machine.Bytes(u"folder/moved"), "B");
+}
+
+TEST_F(Linux_Files, A_Time_After_2262_Is_The_Last_That_Can_Be_Counted) {
+  Machine.Plant(u"later", "");
+  const timespec times[] = {{10'413'792'000, 0}, {10'413'792'000, 0}};  // the year 2300
+  ASSERT_EQ(utimensat(AT_FDCWD, fs::path(Path(u"later")).c_str(), times, 0), 0);
+  EXPECT_EQ(Files().GetFile(Path(u"later"))->State().Modified,
+            std::numeric_limits<std::int64_t>::max());
 }
 
 TEST_F(Linux_Files, ReadAll_A_File_Of_Two_To_The_31_Units_Is_A_Failure) {
@@ -134,15 +147,24 @@ TEST_F(Linux_Files, On_A_Simple_File_System_The_Contract_Holds) {
 }
 
 TEST_F(Linux_Files, What_The_Disk_Refuses_Or_Does_Not_Tell_Is_A_Failure_And_Leaves_No_File) {
-  Run_Without([] { return Refuse(SYS_write); },
+  Run_Without([] { return Refuse(SYS_write, SECCOMP_RET_ERRNO | ENOSPC); },
               [&] {
                 const auto stream = Files().CreateTextFile(Path(u"a.w"), true, true);
-                EXPECT_THROW(stream->Write(u"x"), Failure);
+                EXPECT_EQ(Reason([&] { stream->Write(u"x"); }), u"a.w: disk full");
                 EXPECT_THROW(stream->Close(), Failure);
               });
   EXPECT_EQ(Machine.Names_In(u""), Names());
   Run_Without([] { return Refuse(SYS_syncfs); },
               [&] { EXPECT_THROW(Files().Flush(Path(u"")), Failure); });
+  Run_Without(
+      [] {
+        return Refuse(SYS_syncfs, SECCOMP_RET_ERRNO | EINVAL) &&
+               Refuse(SYS_flock, SECCOMP_RET_ERRNO | ENOLCK);
+      },
+      [&] {
+        EXPECT_NO_THROW(Files().Flush(Path(u"")));
+        EXPECT_TRUE(Files().Lock(Path(u""))->In_Force());
+      });
   Run_Without([] { return Refuse(SYS_newfstatat); },
               [&] {
                 EXPECT_THROW(Files().FolderExists(Path(u"none")), Failure);

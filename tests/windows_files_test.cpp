@@ -28,7 +28,6 @@ TEST_F(Windows_Files_Test, A_File_That_Another_Program_Holds_Is_A_Failure_With_N
   Machine.Plant(u"held", "held");
   const auto held = Files().GetFile(Path(u"held"));
   const auto other = Make_Test_Folder(true);
-  const Text elsewhere = other ? other->Path(u"moved") : Path(u"moved");
   {
     const Owned_Handle holder = Hold_Open(u"held", GENERIC_READ | GENERIC_WRITE);
     EXPECT_THROW(held->OpenAsTextStream(For_Reading, Format_Unicode), Failure) << "half written";
@@ -36,28 +35,42 @@ TEST_F(Windows_Files_Test, A_File_That_Another_Program_Holds_Is_A_Failure_With_N
   Machine.Make_Read_Only(u"held");
   const Owned_Handle holder = Hold_Open(u"held", GENERIC_READ);
   EXPECT_NO_THROW(held->OpenAsTextStream(For_Reading, Format_Unicode)) << "only read";
-  EXPECT_THROW(held->Delete(true), Failure);
-  EXPECT_TRUE(GetFileAttributesW(To_Wide(Path(u"held")).c_str()) & FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(SetFileAttributesW(To_Wide(Path(u"held")).c_str(), FILE_ATTRIBUTE_NORMAL));
-  EXPECT_THROW(held->Delete(true), Failure);
-  for (const Text& target : {Path(u"moved"), elsewhere}) EXPECT_THROW(held->Move(target), Failure);
-  EXPECT_EQ(Files().FindFile(elsewhere), nullptr);
-  EXPECT_THROW(Write(Path(u"held"), u"new"), Failure);
+  EXPECT_EQ(Reason([&] { held->Delete(true); }), u"held: used by another program");
+  EXPECT_THROW(held->Delete(false), Failure) << "still read-only";
+  if (other) {
+    EXPECT_THROW(held->Move(other->Path(u"moved")), Failure);
+    EXPECT_EQ(other->Names_In(u""), Names());
+  }
   EXPECT_EQ(Machine.Names_In(u""), Names({u"held"}));
   EXPECT_EQ(Machine.Bytes(u"held"), "held");
 }
 
-TEST_F(Windows_Files_Test, A_Folder_That_Is_Held_For_A_Moment_Is_Renamed_Once_It_Is_Let_Go) {
-  Machine.Plant_Folder(u"held");
-  Owned_Handle holder = Hold_Open(u"held", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
-  EXPECT_FALSE(MoveFileW(To_Wide(Path(u"held")).c_str(), To_Wide(Path(u"free")).c_str()));
-  std::thread scanner([&] {
-    Sleep(300);
-    holder.reset();
-  });
-  EXPECT_NO_THROW(Files().MoveFolder(Path(u"held"), Path(u"free")));
+TEST_F(Windows_Files_Test, What_Is_Held_For_A_Moment_Is_Renamed_And_Deleted_Once_It_Is_Let_Go) {
+  Machine.Plant_Folder(u"folder");
+  Machine.Plant(u"file", "x");
+  const auto release_soon = [](Owned_Handle holder) {
+    return std::thread([held = std::move(holder)]() mutable {
+      Sleep(300);
+      held.reset();
+    });
+  };
+  std::thread scanner = release_soon(Hold_Open(u"folder", GENERIC_READ));
+  EXPECT_NO_THROW(Files().MoveFolder(Path(u"folder"), Path(u"free")));
+  scanner.join();
+  scanner = release_soon(Hold_Open(u"file", GENERIC_READ));
+  EXPECT_NO_THROW(Files().DeleteFile(Path(u"file"), true));
   scanner.join();
   EXPECT_EQ(Machine.Names_In(u""), Names({u"free"}));
+}
+
+TEST_F(Windows_Files_Test, The_Name_Of_A_Deleted_File_Is_Free_While_Another_Program_Has_It_Open) {
+  Machine.Plant(u"a.w", "x");
+  const Owned_Handle indexer =
+      Hold_Open(u"a.w", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+  Files().DeleteFile(Path(u"a.w"), true);
+  EXPECT_EQ(Files().FindFile(Path(u"a.w")), nullptr);
+  Write(Path(u"a.w"), u"new", false);
+  EXPECT_EQ(Machine.Bytes(u"a.w"), "new");
 }
 
 TEST_F(Windows_Files_Test, Paths_Longer_Than_The_Old_Limit_Work_Throughout) {

@@ -8,10 +8,12 @@
 // that is made gets its own name as given.
 //
 // A file in the making has a name that begins with Temporary_Prefix, where it needs one before its
-// own. It outlives its maker only where the system cannot make a file without a name.
+// own; so has a file on its way to another volume or to its deletion, where the system needs it.
+// None outlives its operation unless the process is killed.
 //
 // Every operation that fails raises Failure; none reports a status. What is on disk is then as it
-// was before the operation.
+// was before the operation. The reason is a path, below the installation's root where it is in it,
+// and the system's words; of what does not exist it is the path as given.
 
 #pragma once
 
@@ -46,7 +48,8 @@ class Read_Stream {
 
 // A file being written. It appears under its name, complete, when Close returns, and not
 // before: a stream that is dropped without Close, a failure or the end of the process leaves
-// nothing of it, and an older file of that name as it was.
+// nothing of it, and an older file of that name as it was. After a loss of power an older file is
+// as it was or replaced as a whole; a new one is safe after Flush.
 class Write_Stream {
  public:
   virtual ~Write_Stream() = default;
@@ -115,15 +118,17 @@ class File {
   // mode is For_Reading, format is Format_Unicode.
   virtual std::unique_ptr<Read_Stream> OpenAsTextStream(int mode, int format) = 0;
 
-  // With force a read-only file goes too; without, it is a Failure.
+  // With force a read-only file goes too; without, it is a Failure. The name is free afterwards,
+  // though another program may have the file open, and other names of the file lead to it as it is.
   virtual void Delete(bool force) = 0;
 
-  // Moves the file to target_path, on another volume too. target_path must
-  // not exist. After a Failure the file is where it was and target_path is as it was. The two
-  // names never exist at once: across volumes the file first gives up its name to one of ours.
+  // Moves the file to target_path, on another volume too, with its mode and times. target_path must
+  // not exist. After a Failure the file is where it was and target_path is as it was. The two names
+  // never exist at once: across volumes the file first gives up its name to one of ours, when its
+  // content is safe from a loss of power on the other. The names are safe after Flush.
   virtual void Move(Text_View target_path) = 0;
 
-  // Copies the file to target_path, which must not exist. All or nothing.
+  // Copies the file to target_path, which must not exist, with its mode and times. All or nothing.
   virtual void Copy(Text_View target_path) = 0;
 
   // As Copy, but a file that has one name gets a second one, where the file system can: it costs no
@@ -138,7 +143,8 @@ class File {
   // As it is now. Failure: the file has gone.
   virtual File_State State() const = 0;
 
-  // Hands all bytes of the file to take, in pieces of at most 1 MB, from the first to the last.
+  // Hands all bytes of the file to take, from the first to the last, in pieces of at most 1 MB. All
+  // pieces but the last have one size, a multiple of 8.
   virtual void Read_Bytes(const std::function<void(std::string_view piece)>& take) const = 0;
 };
 
@@ -204,10 +210,12 @@ class File_System_Object {
   virtual void DeleteFolder(Text_View path) = 0;
 
   // Returns when the names in the folder and the content of its files are safe from a loss of
-  // power.
+  // power. Failure: the disk reports that it has lost something or is full. A file system that
+  // cannot flush, as some across a network, is no Failure.
   virtual void Flush(Text_View folder_path) = 0;
 
-  // Failure: another program holds the folder locked, or this one does already.
+  // Failure: another program holds the folder locked, or this one does already. Where the file
+  // system has no locks, the result is in force and holds nobody off.
   virtual std::unique_ptr<Folder_Lock> Lock(Text_View folder_path) = 0;
 };
 

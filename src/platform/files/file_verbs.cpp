@@ -4,6 +4,7 @@
 #include <exception>
 #include <random>
 
+#include "text/letter_case.h"
 #include "text/primitives.h"
 #include "text/utf8.h"
 
@@ -36,7 +37,9 @@ Text File_Verbs::Temporary_Beside(const Text& path) const {
 
 Failure File_Verbs::Refused(Text_View path, Text_View words) const {
   constexpr Text_View long_path = u"\\\\?\\";
-  const bool is_below_root = !Root.empty() && path.starts_with(Root);
+  // Where letter case does not count the program's path may have another than the disk.
+  const bool is_below_root =
+      !Root.empty() && Fold_Case(path.substr(0, Root.size())) == Fold_Case(Root);
   if (is_below_root) path.remove_prefix(Root.size());
   if (path.starts_with(long_path)) path.remove_prefix(long_path.size());
   Text shown(path);
