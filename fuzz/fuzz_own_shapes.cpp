@@ -8,14 +8,15 @@ using namespace rivelt;
 using namespace rivelt::fuzzing;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const Own_Numbers own{{}, Number_Set({-1, 0, 31, 500, 501})};
   const auto shape_id = [](Text_View name) {
     return name == u"k" || name == u"K" ? 31 : name == u"n" || name == u"N" ? 77 : -1;
   };
   const Input input = Read_Input(data, size);
+  const Moving_Ids shapes(Number_Set({-1, 0, 31, 500, 501}), Number_Set({31, 77, 1460}),
+                          Offset(input.Choice));
   const auto with = [&](const auto& rebase) -> Pass {
-    return [&](Text_View text, Outcome& outcome, const Log_Line& log) {
-      Put(rebase(Text(text), own, Offset(input.Choice), shape_id, log), outcome);
+    return [&](Text_View text, Outcome& outcome, const Log_Line&) {
+      Put(rebase(Text(text), shapes, shape_id), text, outcome);
     };
   };
   Require_Twins(input, with(Rebase_Own_Shapes), with(naive::Rebase_Own_Shapes));

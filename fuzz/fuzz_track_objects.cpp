@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   };
   const auto with = [&](const auto& check) -> Pass {
     return [&](Text_View text, Outcome& outcome, const Log_Line& log) {
-      Put(check(Text(text), {map_shape, shape_id}, log), outcome);
+      Put(check(Text(text), {map_shape, shape_id}, log), text, outcome);
     };
   };
   Require_Twins(Read_Input(data, size), with(Check_Track_Objects),

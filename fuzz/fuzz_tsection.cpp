@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto with = [&](const auto& rebase) -> Pass {
     return [&](Text_View text, Outcome& outcome, const Log_Line& log) {
       const auto done = rebase(Text(text), Offset(input.Choice), Offset(input.Choice / 8), log);
-      outcome.Output = done.Output;
+      outcome.Output = done.Output.value_or(Text(text));
       outcome.Numbers = {done.Section_Delta, done.Shape_Delta};
       for (const Number_Set& own : {done.Own.Sections, done.Own.Shapes}) {
         outcome.Numbers.insert(outcome.Numbers.end(), own.In_Order().begin(), own.In_Order().end());

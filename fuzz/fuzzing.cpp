@@ -33,9 +33,14 @@ Long Offset(unsigned choice) {
   return offsets[choice % 8];
 }
 
-void Put(const Passed_World& passed, Outcome& outcome) {
-  outcome.Output = passed.Output;
-  outcome.Numbers = {passed.Count};
+void Put(const Passed_World& passed, Text_View text, Outcome& outcome) {
+  outcome.Output = passed.Output.value_or(Text(text));
+  outcome.Numbers = {passed.Count, passed.Corrected, passed.Left};
+}
+
+void Put(const Renumbered_File& file, Text_View text, Outcome& outcome) {
+  outcome.Output = file.Output.value_or(Text(text));
+  outcome.Numbers = {file.Section_Count, file.Shape_Count, file.Taken_Count, file.Shared_Count};
 }
 
 Outcome Outcome_Of(const Pass& pass, Text_View text) {

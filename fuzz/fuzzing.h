@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+#include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "text/text.h"
 
@@ -39,7 +40,9 @@ struct Outcome {
   bool operator==(const Outcome&) const = default;
 };
 
-void Put(const Passed_World& passed, Outcome& outcome);
+// text is what the pass has read.
+void Put(const Passed_World& passed, Text_View text, Outcome& outcome);
+void Put(const Renumbered_File& file, Text_View text, Outcome& outcome);
 
 // A pass over a text, which puts its results into the outcome and hands its lines to the log.
 using Pass = std::function<void(Text_View, Outcome&, const Log_Line&)>;

@@ -25,25 +25,24 @@ Position Walk(const Text& text, Position open) {
   return 0;
 }
 
-// The value of a field that is one number and blanks around it.
-Double Only_Number(Text_View field) {
-  static const std::wregex form(
-      LR"re([ \t\r\n]*(&h[0-9a-f]+|&o[0-7]+|)re"
-      LR"re([+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([ed][+-]?[0-9]+)?)[ \t\r\n]*)re",
-      std::regex::icase);
-  if (!std::regex_match(std::wstring(field.begin(), field.end()), form)) throw Failure();
-  return Text_Value(field);
-}
-
 // Takes the section record at p, up to the blank after its number, off the rest.
 Double Take_Section(Position p, Text& rest, Text& output) {
   p = Find_Text(p, rest, u")");
   if (p == 0) throw Failure();
   output += Left_Text(rest, p);
   const Position q = Find_Text(p + 4, rest, u" ");
-  const Double id = Only_Number(Mid_Text(rest, p + 1, q - p));
+  const Text field(Mid_Text(rest, p + 1, q - p));
+  const Position end = Read_Number(field).End;
+  const auto matches = [](Text_View text, const wchar_t* form) {
+    const std::wregex regex(form, std::regex::icase);
+    return std::regex_search(std::wstring(text.begin(), text.end()), regex);
+  };
+  if (matches(Mid_Text(field, end + 1), L"[0-9]")) throw Failure();
+  // Whatever is between two digits of a number, a blank must not be.
+  if (matches(Left_Text(field, end), L"[0-9a-f][^ \\t\\r\\n]*[ \\t\\r\\n][\\s\\S]*[0-9a-f]"))
+    throw Failure();
   rest = Mid_Text(rest, q);
-  return id;
+  return Text_Value(field);
 }
 
 // Takes the section record at p off the rest if its number is a single digit between blanks.
@@ -59,11 +58,25 @@ bool Take_Single_Digit(Position p, Text& rest, Text& output) {
   return true;
 }
 
+// How many keywords among the first units of the text are followed by a "(" after their words.
+int Openings(const Text& text, std::size_t units) {
+  int count = 0;
+  for (Position p = 0; (p = Find_Text(p + 1, text, u"Dyntrack")) != 0;) {
+    auto i = static_cast<std::size_t>(p) - 1;
+    if (i >= units) break;
+    while (i < text.size() && Text_View(u" \t\r\n()\"").find(text[i]) == Text_View::npos) ++i;
+    while (i < text.size() && Blanks.find(text[i]) != Text_View::npos) ++i;
+    if (i < text.size() && text[i] == u'(') ++count;
+  }
+  return count;
+}
+
 }  // namespace
 
 Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserved_shapes,
                                  const Log_Line& log) {
   Rebased_Tsection result;
+  Text& output = result.Output.emplace();
   std::vector<Double> sections, shapes;
   const auto moved = [&](const Text& what, Double id, std::vector<Double>& own, Long reserved,
                          Long& delta) {
@@ -75,16 +88,17 @@ Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserve
     return Number_Text(id + delta);
   };
   while (const Position p = Find_Text(1, rest, u"SectionCurve")) {
-    const Double id = Take_Section(p, rest, result.Output);
-    result.Output += moved(u"SectionIdx", id, sections, reserved_sections, result.Section_Delta);
+    const Double id = Take_Section(p, rest, output);
+    output += moved(u"SectionIdx", id, sections, reserved_sections, result.Section_Delta);
   }
   Position p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
   const Double record_count = Text_Value(Mid_Text(rest, p + 1, 20));
   for (p = Find_Text(p, rest, u"TrackPath"); p > 0; p = Find_Text(1, rest, u"TrackPath")) {
     p = Find_Text(p, rest, u"(");
-    result.Output += Left_Text(rest, p);
+    output += Left_Text(rest, p);
     const Position q = Find_Text(p, rest, u")");
-    std::vector<Text> fields = Split_Text(Trim_Text(Mid_Text(rest, p + 1, q - p - 1)));
+    const auto found = Split_Text(Trim_Text(Mid_Text(rest, p + 1, q - p - 1)));
+    std::vector<Text> fields(found.begin(), found.end());
     if (fields.empty()) throw Failure();
     fields[0] =
         moved(u"ShapeIdx", Text_Value(fields[0]), shapes, reserved_shapes, result.Shape_Delta);
@@ -92,10 +106,10 @@ Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserve
       result.Path_Sections.push_back(Text_Value(fields[i]));
       fields[i] = Trim_Text(Number_Text(Text_Value(fields[i]) + result.Section_Delta));
     }
-    result.Output += Join_Text(fields);
+    output += Join_Text(fields);
     rest = u" " + Text(Mid_Text(rest, q));
   }
-  result.Output += rest;
+  output += rest;
   result.Own = {Number_Set(sections), Number_Set(shapes)};
   log(u"Total of " + Number_Text(record_count) + u" dynamic tracks");
   return result;
@@ -104,32 +118,31 @@ Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserve
 Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta,
                               const Log_Line& log) {
   Passed_World result;
+  Text& output = result.Output.emplace();
   while (Position p = Find_Text(1, rest, u"Dyntrack")) {
     ++result.Count;
-    const Position next = Find_Text(p + 8, rest, u"Dyntrack");
-    const std::size_t left_at_next = next == 0 ? 0 : Mid_Text(rest, next).size();
+    const Text before = rest.substr(static_cast<std::size_t>(p) - 1);
     bool has_single_digit = false;
     for (int i = 0; i < 5; ++i, p = 1) {
       p = Find_Text(p, rest, u"SectionCurve");
-      if (Take_Single_Digit(p, rest, result.Output)) {
+      if (Take_Single_Digit(p, rest, output)) {
         has_single_digit = true;
       } else {
-        const Double id = Take_Section(p, rest, result.Output);
-        result.Output += Number_Text(id == 4294967295.0 ? id : id + section_delta);
+        const Double id = Take_Section(p, rest, output);
+        output += Number_Text(id == 4294967295.0 ? id : id + section_delta);
       }
-      if (rest.size() <= left_at_next) throw Failure();
     }
     p = Find_Text(Find_Text(1, rest, u"SectionIdx"), rest, u"(");
     const Position q = Find_Text(p, rest, u")");
     const Double id = Text_Value(Mid_Text(rest, p + 1, q - p));
     const bool stays = has_single_digit && id < 0;
-    result.Output += Left_Text(rest, stays ? q - 1 : p);
-    if (!stays) result.Output += Number_Text(id + shape_delta) + u" ";
+    output += Left_Text(rest, stays ? q - 1 : p);
+    if (!stays) output += Number_Text(id + shape_delta) + u" ";
     rest = Mid_Text(rest, q);
-    if (rest.size() <= left_at_next) throw Failure();
+    if (Openings(before, before.size() - rest.size()) > 1) throw Failure();
   }
   log(Number_Text(result.Count) + u" dynamic tracks");
-  result.Output += rest;
+  output += rest;
   return result;
 }
 
@@ -198,8 +211,9 @@ std::optional<Text> Without(const Record& record) {
 
 Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log) {
   Passed_World result;
+  Text& output = result.Output.emplace();
   while (const Position p = Find_Text(1, rest, u"TrackObj")) {
-    result.Output += Left_Text(rest, p - 1);
+    output += Left_Text(rest, p - 1);
     rest = Mid_Text(rest, p);
     Record record = Read_Record(rest);
     const Text name = record.Left_End == 0 ? tables.Map_Shape(record.Name) : Text();
@@ -213,8 +227,9 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
       record.Left_End = end == 0 ? Position(rest.size() - record.Back.size() + 1) : end;
     }
     if (record.Left_End != 0) {
+      ++result.Left;
       log(u"Left a track object as it is, I cannot read it");
-      result.Output += Left_Text(rest, record.Left_End);
+      output += Left_Text(rest, record.Left_End);
       rest = Mid_Text(rest, record.Left_End + 1);
       continue;
     }
@@ -224,71 +239,75 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
     if (found_id == -1) {
       log(u"Unknown shape " + name + u", id " + Number_Text(old_id));
     } else if (new_id != old_id) {
+      ++result.Corrected;
       log(name + u" id: " + Number_Text(old_id) + u" -> " + Number_Text(new_id));
     }
     if (new_id != old_id || (found_id != -1 && name != record.Name)) ++result.Count;
     Text first = Number_Text(new_id) + u" ";
     Text second = u" " + name + u" ";
     if (record.Name_First) std::swap(first, second);
-    result.Output += record.Front + first + record.Middle + second;
+    output += record.Front + first + record.Middle + second;
     rest = record.Back;
   }
   log(Number_Text(result.Count) + u" track sections has been changed");
-  result.Output += rest;
+  output += rest;
   return result;
 }
 
 namespace {
 
-bool Has_Own_Shape(const Text& text, const Own_Numbers& own) {
+bool May_Concern(const Text& text, const Moving_Ids& shapes) {
   for (Position p = 0; (p = Find_Text(p + 1, text, u"SectionIdx")) != 0;) {
     const Position open = Find_Text(p, text, u"(");
-    if (open != 0 && own.Shapes.Has(Text_Value(Mid_Text(text, open + 1)))) return true;
+    const Double id = open == 0 ? 0.5 : Text_Value(Mid_Text(text, open + 1));
+    if (shapes.Own.Has(id) || shapes.Taken.Has(id)) return true;
   }
   return false;
 }
 
 }  // namespace
 
-Passed_World Rebase_Own_Shapes(Text rest, const Own_Numbers& own, Long shape_delta,
-                               const std::function<Long(Text_View)>& shape_id,
-                               const Log_Line& log) {
-  Passed_World result;
+Renumbered_File Rebase_Own_Shapes(Text rest, const Moving_Ids& shapes,
+                                  const Id_Of_Shape& shape_id) {
+  Renumbered_File result;
   const auto is_of_catalogue = [&](Text name, Double number) {
     const bool is_known = number != -1 && shape_id(name) == number;
     std::erase(name, Double_Quote);
     name = Trim_Text(name.substr(name.find_last_of(u"\\/") + 1));
     return is_known || (number != -1 && shape_id(name) == number);
   };
-  if (!Has_Own_Shape(rest, own)) return {rest, 0};
+  if (!May_Concern(rest, shapes)) return result;
+  Text& output = result.Output.emplace();
   while (const Position p = Find_Text(1, rest, u"TrackObj")) {
-    result.Output += Left_Text(rest, p - 1);
+    output += Left_Text(rest, p - 1);
     rest = Mid_Text(rest, p);
     const Record record = Read_Record(rest, false);
     if (record.Left_End != 0) {
-      result.Output += Left_Text(rest, record.Left_End);
+      output += Left_Text(rest, record.Left_End);
       rest = Mid_Text(rest, record.Left_End + 1);
       continue;
     }
     Text read(Left_Text(rest, static_cast<Position>(rest.size() - record.Back.size())));
     const Double id = Text_Value(record.Id);
-    if (Read_Number(record.Id).Has_Digits && own.Shapes.Has(id) &&
-        !is_of_catalogue(record.Name, id)) {
-      const Text old(Left_Text(record.Id, Read_Number(record.Id).End));
-      const std::size_t first = old.find_first_not_of(Blanks);
-      const std::size_t count = old.find_last_not_of(Blanks) + 1 - first;
-      const std::size_t start =
-          record.Name_First ? read.size() - record.Id.size() + 1 : record.Front.size();
-      read.replace(start + first, count, Trim_Text(Number_Text(id + shape_delta)));
-      ++result.Count;
+    const bool has_number = Read_Number(record.Id).Has_Digits;
+    if (has_number && shapes.Taken.Has(id)) ++result.Taken_Count;
+    if (has_number && shapes.Own.Has(id)) {
+      if (is_of_catalogue(record.Name, id)) {
+        ++result.Shared_Count;
+      } else {
+        const Text old(Left_Text(record.Id, Read_Number(record.Id).End));
+        const std::size_t first = old.find_first_not_of(Blanks);
+        const std::size_t count = old.find_last_not_of(Blanks) + 1 - first;
+        const std::size_t start =
+            record.Name_First ? read.size() - record.Id.size() + 1 : record.Front.size();
+        read.replace(start + first, count, Trim_Text(Number_Text(id + shapes.Delta)));
+        ++result.Shape_Count;
+      }
     }
-    result.Output += read;
+    output += read;
     rest = record.Back;
   }
-  if (result.Count > 0) {
-    log(Number_Text(result.Count) + u" track objects of the route's own shapes");
-  }
-  result.Output += rest;
+  output += rest;
   return result;
 }
 
@@ -326,6 +345,16 @@ std::vector<Piece> Pieces_Of(const Text& text) {
   return pieces;
 }
 
+// The value of a field that is one number and blanks around it.
+Double Only_Number(Text_View field) {
+  static const std::wregex form(
+      LR"re([ \t\r\n]*(&h[0-9a-f]+|&o[0-7]+|)re"
+      LR"re([+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([ed][+-]?[0-9]+)?)[ \t\r\n]*)re",
+      std::regex::icase);
+  if (!std::regex_match(std::wstring(field.begin(), field.end()), form)) throw Failure();
+  return Text_Value(field);
+}
+
 // The fields of the block whose keyword is at the index, which then is at its ")".
 std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& index) {
   if (pieces[++index].Units != u"(") throw Failure();
@@ -339,19 +368,19 @@ std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& inde
 
 }  // namespace
 
-Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own, Long section_delta,
-                                       Long shape_delta) {
-  Rebased_Database result{text};
-  const auto move = [&](const Piece& field, const Number_Set& own_ids, Long delta, Long& count) {
+Renumbered_File Rebase_Track_Database(const Text& text, const Moving_Ids& sections,
+                                      const Moving_Ids& shapes) {
+  Renumbered_File result;
+  Text& output = result.Output.emplace(text);
+  const auto move = [&](const Piece& field, const Moving_Ids& ids, Long& count) {
     const Double id = Only_Number(field.Units);
-    if (!own_ids.Has(id)) return;
+    if (ids.Taken.Has(id)) ++result.Taken_Count;
+    if (!ids.Own.Has(id)) return;
     ++count;
-    result.Output.replace(field.At + result.Output.size() - text.size(), field.Units.size(),
-                          Trim_Text(Number_Text(id + delta)));
+    output.replace(field.At + output.size() - text.size(), field.Units.size(),
+                   Trim_Text(Number_Text(id + ids.Delta)));
   };
-  const auto move_shape = [&](const Piece& field) {
-    move(field, own.Shapes, shape_delta, result.Shape_Count);
-  };
+  const auto move_shape = [&](const Piece& field) { move(field, shapes, result.Shape_Count); };
   const std::vector<Piece> pieces = Pieces_Of(text);
   std::size_t i = 0;
   while (pieces[i].Units != u"TRACKDB") {
@@ -373,7 +402,7 @@ Rebased_Database Rebase_Track_Database(const Text& text, const Own_Numbers& own,
     }
     if (size % 16 != 1 || Only_Number(fields[0].Units) * 16 != Double(size - 1)) throw Failure();
     for (std::size_t j = 1; j < size; j += 16) {
-      move(fields[j], own.Sections, section_delta, result.Section_Count);
+      move(fields[j], sections, result.Section_Count);
       move_shape(fields[j + 1]);
     }
   }

@@ -401,7 +401,7 @@ Whole_Route_Leads_Every_Reference_To_Where_It_Led() {
     references "$route" wanted
     expect_line wanted 0
     ends 0 update "$route" --whole-route --yes
-    expect_no_part err "behind"
+    expect_no_part out behind
     references "$route" found
     expect_same wanted found
   done
@@ -418,13 +418,13 @@ Whole_Route_Leads_Every_Reference_To_Where_It_Led() {
 
 An_Update_Without_The_Whole_Route_Says_What_Stays_Behind_And_It_Leads_To_Nowhere() {
   sample
-  local moves="76 of the route's own numbers in its track databases and 12 track objects"
   for command in check 'update --yes'; do
     # shellcheck disable=SC2086 # it is words
-    ends 0 $command Ambrewick --log log.txt
-    expect_line err "Stays behind: $moves; --whole-route moves them."
-    expect_no_part log.txt behind
+    ends 0 $command Ambrewick
+    expect_line out "Stays behind:  76 numbers in track databases, 12 track objects" \
+      "Only converting the route as a whole moves them"
   done
+  expect_line out "To move what stays behind, restore the backup first"
   ends 1 references ambrewick
   expect_line err "Binary, and passed over: World\\w-005351+014852.w"
   expect_part out $'365 to the catalogue\t0 to the route\'s own\t12 to nowhere'
@@ -433,7 +433,7 @@ An_Update_Without_The_Whole_Route_Says_What_Stays_Behind_And_It_Leads_To_Nowhere
   # Nothing moves any more, and of another route nothing has to.
   for route in Ambrewick "Brenn Valley Line"; do
     cli check "$route"
-    expect_empty err
+    expect_no_part out behind
   done
 }
 
@@ -446,14 +446,24 @@ What_A_Route_Lacks_Or_Nobody_Can_Read_Is_Told() {
   ends 0 references Hestbeck
   head -c 5001 before/Routes/Hestbeck/Hestbeck.tdb >"$route/Hestbeck.tdb"
   ends 1 references Hestbeck
-  expect_line err "Could not read a file of the route: Hestbeck.tdb"
+  expect_part err "Could not read a file of the route: Hestbeck.tdb, line "
   expect_empty out
   ends 0 check Hestbeck
-  expect_part err "This route has a catalogue of its own in OpenRails, which"
-  expect_line err "Cannot tell what stays behind, because of Hestbeck.tdb"
-  rm -r "$route/openrails" "$route/Hestbeck.tdb"
+  expect_line out "Open Rails reads this route's own catalogue, not the global one" \
+    "I cannot read the track database Hestbeck.tdb"
+  rm -r "$route/openrails"
+  # The only one is the one, whatever its name.
+  cp before/Routes/Hestbeck/Hestbeck.tdb "$route/Other.TDB"
+  ends 1 check Hestbeck --whole-route
+  expect_line out "Had problems reading the track database!"
+  rm "$route/Hestbeck.tdb"
   ends 0 check Hestbeck --whole-route
-  expect_line out "No track database: Hestbeck.tdb"
+  expect_line out "Other.TDB"
+  mv "$route/Other.TDB" other
+  ends 1 check Hestbeck --whole-route
+  expect_line out "No track database!"
+  ends 1 references Hestbeck
+  expect_line err "No track database!"
   ends 2 references nowhere
 }
 

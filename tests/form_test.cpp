@@ -294,11 +294,15 @@ TEST_F(Whole_Conversion,
   Window.Press(cmdCheck);
   EXPECT_EQ(Train.Staged(), (Lines{u"tsection.dat", u"w-1.w"}));
   EXPECT_EQ(Train.Content(u"Quenby\\tmp\\route\\left over.tdb"), u"old");
-  EXPECT_EQ(Window.Log().find(u"databases"), Text::npos);
+  const Text with_objects = Passes + u"\nworld\\w-5.w\n 0 dynamic tracks\n";
+  EXPECT_EQ(Log(), Checking + with_objects +
+                       u"\nStays behind:  3 numbers in track databases, 1 track objects\n"
+                       u"Only converting the route as a whole moves them\n" +
+                       Two_Staged + Look_Over);
+  EXPECT_TRUE(Window.Form().Findings().Stays_Behind());
   Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
-  const Text whole = Checking + Passes +
-                     u"\nworld\\w-5.w\n 0 dynamic tracks\n"
+  const Text whole = Checking + with_objects +
                      u" 1 track objects of the route's own shapes\n\n"
                      u"THE LINE.tdb\n 1 section numbers, 2 shape numbers\n\n"
                      u" 3 updated files are in Quenby\\tmp\n"
@@ -326,17 +330,55 @@ TEST_F(Whole_Conversion,
             Small_Local);
 }
 
-TEST_F(Whole_Conversion, Stages_Nothing_If_The_Local_File_Cannot_Be_Staged_Or_Is_In_Line) {
+TEST_F(Whole_Conversion, Moves_Nothing_If_The_Local_File_Cannot_Be_Staged_Or_Is_In_Line) {
   Train.Put(u"Quenby\\tmp\\tsection.dat\\in the way", u"");
-  Window.Toggle_Whole_Route();
   Window.Press(cmdCheck);
+  EXPECT_TRUE(Log().ends_with(No_Update)) << To_Utf8(Log());
   EXPECT_EQ(Train.Staged(), Lines{});
   Train.Disk.Remove(u"\\train\\Quenby\\tmp\\tsection.dat");
+  Window.Toggle_Whole_Route();
   // The binary file is no failure where nothing has to move.
   Train.Put(u"routes\\A\\tsection.dat", Moved_Local).Put(u"routes\\A\\world\\w-9.w", u"JINX0w0b");
   Window.Select(optDynamic_1);
   Window.Press(cmdCheck);
   EXPECT_TRUE(Log().starts_with(Checking) && Log().ends_with(No_Update)) << To_Utf8(Log());
+}
+
+TEST_F(Whole_Conversion, What_Stays_Or_Gets_Mixed_Is_Told_And_Numbers_Move_If_Only_One_Kind_Does) {
+  Train.Put(u"routes\\A\\other.TDB", u"").Put(u"routes\\A\\The Line.rdb", u"not of the form");
+  Train.Put(u"routes\\A\\OpenRails\\tsection.dat", u"");
+  Window.Press(cmdCheck);
+  const Text told =
+      u"\nI cannot read the track database The Line.rdb\n"
+      u"Open Rails reads this route's own catalogue, not the global one\n"
+      u"\nStays behind:  3 numbers in track databases, 1 track objects\n";
+  EXPECT_NE(Log().find(told), Text::npos) << To_Utf8(Log());
+  Train.Disk.Remove(u"\\train\\routes\\A\\OpenRails");
+  Train.Disk.Remove(u"\\train\\routes\\A\\The Line.rdb");
+
+  // Only the sections move.
+  Train.Put(u"routes\\A\\tsection.dat",
+            u"SectionCurve ( 0 ) 300 10 SectionIdx ( 1 TrackPath ( 500 1 300 )");
+  Window.Toggle_Whole_Route();
+  Window.Press(cmdCheck);
+  EXPECT_NE(Log().find(u"\n 1 section numbers, 0 shape numbers\n"), Text::npos) << To_Utf8(Log());
+
+  // Only the shapes move. The database refers to 500, which nobody declares.
+  Train.Put(u"routes\\A\\tsection.dat",
+            u"SectionCurve ( 0 ) 400 10 SectionIdx ( 1 TrackPath ( 31 1 400 )");
+  Train.Put(u"routes\\A\\THE LINE.tdb", Small_Database(u"300", u"500"));
+  Train.Put(u"routes\\A\\world\\w-1.w",
+            u"Tr_Worldfile ( TrackObj ( SectionIdx ( 31 ) FileName ( a.s ) ) "
+            u"TrackObj ( SectionIdx ( 31 ) FileName ( keep.s ) ) )");
+  Window.Select(optDynamic_1);
+  Window.Press(cmdCheck);
+  const Text careful =
+      u"Careful:  2 undeclared numbers will lead to the moved track\n"
+      u"Careful:  1 track objects have a number of the catalogue that is the route's own, too\n";
+  EXPECT_NE(Log().find(careful), Text::npos) << To_Utf8(Log());
+  EXPECT_NE(Train.Content(u"Quenby\\tmp\\w-1.w").find(u"( 500 ) FileName ( a.s )"), Text::npos);
+  EXPECT_EQ(Window.Form().Findings().Unknown_Objects, 3);
+  EXPECT_EQ(Window.Form().Findings().Unknown_Shapes.size(), 3u);
 }
 
 TEST_F(Whole_Conversion, What_Stops_The_Program_Moves_Nothing) {
@@ -358,6 +400,13 @@ TEST_F(Whole_Conversion, What_Stops_The_Program_Moves_Nothing) {
        put(u"routes\\A\\THE LINE.tdb", u"TrackDB ( TrVectorSections ( 1 7 ) )")},
       {u"A world file is binary, please convert it to text with ffedit!",
        put(u"routes\\A\\world\\w-9.w", u"JINX0w0b")},
+      {u"No track database!",
+       [](Installation& train, Memory_Window&) {
+         train.Disk.Remove(u"\\train\\routes\\A\\THE LINE.tdb");
+         train.Put(u"routes\\A\\a.tdb", u"").Put(u"routes\\A\\b.tdb", u"");
+       }},
+      {u"Had problems reading the route's tsection.dat!",
+       put(u"routes\\A\\tsection.dat", u"in another encoding")},
       {u"This route has a catalogue of its own in OpenRails!",
        put(u"routes\\A\\OpenRails\\tsection.dat", u"")},
   };
@@ -373,7 +422,7 @@ TEST_F(Whole_Conversion, What_Stops_The_Program_Moves_Nothing) {
       window.Press(command);
       EXPECT_TRUE(window.Log().starts_with(Concatenate({message, u"\r\n", Standard_Line})))
           << To_Utf8(window.Log());
-      EXPECT_EQ(train.Content(u"routes\\A\\tsection.dat"), Small_Local) << To_Utf8(message);
+      EXPECT_NE(train.Content(u"routes\\A\\tsection.dat"), Moved_Local) << To_Utf8(message);
     }
   }
 }
@@ -447,6 +496,7 @@ TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_T
   const Text no_file = u"No tsection.dat, seems like this route does not use dynamic tracks.\n";
   EXPECT_EQ(Log(), checking + u"Local tsection.dat\nSectionIdx changed:  300 ->  400\n" + no_file +
                        world + No_Update);
+  EXPECT_EQ(Window.Form().Reason(), u"tsection.dat, line 1: no \"SectionIdx\"");
   Train.Disk.Remove(u"\\train\\routes\\B\\tsection.dat");
   for (const Text_View route : {u"A", u"B"}) {
     Window.Pick(cmbRoutes, route);

@@ -9,8 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "catalogue/catalogue_numbers.h"
-#include "catalogue/catalogue_text.h"
+#include "catalogue/catalogue.h"
 #include "convert/count_references.h"
 #include "convert/rebase_tsection.h"
 #include "convert/track_database.h"
@@ -58,7 +57,7 @@ void Expect_Changes(const Pass& pass, Text_View marked, Long count,
   Lines lines;
   const Change world(marked);
   const Passed_World passed = pass(world.Before, Into(lines));
-  EXPECT_EQ(passed.Output, world.After);
+  EXPECT_EQ(passed.Output.value_or(world.Before), world.After);
   EXPECT_EQ(passed.Count, count);
   if (logged) {
     EXPECT_EQ(lines, *logged);
@@ -99,26 +98,39 @@ TEST(Catalogue_Version, Is_Between_Build_And_The_Next_Bracket) {
   EXPECT_THROW(Catalogue_Version(u"Build 1"), Failure);
 }
 
-TEST(Read_Count, Reads_After_The_Keyword_And_Leaves_The_Rest) {
-  Text_View rest = u"x tracksections ( 2.5\r\nTrackSection ( 0";
-  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 2);
-  EXPECT_EQ(rest, u" 2.5\r\nTrackSection ( 0");
-  rest = u"7 TrackSections";  // no "(": the whole text stays
-  EXPECT_EQ(Read_Count(rest, u"TrackSections"), 7);
-  for (Text_View refused : {u"TrackSection ( 1", u"TrackSections ( 2147483648"}) {
-    EXPECT_THROW(Read_Count(refused, u"TrackSections"), Failure);
-  }
-}
-
 using Shapes = std::vector<std::pair<Long, Text>>;
 
-Shapes Shapes_Of(Text_View text) {
-  Shapes shapes;
-  Read_Shapes(text, [&](Long id, Text_View name) { shapes.emplace_back(id, name); });
-  return shapes;
+Catalogue Read_Into(Shapes& shapes, Text_View text) {
+  return Read_Catalogue(text, [&](Long id, Text_View name) { shapes.emplace_back(id, name); });
 }
 
-TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
+TEST(Read_Catalogue, Reads_Counts_And_Every_Id_Outside_Its_Comments) {
+  Shapes shapes;
+  const Catalogue catalogue = Read_Into(
+      shapes,
+      u" _INFO ( TrackSection ( 9 ) ) x tracksections ( 2.5\r\nTrackSection ( 1 SectionSize ( 5 6 "
+      u") )"
+      u" tracksection\r\n(0 ) TrackSection ( x ) TrackSection 8 ( 8 ) TrackSection ( 1e999 ) )"
+      u" TrackShapes ( 30 _SKIP ( TrackShapes ( 7 ) )"
+      u" TrackShape ( 3 FileName ( a.s ) ) TrackShape ( 4 FileName ( A.s ) )"
+      u" TrackShape ( 2 NumPaths ( 1 ) FileName ( TrackShape.s ) SectionIdx ( 1 7 ) ) TrackShape");
+  EXPECT_EQ(catalogue.Reserved_Sections, 2);
+  EXPECT_EQ(catalogue.Reserved_Shapes, 30);
+  EXPECT_EQ(shapes, (Shapes{{3, u"a.s"}, {4, u"A.s"}}));
+  EXPECT_EQ(catalogue.Declared.Sections.In_Order(), (std::vector<Long>{0, 1}));
+  EXPECT_EQ(catalogue.Declared.Shapes.In_Order(), (std::vector<Long>{2, 3, 4}));
+  const auto read = [&](Text_View text) { Read_Into(shapes, text); };
+  EXPECT_EQ(Read_Into(shapes, u"7 TrackSections TrackShapes").Reserved_Sections, 7) << "no (";
+  Expect_Refused(read, {u"TrackSection ( 1", u"TrackSections ( 2147483648 TrackShapes ( 1",
+                        u"TrackShapes ( 1 TrackSections ( 1"});
+}
+
+TEST(Read_Catalogue, Takes_Records_With_Their_Name_In_The_First_Bracket) {
+  const auto shapes_of = [](Text_View records) {
+    Shapes shapes;
+    Read_Into(shapes, u"TrackSections ( 1 TrackShapes ( " + Text(records));
+    return shapes;
+  };
   const std::pair<Text_View, Shapes> cases[] = {
       {u" 20 TrackShape ( 7 FileName ( \" a b.s \" ) Other ( 1 ) )", {{7, u"a b.s"}}},
       {u"trackshape ( 8 Other ( 1 ) FILENAME ( b.s ) ) TrackShape(9 filename(c.s))", {{9, u"c.s"}}},
@@ -130,12 +142,11 @@ TEST(Read_Shapes, Takes_Records_With_Their_Name_In_The_First_Bracket) {
       {u"TrackShape ( 1 )", {}},
       {u"TrackShape ( 1 FileName ( TrackShape ( 2 ) FileName ( x.s ) )", {{1, u"TrackShape ( 2"}}},
   };
-  for (const auto& [source, found] : cases) EXPECT_EQ(Shapes_Of(source), found) << To_Utf8(source);
-  EXPECT_THROW(Shapes_Of(u"TrackShape ( 3000000000 FileName ( a.s ) )"), Failure);
-  // Records that one bracket closes, so that each has the whole rest for a name.
+  for (const auto& [source, found] : cases) EXPECT_EQ(shapes_of(source), found) << To_Utf8(source);
+  // In the last one each record has the whole rest for a name.
   Text nested;
   for (int i = 0; i < 2000; ++i) nested += u"TrackShape ( 1 FileName ( ";
-  EXPECT_THROW(Shapes_Of(nested + u")"), Failure);
+  Expect_Refused(shapes_of, {u"TrackShape ( 3000000000 FileName ( a.s ) )", nested + u")"});
 }
 
 // Section records with their number fields, as in a local catalogue.
@@ -162,12 +173,16 @@ TEST(Rebase_Tsection, A_Whole_File_And_The_Parts_That_One_May_Lack) {
       {u"SectionIdx ( 1 TrackPath ( {800|900} 1 7 )", 0, 100},
       {u"SectionIdx ( 1 TrackPath ( {800|900} 1 {|0} 3 )", 0, 100},
       {u"SectionCurve ( 1 ) 2000 0 SectionIdx ( 1 TrackPath ( 900 1 2000 )", 0, 0},
+      {Section_Records({u" {1900,|2000}", u" {1901word)|2001}", u"{ - 5| 95}", u" {word|100}",
+                        u" {&H|100}", u"{   | 100}  7", u" {. 5|100.5}", u" {5 word|105}"}) +
+           u"SectionIdx (",
+       100, 0},
       {u"TrackPath ( 800 ) SectionIdx ( 1 )", 0, 0},
   };
   for (const auto& [marked, section_delta, shape_delta] : cases) {
     const Change file(marked);
     const Rebased_Tsection rebased = Rebase_Tsection(file.Before, 2000, 900, No_Log);
-    EXPECT_EQ(rebased.Output, file.After) << To_Utf8(marked);
+    EXPECT_EQ(rebased.Output.value_or(file.Before), file.After) << To_Utf8(marked);
     EXPECT_EQ(rebased.Section_Delta, section_delta) << To_Utf8(marked);
     EXPECT_EQ(rebased.Shape_Delta, shape_delta) << To_Utf8(marked);
   }
@@ -183,15 +198,15 @@ TEST(Rebase_Tsection, Texts_Of_Another_Form_Are_Refused) {
                                u"SectionIdx ( 1 TrackPath (  )",
                                u"SectionIdx ( 1 TrackPath ( -3000000000 1 )",
                                u"SectionCurve 1 2000 SectionIdx ("};
-  for (const Text_View field : {u" 5 10", u"      1900", u" word 1900", u" - ", u" &H", u" &O8",
-                                u" . ", u" &HFG", u" 1900)", u" 4294967295"}) {
+  for (const Text_View field : {u" 5 10", u" 1900\t0", u" 190,1", u" &HF\tF", u" 1e\t5", u" 5.\t5",
+                                u" &O8", u" 1900x7", u" 4294967295", u" 1e999"}) {
     refused.push_back(Section_Records({field}) + u"SectionIdx ( 0");
   }
   Expect_Refused([](Text_View text) { Rebase_Tsection(text, 2000, 900, No_Log); }, refused);
 }
 
 Text Dyntrack(Text_View first_number, Text_View last_number, Text_View reference) {
-  Text text = u"DynTrack ( Elevation ( 2.34185e-38 ) ";
+  Text text = u"DynTrack ( Comment ( my dyntrack ) Elevation ( 2.34185e-38 ) ";
   const Text_View unused = u" 4294967295 ";
   for (const Text_View number : {first_number, unused, unused, unused, last_number}) {
     text += Concatenate({u"SectionCurve ( 0 )", number, u"10 0\r\n"});
@@ -216,9 +231,10 @@ TEST(Rebase_Dyntracks, Section_Numbers_And_References_Of_Every_Form) {
   };
   for (const auto& [section, reference] : cases) {
     const Text_View other = u" SectionCurve ( 0 ) 99 1 ";
-    const Text world = Concatenate(
-        {other, Dyntrack(section, u" {99|199} ", reference), u" Y ( -1 ) SectionIdx ( 7 ) )",
-         Dyntrack(u"{  099| 199} ", u" {99|199} ", u"( {40|80} )"), other});
+    const Text world =
+        Concatenate({other, u"FileName ( \"dyntracks\" ) ",
+                     Dyntrack(section, u" {99|199} ", reference), u" Y ( -1 ) SectionIdx ( 7 ) )",
+                     Dyntrack(u"{  099| 199} ", u" {99|199} ", u"( {-1|39} )"), other});
     Expect_Changes(pass, world, 2, Lines{u" 2 dynamic tracks"});
   }
 }
@@ -227,14 +243,11 @@ TEST(Rebase_Dyntracks, A_Track_That_Is_Cut_Short_Or_Runs_Into_The_Next_Is_Refuse
   const auto dyntrack = [](Text_View first) { return Dyntrack(first, u" 4294967295 ", u"( 40 )"); };
   const Text track = dyntrack(u" 512 ");
   std::vector<Text> refused = {
-      u"Dyntrack " + track,                                         // the next one's records
+      u"Dyntrack ( " + track,                                       // the next one's records
       Replace_Text(track, u"SectionIdx", u"SectionIndex") + track,  // the next one's reference
       Replace_Text(track, u"( 40 )", u"( 40 ") + u" Dyntrack )",
       dyntrack(u"5 "),
-      dyntrack(u"     "),
-      dyntrack(u" 512) "),
-      dyntrack(u" &H "),
-      u"Dyntrack SectionCurve ( 0 ) 0 Dyntrack " + track.substr(8),  // the next one's records
+      u"MyDyntracks( SectionCurve ( 0 ) 0 " + track,
       Replace_Text(track, u"SectionIdx (", u"SectionIdx "),
   };
   for (std::size_t length = 8; length < track.size() - 2; ++length) {
@@ -331,15 +344,18 @@ TEST(Track_Objects, Removal_Walks_The_Record_Without_Its_Old_Id_And_Name) {
   }
 }
 
-const Own_Numbers Own{Number_Set({1900, 1901, 2.5, 3e9}), Number_Set({501, 500, 500, 0})};
+const Declared_Ids Own{Number_Set({1900, 1901, 2.5, 3e9}), Number_Set({501, 500, 500, 0})};
+const Declared_Ids Of_Catalogue{Number_Set({1, 1900, 2000}), Number_Set({7, 500, 541})};
+const Moving_Ids Sections(Own.Sections, Of_Catalogue.Sections, 100);
+const Moving_Ids Moving_Shapes(Own.Shapes, Of_Catalogue.Shapes, 40);
 const auto Shape_Id = Shape_Ids({{u"keep.s", 500}, {u"new.s", 7}});
 
-Passed_World Rebase_World(Text_View text, const Log_Line& log) {
-  return Rebase_Own_Shapes(Text(text), Own, 40, Shape_Id, log);
+Passed_World Rebase_World(Text_View text, const Log_Line&) {
+  const Renumbered_File file = Rebase_Own_Shapes(text, Moving_Shapes, Shape_Id);
+  return {file.Output, file.Shape_Count};
 }
 
 TEST(Rebase_Own_Shapes, Only_The_Digits_Of_Own_Shapes_Change) {
-  const Lines two{u" 2 track objects of the route's own shapes"};
   for (const Text_View record : {
            u"( SectionIdx ({500|540}) FileName ( DynaTrax-500.s ) )",
            u"( FileName (a.s) X ( 1 ) sectionidx\r\n(\t{00501|541} \r\n) )",
@@ -358,8 +374,23 @@ TEST(Rebase_Own_Shapes, Only_The_Digits_Of_Own_Shapes_Change) {
        }) {
     const bool moves = record.find(u'{') != Text::npos;
     const Text world = Concatenate({u"( TrackObj ", record, u"\r\n TrackObj ", record, u" )"});
-    Expect_Changes(Rebase_World, world, moves ? 2 : 0, moves ? two : Lines{});
+    Expect_Changes(Rebase_World, world, moves ? 2 : 0, Lines{});
   }
+}
+
+TEST(Rebase_Own_Shapes, Counts_What_The_Catalogue_Shares_And_What_Nobody_Has_Declared) {
+  Text world;
+  for (const Text_View object : {u"500) FileName (keep.s", u"540) FileName (x", u"541) FileName (x",
+                                 u"40) FileName (x", u"500) FileName (x"}) {
+    world += Concatenate({u"TrackObj ( SectionIdx (", object, u") ) "});
+  }
+  const Renumbered_File file = Rebase_Own_Shapes(world, Moving_Shapes, Shape_Id);
+  EXPECT_EQ(file.Shape_Count, 1);
+  EXPECT_EQ(file.Shared_Count, 1);
+  EXPECT_EQ(file.Taken_Count, 2);
+  const Text database = u"TrackDB ( TrJunctionNode ( 0 540 0 ) TrJunctionNode ( 0 2001 0 ) )";
+  EXPECT_EQ(Rebase_Track_Database(database, Sections, Moving_Shapes).Taken_Count, 1);
+  EXPECT_EQ(Rebase_Track_Database(database, Sections, {}).Taken_Count, 0) << "they do not move";
 }
 
 TEST(Track_Objects, What_No_Later_Text_Completes_Is_Refused_By_Both_Passes) {
@@ -381,6 +412,39 @@ TEST(Track_Objects, What_No_Later_Text_Completes_Is_Refused_By_Both_Passes) {
   Expect_Refused(check, {u"TrackObj ( SectionIdx ( 1 ) )", u"TrackObj ( FileName ( a.s ) )",
                          u"TrackObj ( SectionIdx ( 1 ) FileName ( gone.s )",
                          u"TrackObj ( SectionIdx ) TrackObj"});
+}
+
+TEST(Reasons, Name_The_Line_And_What_Is_Missing_There) {
+  const auto dyntracks = [](Text_View text) { Rebase_Dyntracks(text, 1, 1, No_Log); };
+  const auto tsection = [](Text_View text) { Rebase_Tsection(text, 1, 1, No_Log); };
+  const auto objects = [](Text_View text) { Check(text, No_Log); };
+  const auto database = [](Text_View text) { Rebase_Track_Database(text, {}, {}); };
+  const auto catalogue = [](Text_View text) { Read_Catalogue(text, [](Long, Text_View) {}); };
+  const struct {
+    std::function<void(Text_View)> Read;
+    Text_View Source, Reason;
+  } cases[] = {
+      {dyntracks, u"\r\nDyntrack (\r\nSectionCurve ( 0 ) 512 1\r\n)",
+       u"line 3: no \"SectionCurve\" after the \"Dyntrack\" of line 2"},
+      {tsection, u"SectionCurve ( 1 ) 5 1 ",
+       u"line 1: more than one number after the \"SectionCurve\""},
+      {tsection, u"SectionIdx ( 1\nTrackPath ( 3e9 1 )", u"line 2: -2999999999 is out of range"},
+      {objects, u"\n\nTrackObj ( SectionIdx ( 1 )",
+       u"line 3: no \"FileName\" after the \"TrackObj\""},
+      {database, u"TrackDB (\nTrJunctionNode ( 0 x ) )", u"line 2: \"x\" is not a number"},
+      {database, u"TrackDB (\n", u"line 2: the text ends too early"},
+      {Route_Display_Name, u"\nName ( a", u"line 2: no \")\" after the \"Name\""},
+      {catalogue, u"_INFO (\n)\nTrackSections ( 1 )", u"line 3: no \"TrackShapes\""},
+      {catalogue, u"_SKIP ( ) _INFO ( )\n_INFO (", u"line 2: no \")\" closes a block"},
+  };
+  for (const auto& [read, source, reason] : cases) {
+    try {
+      read(source);
+      ADD_FAILURE() << To_Utf8(source);
+    } catch (const Failure& failure) {
+      EXPECT_EQ(To_Utf8(failure.Reason()), To_Utf8(reason));
+    }
+  }
 }
 
 // The fields of a vector section after its two ids.
@@ -413,8 +477,8 @@ TEST(Rebase_Track_Database, Only_The_Digits_Of_Own_Numbers_Change) {
   };
   for (const auto& [nodes, sections, shapes] : cases) {
     const Change database(Database(nodes));
-    const Rebased_Database rebased = Rebase_Track_Database(database.Before, Own, 100, 40);
-    EXPECT_EQ(rebased.Output, database.After) << To_Utf8(nodes);
+    const Renumbered_File rebased = Rebase_Track_Database(database.Before, Sections, Moving_Shapes);
+    EXPECT_EQ(rebased.Output.value_or(database.Before), database.After) << To_Utf8(nodes);
     EXPECT_EQ(rebased.Section_Count, sections) << To_Utf8(nodes);
     EXPECT_EQ(rebased.Shape_Count, shapes) << To_Utf8(nodes);
   }
@@ -442,7 +506,8 @@ TEST(Rebase_Track_Database, What_Is_Cut_Or_Not_Of_The_Form_Is_Refused) {
                                 u") TrJunctionNode ( 0 500 0 ) (", u") TrVectorSections ( 0 ) ("}) {
     refused.push_back(Database(nodes));
   }
-  Expect_Refused([](Text_View text) { Rebase_Track_Database(Text(text), Own, 100, 40); }, refused);
+  Expect_Refused([](Text_View text) { Rebase_Track_Database(text, Sections, Moving_Shapes); },
+                 refused);
 }
 
 TEST(Trk_Database_Name, Is_A_Plain_Name_In_The_First_FileName_Of_Its_Own) {
@@ -464,23 +529,13 @@ TEST(Trk_Database_Name, Is_A_Plain_Name_In_The_First_FileName_Of_Its_Own) {
   }
 }
 
-TEST(Read_Catalogue_Numbers, Every_Id_Of_A_Record_Counts) {
-  const Catalogue_Numbers numbers = Read_Catalogue_Numbers(
-      u" _INFO ( TrackSection ( 9 ) ) TrackSections ( 40 TrackSection ( 1 SectionSize ( 5 6 ) )"
-      u" tracksection\r\n(0 ) TrackSection ( x ) TrackSection 8 ( 8 ) ) TrackShapes ( 30"
-      u" TrackShape ( 3 FileName ( a.s ) ) TrackShape ( 4 FileName ( A.s ) )"
-      u" TrackShape ( 2 NumPaths ( 1 ) FileName ( TrackShape.s ) SectionIdx ( 1 7 ) ) TrackShape");
-  EXPECT_EQ(numbers.Sections.In_Order(), (std::vector<Long>{0, 1}));
-  EXPECT_EQ(numbers.Shapes.In_Order(), (std::vector<Long>{2, 3, 4}));
-}
-
 TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Numbers) {
   Reference_Counter counter({Number_Set({1, 1900}), Number_Set({7, 500})}, Own, Shape_Id);
   Text world;
   for (const Text_View object :
        {u"(9) FileName (keep.s", u"(7) FileName (\"a\\new.s\"", u"(9) FileName (\"new.s\"",
-        u"(500) FileName (x.s", u"(7) FileName (x.s", u"(8.5) FileName (x.s", u"(-1) FileName (x.s",
-        u"(2) FileName (x.s"}) {
+        u"(500) FileName (X.s", u"(500) FileName (x.s", u"(7) FileName (x.s",
+        u"(8.5) FileName (x.s", u"(-1) FileName (x.s", u"(2) FileName (x.s"}) {
     world += Concatenate({u"TrackObj ( SectionIdx ", object, u") ) "});
   }
   counter.Count_World_File(u"w.w", world + Dyntrack(u" 1900 ", u" 99 ", u"( 501 )") +
@@ -491,10 +546,12 @@ TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Nu
                                              u") TrJunctionNode ( 0 44 0 ) )");
   const struct {
     Reference_Kind Kind;
-    std::array<Long, 3> To_Catalogue_Own_Nowhere;
-    std::vector<Lost_Reference> First_Lost;
+    std::array<Long, 3> Numbers;  // to the catalogue, to the route's own, to nowhere
+    std::vector<Lost_Reference> Lost;
   } expected[] = {
-      {Reference_Kind::Track_Object, {3, 1, 4}, {{u"w.w", 9}, {u"w.w", 8.5}, {u"w.w", -1}}},
+      {Reference_Kind::Track_Object,
+       {3, 2, 4},
+       {{u"w.w", 9}, {u"w.w", 8.5}, {u"w.w", -1}, {u"w.w", 2}}},
       {Reference_Kind::Dynamic_Section, {0, 1, 2}, {{u"w.w", 99}, {u"w.w", 33}}},
       {Reference_Kind::Dynamic_Shape, {0, 1, 0}, {}},
       {Reference_Kind::Path_Section, {1, 1, 1}, {{u"tsection.dat", 0}}},
@@ -502,12 +559,16 @@ TEST(Reference_Counter, Own_Numbers_Go_Before_The_Catalogues_And_Names_Before_Nu
       {Reference_Kind::Database_Shape, {1, 1, 0}, {}},
       {Reference_Kind::Junction, {0, 0, 1}, {{u"a.tdb", 44}}},
   };
-  for (const auto& [kind, numbers, first_lost] : expected) {
-    const Reference_Count& count = counter.Of(kind);
-    const std::array<Long, 3> found{count.To_Catalogue, count.To_Own, count.To_Nowhere};
-    EXPECT_EQ(found, numbers) << static_cast<int>(kind);
-    EXPECT_EQ(count.First_Lost, first_lost) << static_cast<int>(kind);
+  for (const auto& [kind, numbers, lost] : expected) {
+    EXPECT_EQ(counter.Of(kind).Numbers, numbers) << static_cast<int>(kind);
+    EXPECT_EQ(counter.Of(kind).Lost, lost) << static_cast<int>(kind);
   }
+  EXPECT_EQ(counter.Unknown().size(), 7u);
+  const Unknown_Shape& shape = counter.Unknown().at({u"x.s", 500});
+  EXPECT_EQ(shape.Name + shape.First_File, u"X.sw.w");
+  EXPECT_EQ(shape.Objects, 2);
+  EXPECT_EQ(shape.Where, Leads::To_Own);
+  EXPECT_EQ(counter.Unknown().at({u"x.s", 7}).Where, Leads::To_Catalogue);
 }
 
 using Whole_Route = std::array<Text, 3>;  // a local catalogue, a world file and a database
@@ -515,10 +576,12 @@ using Whole_Route = std::array<Text, 3>;  // a local catalogue, a world file and
 // Moves all of it; the offsets come from the local file.
 Whole_Route Converted(const Whole_Route& route, Long sections, Long shapes) {
   const auto local = Rebase_Tsection(route[0], sections, shapes, No_Log);
-  const auto [by_sections, by_shapes] = std::pair(local.Section_Delta, local.Shape_Delta);
-  const Text world = Rebase_Dyntracks(route[1], by_sections, by_shapes, No_Log).Output;
-  return {local.Output, Rebase_Own_Shapes(world, local.Own, by_shapes, Shape_Id, No_Log).Output,
-          Rebase_Track_Database(route[2], local.Own, by_sections, by_shapes).Output};
+  const Moving_Ids moving_sections(local.Own.Sections, {}, local.Section_Delta);
+  const Moving_Ids moving_shapes(local.Own.Shapes, {}, local.Shape_Delta);
+  const Text world =
+      *Rebase_Dyntracks(route[1], local.Section_Delta, local.Shape_Delta, No_Log).Output;
+  return {*local.Output, *Rebase_Own_Shapes(world, moving_shapes, Shape_Id).Output,
+          *Rebase_Track_Database(route[2], moving_sections, moving_shapes).Output};
 }
 
 TEST(Whole_Route, Of_The_Sample_Converts_There_And_Back) {

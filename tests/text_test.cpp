@@ -34,7 +34,7 @@ TEST(Cuts, Beyond_The_End_Is_Nothing_Before_The_Start_A_Failure_And_Every_Blank_
   EXPECT_EQ(Mid_Text(u"abc", 9), u"");
   EXPECT_THROW(Mid_Text(u"abc", 0), Failure);
   EXPECT_THROW(Left_Text(u"abc", -1), Failure);
-  EXPECT_EQ(Split_Text(u" a\t1\r\n  b"), (std::vector<Text>{u"", u"a\t1\r\n", u"", u"b"}));
+  EXPECT_EQ(Split_Text(u" a\t1\r\n  b"), (std::vector<Text_View>{u"", u"a\t1\r\n", u"", u"b"}));
 }
 
 TEST(Text_Value, Reads_The_Number_At_The_Start_If_It_Is_In_Range_And_Nothing_Behind_It) {

@@ -54,10 +54,11 @@ constexpr Text_View Database_Kinds =
 
 Block_Kinds Read_Table(Text_View table) {
   Block_Kinds kinds;
-  const std::vector<Text> words = Split_Text(table);
+  const std::vector<Text_View> words = Split_Text(table);
   for (auto word = words.begin(); word != words.end(); word += 3) {
     const Double number = Text_Value(Concatenate({u"&h", word[0]}));
-    kinds[static_cast<std::uint32_t>(number)] = {word[1], word[2] == u"-" ? u"" : word[2]};
+    kinds[static_cast<std::uint32_t>(number)] = {Text(word[1]),
+                                                 Text(word[2] == u"-" ? u"" : word[2])};
   }
   return kinds;
 }

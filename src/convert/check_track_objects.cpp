@@ -1,12 +1,12 @@
 #include <map>
 #include <utility>
-#include <variant>
 
 #include "convert/track_object.h"
 #include "convert/world_passes.h"
 #include "text/block_walker.h"
 #include "text/forward_search.h"
 #include "text/primitives.h"
+#include "text/rewritten_text.h"
 #include "window/controls.h"
 
 namespace rivelt {
@@ -15,107 +15,83 @@ namespace {
 class Track_Object_Pass {
  public:
   Track_Object_Pass(Text_View text, const Shape_Tables& tables, const Log_Line& log)
-      : Whole(text), Rest(text), Tables(tables), Log(log) {
-    Output.reserve(text.size() + text.size() / 16);
-  }
+      : Whole(text), Output(text), Tables(tables), Log(log) {}
 
   Passed_World Run() {
-    for (const Block& block : Find_Blocks(Whole, u"TrackObj")) {
-      if (block.Keyword > Done()) Check_Record(block);
-    }
-    Log(Number_Text(Change_Count) + u" track sections has been changed");
-    Output += Rest;
-    return {std::move(Output), Change_Count};
+    Read_Track_Objects(Whole, [this](Track_Object& object) { Check(object); });
+    Log(Number_Text(Passed.Count) + u" track sections has been changed");
+    Passed.Output = Output.Finish();
+    return std::move(Passed);
   }
 
  private:
-  void Check_Record(const Block& block) {
-    Carry_Over(block.Keyword - 1 - Done());
-    const bool is_closed = block.Close != 0;
-    const Text_View text = is_closed ? Left_Text(Rest, block.Close - Done()) : Rest;
-    const auto reading = Read_Track_Object(text, is_closed);
-    if (const auto* unreadable = std::get_if<Unreadable>(&reading)) {
-      if (!unreadable->Missing.empty()) Require_After(text, unreadable->Missing);
-      return Leave_As_It_Is(static_cast<Position>(text.size()));
+  void Check(Track_Object& object) {
+    if (!object.Is_Readable) {
+      if (!object.Missing.empty()) Require_After(object);
+      return Leave_As_It_Is();
     }
-    const auto& record = std::get<Track_Object>(reading);
-    const Text new_name = Tables.Map_Shape(record.Old_Name);
-    if (new_name == Delete_Entry) return Remove(record, text, block);
-    Write(record, new_name);
+    const Text new_name = Tables.Map_Shape(object.Old_Name);
+    if (new_name == Delete_Entry) return Remove(object);
+    const Text id = Number_Text(Id_To_Write(object, new_name)) + u" ";
+    const Text name = Concatenate({u" ", new_name, u" "});
+    const bool has_id_first = object.First().data() == object.Id.data();
+    Output.Replace(object.First(), has_id_first ? id : name);
+    Output.Replace(object.Second(), has_id_first ? name : id);
   }
 
   // What the record lacks has to come after it. A text without it is damaged.
-  void Require_After(Text_View record, Text_View missing) {
-    const Text_View after = Mid_Text(Rest, static_cast<Position>(record.size()) + 1);
-    if (Later.try_emplace(missing, Whole, missing).first->second.Find(after) == 0) throw Failure();
-  }
-
-  void Write(const Track_Object& record, Text_View new_name) {
-    const Text id = Number_Text(Id_To_Write(record, new_name)) + u" ";
-    const Text name = Concatenate({u" ", new_name, u" "});
-    const Position second_open = record.Second().Open - record.First().Close + 1;
-    const Position second_close = record.Second().Close - record.First().Close + 1;
-    Carry_Over(record.First().Open);
-    Output += record.Has_Name_First() ? name : id;
-    Skip(record.First().Close - record.First().Open - 1);
-    Carry_Over(second_open);
-    Output += record.Has_Name_First() ? id : name;
-    Skip(second_close - second_open - 1);
+  void Require_After(const Track_Object& object) {
+    const Text_View after(object.Next, Whole.data() + Whole.size());
+    const auto search = Later.try_emplace(object.Missing, Whole, object.Missing).first;
+    if (search->second.Find(after) != 0) return;
+    throw Failure(Concatenate({u"no \"", object.Missing, u"\" after the \"TrackObj\""}),
+                  object.Record.data());
   }
 
   // Judges a record that stays: logs and counts what changes, and gives the id that it gets.
-  Double Id_To_Write(const Track_Object& record, Text_View new_name) {
+  Double Id_To_Write(const Track_Object& object, Text_View new_name) {
     const Long new_id = Tables.Shape_Id(new_name);
     if (new_id == -1) {
-      Log(Concatenate({u"Unknown shape ", new_name, u", id ", Number_Text(record.Old_Id)}));
-      return record.Old_Id;
+      Log(Concatenate({u"Unknown shape ", new_name, u", id ", Number_Text(object.Old_Id)}));
+      return object.Old_Id;
     }
-    if (new_id != record.Old_Id) {
+    if (new_id != object.Old_Id) {
       Log(Concatenate(
-          {new_name, u" id: ", Number_Text(record.Old_Id), u" -> ", Number_Text(new_id)}));
-      ++Change_Count;
-      return new_id;
+          {new_name, u" id: ", Number_Text(object.Old_Id), u" -> ", Number_Text(new_id)}));
+      ++Passed.Corrected;
     }
-    if (new_name != record.Old_Name) ++Change_Count;
-    return record.Old_Id;
+    if (new_id != object.Old_Id || new_name != object.Old_Name) ++Passed.Count;
+    return new_id;
   }
 
   // The walk leaves out the old id and the old name, so that a "(" in them does not count. Where
   // the record then ends before its second element, that element is not its own.
-  void Remove(const Track_Object& record, Text_View text, const Block& block) {
-    const Element& first = record.First();
-    const Element& second = record.Second();
-    const Position open = block.Open - block.Keyword + 1;
+  void Remove(Track_Object& object) {
+    const char16_t* const open = object.Record.data() + object.Open;
+    const char16_t* const end = object.Record.data() + object.Record.size();
+    const Text_View first = object.First();
+    const Text_View second = object.Second();
     Block_Walk walk;
-    if (walk.Over(Mid_Text(text, open + 1, first.Open - open)) != 0 ||
-        walk.Over(Mid_Text(text, first.Close, second.Open - first.Close + 1)) != 0) {
-      return Leave_As_It_Is(block.Close != 0 ? static_cast<Position>(text.size()) : second.Close);
+    if (walk.Over({open, first.data()}) != 0 ||
+        walk.Over({first.data() + first.size(), second.data()}) != 0) {
+      object.Next = object.Is_Closed ? end : object.Next + 1;
+      return Leave_As_It_Is();
     }
-    const Position close = walk.Over(Mid_Text(text, second.Close));
-    if (close == 0) throw Failure();
-    Skip(second.Close + close - 1);
-    ++Change_Count;
+    const Position close = walk.Over({object.Next, end});
+    if (close == 0) throw Failure(u"no \")\" closes this \"TrackObj\"", object.Record.data());
+    object.Next += close;
+    Output.Replace({object.Record.data(), object.Next}, u"");
+    ++Passed.Count;
   }
 
-  void Leave_As_It_Is(Position end) {
+  void Leave_As_It_Is() {
     Log(u"Left a track object as it is, I cannot read it");
-    Carry_Over(end);
+    ++Passed.Left;
   }
-
-  // How much of the whole text is dealt with.
-  Position Done() const { return static_cast<Position>(Whole.size() - Rest.size()); }
-
-  void Carry_Over(Position count) {
-    Output += Left_Text(Rest, count);
-    Skip(count);
-  }
-
-  void Skip(Position count) { Rest = Mid_Text(Rest, count + 1); }
 
   Text_View Whole;
-  Text_View Rest;
-  Text Output;
-  Long Change_Count = 0;
+  Rewritten_Text Output;
+  Passed_World Passed;
   const Shape_Tables& Tables;
   const Log_Line& Log;
   std::map<Text_View, Forward_Search> Later;  // for what records lack

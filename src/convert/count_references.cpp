@@ -1,16 +1,13 @@
 #include "convert/count_references.h"
 
 #include <cstddef>
-#include <utility>
 
 #include "convert/read_dyntracks.h"
 #include "convert/track_database.h"
-#include "convert/track_object.h"
+#include "text/letter_case.h"
 
 namespace rivelt {
 namespace {
-
-constexpr std::size_t Most_Lost = 3;
 
 Reference_Kind Kind_Of(Database_Number::Kind kind) {
   switch (kind) {
@@ -23,20 +20,16 @@ Reference_Kind Kind_Of(Database_Number::Kind kind) {
   }
 }
 
+Leads Where(Double number, const Number_Set& own, const Number_Set& of_catalogue) {
+  if (own.Has(number)) return Leads::To_Own;
+  return of_catalogue.Has(number) ? Leads::To_Catalogue : Leads::To_Nowhere;
+}
+
 }  // namespace
 
-Reference_Counter::Reference_Counter(Catalogue_Numbers catalogue, Own_Numbers own,
-                                     std::function<Long(Text_View)> shape_id)
-    : Catalogue(std::move(catalogue)), Own(std::move(own)), Shape_Id(std::move(shape_id)) {}
-
 void Reference_Counter::Count_World_File(Text_View file, Text_View text) {
-  Read_Track_Objects(text, [&](Text_View, const Track_Object& object) {
-    if (Shape_Id(object.Old_Name) != -1 ||
-        Is_Of_Catalogue(object.Old_Name, object.Old_Id, Shape_Id)) {
-      Count(Reference_Kind::Track_Object, file, object.Old_Id, false, true);
-    } else {
-      Count_Shape(Reference_Kind::Track_Object, file, object.Old_Id);
-    }
+  Read_Track_Objects(text, [&](const Track_Object& object) {
+    if (object.Is_Readable) Count_Object(file, object);
   });
   Read_Dyntracks(text, [&](const Dyntrack_Number& number) {
     if (number.Of == Dyntrack_Number::Kind::Shape) {
@@ -45,6 +38,21 @@ void Reference_Counter::Count_World_File(Text_View file, Text_View text) {
       Count_Section(Reference_Kind::Dynamic_Section, file, number.Value);
     }
   });
+}
+
+void Reference_Counter::Count_Object(Text_View file, const Track_Object& object) {
+  const bool is_known = Shape_Id(object.Old_Name) != -1;
+  const Leads where = is_known || Is_Of_Catalogue(object, Shape_Id)
+                          ? Leads::To_Catalogue
+                          : Where(object.Old_Id, Own.Shapes, Catalogue.Shapes);
+  Count(Reference_Kind::Track_Object, file, object.Old_Id, where);
+  if (is_known) return;
+  Unknown_Shape& shape = Unknown_By_Name[{Fold_Case(object.Old_Name), object.Old_Id}];
+  if (shape.Objects++ > 0) return;
+  shape.Name = object.Old_Name;
+  shape.Number = object.Old_Id;
+  shape.First_File = file;
+  shape.Where = where;
 }
 
 void Reference_Counter::Count_Paths(Text_View file, const std::vector<Double>& path_sections) {
@@ -64,29 +72,18 @@ void Reference_Counter::Count_Track_Database(Text_View file, Text_View text) {
   });
 }
 
-const Reference_Count& Reference_Counter::Of(Reference_Kind kind) const {
-  return Counts[static_cast<std::size_t>(kind)];
-}
-
 void Reference_Counter::Count_Section(Reference_Kind kind, Text_View file, Double number) {
-  Count(kind, file, number, Own.Sections.Has(number), Catalogue.Sections.Has(number));
+  Count(kind, file, number, Where(number, Own.Sections, Catalogue.Sections));
 }
 
 void Reference_Counter::Count_Shape(Reference_Kind kind, Text_View file, Double number) {
-  Count(kind, file, number, Own.Shapes.Has(number), Catalogue.Shapes.Has(number));
+  Count(kind, file, number, Where(number, Own.Shapes, Catalogue.Shapes));
 }
 
-void Reference_Counter::Count(Reference_Kind kind, Text_View file, Double number, bool is_own,
-                              bool is_known) {
+void Reference_Counter::Count(Reference_Kind kind, Text_View file, Double number, Leads where) {
   Reference_Count& count = Counts[static_cast<std::size_t>(kind)];
-  if (is_own) {
-    ++count.To_Own;
-  } else if (is_known) {
-    ++count.To_Catalogue;
-  } else {
-    ++count.To_Nowhere;
-    if (count.First_Lost.size() < Most_Lost) count.First_Lost.push_back({Text(file), number});
-  }
+  ++count.Numbers[static_cast<std::size_t>(where)];
+  if (where == Leads::To_Nowhere) count.Lost.push_back({Text(file), number});
 }
 
 }  // namespace rivelt

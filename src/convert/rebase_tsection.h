@@ -1,33 +1,20 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
+#include "catalogue/catalogue.h"
 #include "text/log_line.h"
-#include "text/number_set.h"
 #include "text/text.h"
 
 namespace rivelt {
 
-// The ids that a route's tsection.dat declares, before they move.
-struct Own_Numbers {
-  Number_Set Sections;
-  Number_Set Shapes;
-};
-
 struct Rebased_Tsection {
-  Text Output;             // the whole new text
-  Long Section_Delta = 0;  // what was added to every section id
-  Long Shape_Delta = 0;    // what was added to every shape id
-  Own_Numbers Own;
+  std::optional<Text> Output;         // the whole new text, if it is another one
+  Long Section_Delta = 0;             // what was added to every section id
+  Long Shape_Delta = 0;               // what was added to every shape id
+  Declared_Ids Own;                   // before they move
   std::vector<Double> Path_Sections;  // the section ids that the shapes refer to, before they move
-
-  bool Moves() const { return Section_Delta != 0 || Shape_Delta != 0; }
-
-  // Of the own numbers those whose kind moves.
-  Own_Numbers Moving() const {
-    return {Section_Delta == 0 ? Number_Set() : Own.Sections,
-            Shape_Delta == 0 ? Number_Set() : Own.Shapes};
-  }
 };
 
 // Moves the ids of a route's tsection.dat so that the first section id becomes reserved_sections

@@ -3,50 +3,42 @@
 #pragma once
 
 #include <functional>
-#include <variant>
 
 #include "text/text.h"
 
 namespace rivelt {
 
-// An element of a record: a keyword, the first "(" after it, and the first ")" after that.
-struct Element {
-  Position Open = 0;
-  Position Close = 0;
-  Text_View Missing;  // which of the three is not in the text, if one is not
-};
+// A shape's id in the catalogue by its name, or -1.
+using Id_Of_Shape = std::function<Long(Text_View name)>;
 
-// Where one stretch of text ends and the next goes on. What lies between is written anew.
+// All views are parts of the world file's text.
 struct Track_Object {
-  Element Id;
-  Element Name;
+  Text_View Record;   // from its keyword to its end, or to that of the text if nothing closes it
+  Position Open = 0;  // of the "(" in the record that it begins with
+  bool Is_Closed = false;
+
+  // Whether it has all that follows, inside its brackets. Only a record that is closed can lack it.
+  bool Is_Readable = false;
+  Text_View Missing;  // which keyword or bracket it lacks, if that is why it cannot be read
+  Text_View Id;       // what is between the brackets of "SectionIdx"
+  Text_View Name;     // and of "FileName"
   Double Old_Id = 0;
-  Text_View Old_Name;
+  Text_View Old_Name;  // without the blanks at its ends
 
-  bool Has_Name_First() const { return Name.Open < Id.Open; }
-  const Element& First() const { return Has_Name_First() ? Name : Id; }
-  const Element& Second() const { return Has_Name_First() ? Id : Name; }
+  // In the order of the text.
+  Text_View First() const { return Id.data() < Name.data() ? Id : Name; }
+  Text_View Second() const { return Id.data() < Name.data() ? Name : Id; }
+
+  // Where the next one is looked for. A pass that deals with more or less of the text changes it.
+  const char16_t* Next = nullptr;
 };
 
-struct Unreadable {
-  Text_View Missing;  // what the record lacks; empty if it has all it needs
-};
+// Hands over the track objects of a world file. Failure: one that cannot be read and has no end, or
+// a number beyond the range of a Double. Some may have been handed over by then.
+void Read_Track_Objects(Text_View text, const std::function<void(Track_Object&)>& take);
 
-// Reads the record that is the whole text, or, if no ")" closes it, begins the text. Only a closed
-// record is known to own what is found in it, so only there is a name before the id its own.
-std::variant<Track_Object, Unreadable> Read_Track_Object(Text_View text, bool is_closed);
-
-// What is between the brackets of an element.
-Text_View Inside(Text_View record, const Element& element);
-
-// Hands over the track objects of a world file, each with the record that its positions count in.
-// One that cannot be read inside its brackets is passed over. Failure: one that cannot be read and
-// has no end, or a number beyond the range of a Double.
-void Read_Track_Objects(
-    Text_View text, const std::function<void(Text_View record, const Track_Object& object)>& take);
-
-// Whether the catalogue gives the name that very number. A name counts without its quotation marks
-// and folders too: the number is then no other shape's.
-bool Is_Of_Catalogue(Text_View name, Double number, const std::function<Long(Text_View)>& shape_id);
+// Whether the catalogue gives its name the object's very number. A name counts without its
+// quotation marks and folders too: the number is then no other shape's.
+bool Is_Of_Catalogue(const Track_Object& object, const Id_Of_Shape& shape_id);
 
 }  // namespace rivelt

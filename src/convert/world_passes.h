@@ -1,9 +1,11 @@
-// The two passes over the text of a world file.
+// The passes over the text of a world file that every route needs.
 
 #pragma once
 
 #include <functional>
+#include <optional>
 
+#include "convert/track_object.h"
 #include "text/log_line.h"
 #include "text/primitives.h"
 #include "text/text.h"
@@ -21,8 +23,10 @@ inline bool Is_World_Text(Text_View text) {
 }
 
 struct Passed_World {
-  Text Output;     // the whole new text
-  Long Count = 0;  // dynamic tracks handled, or track objects changed or removed
+  std::optional<Text> Output;  // the whole new text, if it is another one
+  Long Count = 0;              // dynamic tracks handled, or track objects changed or removed
+  Long Corrected = 0;          // track objects that got another number
+  Long Left = 0;               // track objects that cannot be read
 };
 
 // Adds section_delta to the five section ids of every dynamic track, but not to the reserved value
@@ -35,7 +39,7 @@ Passed_World Rebase_Dyntracks(Text_View text, Long section_delta, Long shape_del
 // What the track object pass asks about a shape file name.
 struct Shape_Tables {
   std::function<Text(Text_View)> Map_Shape;  // the name to use, or " -delete-" to remove the object
-  std::function<Long(Text_View)> Shape_Id;   // its id, or -1
+  Id_Of_Shape Shape_Id;
 };
 
 // Gives every track object the name that the tables map its name to and the id that belongs to it,

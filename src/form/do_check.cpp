@@ -1,4 +1,5 @@
 #include "form/frm_main.h"
+#include "system/ignoring_failures.h"
 #include "system/places.h"
 #include "text/primitives.h"
 
@@ -14,8 +15,9 @@ void frmMain::Do_Check() try {
   }
   Prepare_Staging_Folder();
   Do_Tsection();
-  Do_World();
+  if (!Stopped) Do_World();
   if (!Stopped) Do_Databases();
+  if (!Stopped) Report_Findings();
   Last = Current;
   Transforms_Changed = false;
   Full_Check_Next = false;
@@ -57,6 +59,7 @@ void frmMain::Prepare_Staging_Folder() {
   Make_Folder(places::Staging(MSTS_Path));
   Checked_Files.clear();
   Changed_Since_Check.clear();
+  Found = {};
   Empty_Folder(places::Staging(MSTS_Path));
   const Text databases = places::Staged_Databases(MSTS_Path);
   if (Current.Whole_Route && FSO->FolderExists(databases)) Empty_Folder(databases);
@@ -85,6 +88,32 @@ void frmMain::Stage(Text_View name, Text_View text, const File_State& original) 
   stream->Write(text);
   Checked_Files[Text(name)] = original;
   stream->Close();
+  ++Found.To_Update;
+}
+
+// The last lines of a conversion.
+void frmMain::Report_Findings() {
+  if (Current.Whole_Route) {
+    if (Found.Taken != 0) {
+      Add_Line(Concatenate({u"Careful: ", Number_Text(Found.Taken),
+                            u" undeclared numbers will lead to the moved track"}));
+    }
+    if (Found.Shared != 0) {
+      Add_Line(Concatenate(
+          {u"Careful: ", Number_Text(Found.Shared),
+           u" track objects have a number of the catalogue that is the route's own, too"}));
+    }
+    return;
+  }
+  Ignoring_Failures([this] {
+    if (!FSO->FindFile(places::Own_Catalogue(MSTS_Path, Current_Route_Folder()))) return;
+    Add_Line(u"Open Rails reads this route's own catalogue, not the global one");
+  });
+  if (!Found.Stays_Behind()) return;
+  Add_Line(Concatenate({NL, u"Stays behind: ", Number_Text(Found.Numbers_Behind),
+                        u" numbers in track databases,", Number_Text(Found.Objects_Behind),
+                        u" track objects"}));
+  Add_Line(u"Only converting the route as a whole moves them");
 }
 
 }  // namespace rivelt

@@ -3,17 +3,17 @@
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "form/frm_main.h"
+#include "system/ignoring_failures.h"
 #include "system/places.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
+#include "text/reasons.h"
 
 namespace rivelt {
 
 void frmMain::Do_World() try {
-  Walked_World_Files.clear();
   const auto files = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()))->Files();
   for (const auto& file : files) {
-    Walked_World_Files.insert(Fold_Case(file->name()));
     if (Is_World_File(file->name()) && !Convert_World_File(*file)) return;
   }
 } catch (const std::exception& failure) {
@@ -22,37 +22,75 @@ void frmMain::Do_World() try {
 }
 
 bool frmMain::Convert_World_File(File& file) {
-  const Log_Line log = [this](Text_View line) { Add_Line(line); };
+  const Text name = file.name();
+  Found.World_Files.insert(Fold_Case(name));
   const File_State state = file.State();
-  Text output = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
-  Add_Line(Concatenate({NL, u"world\\", file.name()}));
-  if (!Is_World_Text(output)) {
+  Text text = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  Add_Line(Concatenate({NL, u"world\\", name}));
+  if (!Is_World_Text(text)) {
+    ++Found.Binary_Files;
     Add_Line(u"file is binary, please convert to text with ffedit");
     if (!Moves_Whole_Route()) return true;
     Fatal_Error(u"A world file is binary, please convert it to text with ffedit!");
     return false;
   }
-  Long dyntrack_count = 0;
-  if (Numbers_Move()) {
-    Passed_World passed = Rebase_Dyntracks(output, Section_Delta, Shape_Delta, log);
-    output = std::move(passed.Output);
-    dyntrack_count = passed.Count;
-  }
-  const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
-  Long change_count = 0;
-  if (Current.Whole_Route && Shape_Delta != 0) {
-    Passed_World passed = Rebase_Own_Shapes(std::move(output), Own, Shape_Delta, shape_id, log);
-    output = std::move(passed.Output);
-    change_count = passed.Count;
-  }
-  if (!Current.Dynamic_Only) {
-    const Shape_Tables tables{[this](Text_View name) { return Map_Shape(name); }, shape_id};
-    Passed_World passed = Check_Track_Objects(output, tables, log);
-    output = std::move(passed.Output);
-    change_count += passed.Count;
-  }
-  if (dyntrack_count != 0 || change_count != 0) Stage(file.name(), output, state);
+  const bool changes = Naming_File(places::Below(places::World_Folder, name),
+                                   [&] { return Run_World_Passes(text); });
+  if (changes) Stage(name, text, state);
   return true;
+}
+
+bool frmMain::Run_World_Passes(Text& text) {
+  const Log_Line log = [this](Text_View line) { Add_Line(line); };
+  Long count = 0;
+  if (Numbers_Move()) {
+    Passed_World passed = Rebase_Dyntracks(text, Section_Delta, Shape_Delta, log);
+    if (passed.Output) text = std::move(*passed.Output);
+    count += passed.Count;
+  }
+  if (Shape_Delta != 0) {
+    if (Current.Whole_Route) {
+      count += Rebase_Track_Objects(text);
+    } else {
+      Ignoring_Failures([&] { Found.Objects_Behind += Renumber_Track_Objects(text).Shape_Count; });
+    }
+  }
+  if (!Current.Dynamic_Only) count += Check_Shapes(text);
+  return count != 0;
+}
+
+Renumbered_File frmMain::Renumber_Track_Objects(Text_View text) {
+  return Rebase_Own_Shapes(text, Moving_Shapes, [this](Text_View name) { return Shape_Id(name); });
+}
+
+Long frmMain::Rebase_Track_Objects(Text& text) {
+  Renumbered_File renumbered = Renumber_Track_Objects(text);
+  Found.Taken += renumbered.Taken_Count;
+  Found.Shared += renumbered.Shared_Count;
+  if (renumbered.Output) text = std::move(*renumbered.Output);
+  if (renumbered.Shape_Count != 0) {
+    Add_Line(Number_Text(renumbered.Shape_Count) + u" track objects of the route's own shapes");
+  }
+  return renumbered.Shape_Count;
+}
+
+Long frmMain::Check_Shapes(Text& text) {
+  const auto shape_id = [this](Text_View name) {
+    const Long id = Shape_Id(name);
+    if (id == -1) {
+      ++Found.Unknown_Objects;
+      Found.Unknown_Shapes.insert(Fold_Case(name));
+    }
+    return id;
+  };
+  const Shape_Tables tables{[this](Text_View name) { return Map_Shape(name); }, shape_id};
+  Passed_World passed =
+      Check_Track_Objects(text, tables, [this](Text_View line) { Add_Line(line); });
+  if (passed.Output) text = std::move(*passed.Output);
+  Found.Objects_Checked = true;
+  Found.Corrected += passed.Corrected;
+  Found.Left += passed.Left;
+  return passed.Count;
 }
 
 }  // namespace rivelt

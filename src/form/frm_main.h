@@ -18,7 +18,10 @@
 #include "backup/recovery.h"
 #include "backup/restore.h"
 #include "backup/update.h"
-#include "convert/rebase_tsection.h"
+#include "catalogue/catalogue.h"
+#include "convert/count_references.h"
+#include "convert/whole_route.h"
+#include "form/check_findings.h"
 #include "system/file_service.h"
 #include "system/registry_service.h"
 #include "text/keyed_collection.h"
@@ -49,6 +52,12 @@ enum class Change_End {
 struct Restore_Result {
   Change_End How = Change_End::Done;
   Restored Files;
+};
+
+struct Route_References {
+  Reference_Counter Counter;
+  std::vector<Text> Binary_Files;  // in which nothing was counted
+  bool Has_Database = false;
 };
 
 class frmMain {
@@ -91,6 +100,13 @@ class frmMain {
 
   // About updates that had not finished: all lines since the start.
   const std::vector<Text>& Recovery() const { return Recovery_Lines; }
+
+  // Of the last full check, also if what it staged has been moved since.
+  const Check_Findings& Findings() const { return Found; }
+
+  // Where the numbers of the route lead. Failure: a file of it cannot be read, or is not of its
+  // form.
+  Route_References References_Of(const Text& route_folder);
 
   // Makes the route what it was before the update of that time. The next check is a full one.
   Restore_Result Restore(const Text& route_folder, const Text& time);
@@ -159,13 +175,24 @@ class frmMain {
   void Rebuild_Transforms();
   void Prepare_Staging_Folder();
   void Do_Tsection();
+  void Convert_Tsection(File& file);
+  void Report_No_Tsection();
   void Do_World();
   bool Convert_World_File(File& file);  // false: the walk has to end
+  void Report_Findings();
 
   bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
   bool Moves_Whole_Route() const { return Current.Whole_Route && Numbers_Move(); }
   void Do_Databases();
-  void Convert_Database(Text_View name);
+  void Convert_Database(File& file);
+  void Count_In_Database(File& file);
+  Renumbered_File Renumber_Database(File& file) const;
+
+  // The passes over the text of a world file; those in it give the number of changes.
+  bool Run_World_Passes(Text& text);  // whether there is a change
+  Long Rebase_Track_Objects(Text& text);
+  Long Check_Shapes(Text& text);
+  Renumbered_File Renumber_Track_Objects(Text_View text);
 
   // Paths below the installation root.
   const Text& Picked_Route_Folder() const;   // its name; Failure: no route is picked
@@ -203,7 +230,11 @@ class frmMain {
   Long Reserved_Shapes = 0;
   Long Section_Delta = 0;  // offsets of the current route's local ids
   Long Shape_Delta = 0;
-  Own_Numbers Own;  // the current route's local ids that move, as they were before
+
+  Declared_Ids Declared;       // by the global catalogue
+  Moving_Ids Moving_Sections;  // of the current route
+  Moving_Ids Moving_Shapes;
+  Check_Findings Found;
 
   bool Stopped = false;          // Fatal_Error was called; nothing leads out of this state
   bool Whole_Route = false;      // a check converts all that uses the route's own numbers
@@ -218,7 +249,6 @@ class frmMain {
 
   std::map<Text, File_State> Checked_Files;  // the originals of the staged files, as they were read
   std::set<Text> Changed_Since_Check;        // places of those that an Update found changed
-  std::set<Text> Walked_World_Files;         // folded names, of the last check
 };
 
 }  // namespace rivelt

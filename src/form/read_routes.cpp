@@ -4,6 +4,7 @@
 #include "system/ignoring_failures.h"
 #include "system/places.h"
 #include "text/primitives.h"
+#include "text/reasons.h"
 
 namespace rivelt {
 
@@ -21,7 +22,8 @@ bool frmMain::Read_Routes() try {
 void frmMain::Read_Route(const Folder& folder) {
   const auto text = Trk_Text(folder);
   if (!text) return;
-  const Text route_name = Route_Display_Name(*text);
+  const Text route_name = Naming_File(Concatenate({u"the .trk file of ", folder.name()}),
+                                      [&] { return Route_Display_Name(*text); });
   Installed_Routes.push_back({route_name, folder.name()});
   Ignoring_Failures([&] { Route_Folders.Add(folder.name(), route_name); });
   Ignoring_Failures([&] { Form_Window.Add_Item(Control::cmbRoutes, route_name); });

@@ -1,4 +1,5 @@
 #include "form/frm_main.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -15,6 +16,7 @@ void frmMain::Add_Shape(Long id, Text_View name) try {
 Text frmMain::Map_Shape(Text_View name) try {
   const Text* new_name = Transforms.Find(name);
   if (new_name == nullptr) return Text(name);
+  Found.Transformed_Shapes.insert(Fold_Case(name));
   Add_Line(Concatenate({u"Transforming ", name, u" >> ", *new_name}));
   return *new_name;
 } catch (const std::exception&) {

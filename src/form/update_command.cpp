@@ -55,6 +55,7 @@ void frmMain::Move_Staged_Files() {
   Update(route, Made_By_Update, replacements,
          [this](Text_View place) { Changed_Since_Check.emplace(place); });
   Add_Line(NL + u"Finished updating ");
+  if (Found.Stays_Behind()) Add_Line(u"To move what stays behind, restore the backup first");
   Report_Changed_Files();
 }
 
@@ -66,7 +67,7 @@ void frmMain::Report_Changed_Files() {
   const auto files = world->Files();
   for (const auto& file : files) {
     const Text name = file->name();
-    if (!Is_World_File(name) || Walked_World_Files.contains(Fold_Case(name))) continue;
+    if (!Is_World_File(name) || Found.World_Files.contains(Fold_Case(name))) continue;
     Add_Line(u"New since the check, and not converted: " + places::Below(world->name(), name));
   }
 }

@@ -2,6 +2,7 @@
 
 #include "routes/trk_file.h"
 #include "text/primitives.h"
+#include "text/reasons.h"
 
 namespace rivelt {
 
@@ -15,12 +16,13 @@ std::optional<Text> Trk_Text(const Folder& route_folder) {
 }
 
 Text Route_Display_Name(Text_View trk_text) {
-  Position position = Find_Text(1, trk_text, u"Name");
-  position = Find_Text(position, trk_text, u"(");
-  const Text_View rest = Mid_Text(trk_text, position + 1);
-  position = Find_Text(1, rest, u")");
-  const Text name = Replace_Text(Left_Text(rest, position - 1), {&Double_Quote, 1}, u"");
-  return Text(Trim_Text(name));
+  return Naming_Lines(trk_text, [&] {
+    const Position keyword = Find_After({}, 1, trk_text, u"Name");
+    const Position open = Find_Text(keyword, trk_text, u"(");
+    const Position close = Find_After(u"Name", open + 1, trk_text, u")");
+    const Text_View name = Mid_Text(trk_text, open + 1, close - open - 1);
+    return Text(Trim_Text(Replace_Text(name, {&Double_Quote, 1}, u"")));
+  });
 }
 
 }  // namespace rivelt

@@ -1,6 +1,9 @@
+#include <utility>
+
 #include "routes/route_name.h"
 #include "routes/trk_file.h"
 #include "system/places.h"
+#include "text/letter_case.h"
 #include "text/primitives.h"
 #include "text/token_reader.h"
 
@@ -27,6 +30,19 @@ bool Is_Plain_Name(Text_View name) {
   return !name.empty() && name.find_first_of(u"\\/:\"") == Text_View::npos;
 }
 
+// The name without its ending of the only track database in the folder.
+std::optional<Text> Only_Track_Database(const Folder& folder) {
+  std::optional<Text> name;
+  const auto files = folder.Files();
+  for (const auto& file : files) {
+    Text file_name = file->name();
+    if (Fold_Case(Right_Text(file_name, 4)) != places::Database_Endings[0]) continue;
+    if (name) return std::nullopt;
+    name = Left_Text(file_name, static_cast<Position>(file_name.size()) - 4);
+  }
+  return name;
+}
+
 }  // namespace
 
 std::optional<Text> Trk_Database_Name(Text_View trk_text) {
@@ -42,14 +58,20 @@ std::optional<Text> Trk_Database_Name(Text_View trk_text) {
   return std::nullopt;
 }
 
-std::vector<Text> Database_Names(const Folder& route_folder) {
-  const auto name = Trk_Database_Name(Trk_Text(route_folder).value_or(u""));
-  if (!name) return {};
-  std::vector<Text> names;
-  names.reserve(places::Database_Endings.size());
-  for (const Text_View ending : places::Database_Endings)
-    names.push_back(Concatenate({*name, ending}));
-  return names;
+std::vector<std::unique_ptr<File>> Track_Databases(File_System_Object& files,
+                                                   const Text& route_path) {
+  const auto folder = files.GetFolder(route_path);
+  const auto find = [&](Text_View name, Text_View ending) {
+    return files.FindFile(Concatenate({route_path, u"\\", name, ending}));
+  };
+  auto name = Trk_Database_Name(Trk_Text(*folder).value_or(u""));
+  if (!name || !find(*name, places::Database_Endings[0])) name = Only_Track_Database(*folder);
+  std::vector<std::unique_ptr<File>> databases;
+  if (!name) return databases;
+  for (const Text_View ending : places::Database_Endings) {
+    if (auto file = find(*name, ending)) databases.push_back(std::move(file));
+  }
+  return databases;
 }
 
 }  // namespace rivelt

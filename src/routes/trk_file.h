@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -12,8 +13,10 @@ namespace rivelt {
 // cannot be read.
 std::optional<Text> Trk_Text(const Folder& route_folder);
 
-// The names of a route's track database and road database, by its .trk file. None if it names none.
-// Failure: the .trk file cannot be read.
-std::vector<Text> Database_Names(const Folder& route_folder);
+// A route's track database and, if there is one, its road database. The track database is the one
+// that the .trk file names or, if that one is not there, the only one in the folder; there is no
+// other database if there are none or several. Failure: the folder or the .trk file cannot be read.
+std::vector<std::unique_ptr<File>> Track_Databases(File_System_Object& files,
+                                                   const Text& route_path);
 
 }  // namespace rivelt

@@ -88,7 +88,9 @@ Position Block_Walk::Over(Text_View stretch) {
 
 Position Walk_Block(Text_View text, Position open) {
   const Position found = Block_Walk().Over(Mid_Text(text, open + 1));
-  if (found == 0) throw Failure();
+  if (found == 0) {
+    throw Failure(u"no \")\" closes a block", Mid_Text(text, std::max(open, 1)).data());
+  }
   return open + found;
 }
 
@@ -114,7 +116,7 @@ Text Strip_Blocks(Text_View text, Text_View tag) {
   // more. A damaged file could grow without bound that way.
   const std::size_t longest = std::max(text.size(), Longest_Result);
   const auto append = [&](Text_View part) {
-    if (part.size() > longest - output.size()) throw Failure();
+    if (part.size() > longest - output.size()) throw Failure(u"surplus brackets", part.data());
     output += part;
   };
   while (const Position position = Find_Text(1, rest, tag)) {

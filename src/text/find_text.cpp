@@ -46,7 +46,7 @@ bool Matches_At(const char16_t* at, Text_View target) {
 }  // namespace
 
 Position Find_Text(Position start, Text_View text, Text_View target) {
-  if (start < 1) throw Failure();
+  if (start < 1) throw Failure(u"no place to search from", text.data());
   if (target.size() > text.size()) return 0;
   const std::size_t distance = target.size() - 1;
   const Pattern_Unit first(target.front());

@@ -17,13 +17,15 @@ class Keyed_Collection {
  public:
   // Failure: the key is there already; the collection is as it was.
   void Add(Item item, Text_View key) {
-    if (!Items.try_emplace(Fold_Case(key), std::move(item)).second) throw Failure();
+    if (!Items.try_emplace(Fold_Case(key), std::move(item)).second) {
+      throw Failure(Text(key).append(u" is there already"));
+    }
   }
 
   // Failure: the key is not there.
   const Item& Look_Up(Text_View key) const {
     if (const Item* found = Find(key)) return *found;
-    throw Failure();
+    throw Failure(Text(u"there is no ").append(key));
   }
 
   // Nothing if the key is not there. For look-ups that miss as a rule: a Failure for each of them

@@ -12,17 +12,17 @@ Text_View Left_Text(Text_View text, Position count) {
 }
 
 Text_View Mid_Text(Text_View text, Position start, Position count) {
-  if (count < 0) throw Failure();
+  if (count < 0) throw Failure(u"what begins here has no end", text.data());
   return Mid_Text(text, start).substr(0, static_cast<std::size_t>(count));
 }
 
 Text_View Mid_Text(Text_View text, Position start) {
-  if (start < 1) throw Failure();
+  if (start < 1) throw Failure(u"no place to read from", text.data());
   return text.substr(std::min(static_cast<std::size_t>(start) - 1, text.size()));
 }
 
 Text_View Right_Text(Text_View text, Position count) {
-  if (count < 0) throw Failure();
+  if (count < 0) throw Failure(u"what ends here has no beginning", text.data());
   return text.substr(text.size() - std::min(static_cast<std::size_t>(count), text.size()));
 }
 
@@ -51,12 +51,12 @@ Text Replace_Text(Text_View text, Text_View target, Text_View replacement) {
   }
 }
 
-std::vector<Text> Split_Text(Text_View text) {
-  std::vector<Text> elements;
+std::vector<Text_View> Split_Text(Text_View text) {
+  std::vector<Text_View> elements;
   if (text.empty()) return elements;
   while (true) {
     const std::size_t blank = text.find(u' ');
-    elements.emplace_back(text.substr(0, blank));
+    elements.push_back(text.substr(0, blank));
     if (blank == Text_View::npos) return elements;
     text.remove_prefix(blank + 1);
   }
@@ -72,13 +72,17 @@ Text Join_Text(const std::vector<Text>& elements) {
 }
 
 Double Text_Value(Text_View text) {
-  return Read_Number(text).Value;
+  const Double value = Read_Number(text).Value;
+  if (std::isinf(value)) throw Failure(u"a number is too large", text.data());
+  return value;
 }
 
-Long Round_Long(Double number) {
+Long Round_Long(Double number, const char16_t* place) {
   const Double rounded = std::nearbyint(number);
-  if (!(rounded >= std::numeric_limits<Long>::min() && rounded <= std::numeric_limits<Long>::max()))
-    throw Failure();
+  if (!(rounded >= std::numeric_limits<Long>::min() &&
+        rounded <= std::numeric_limits<Long>::max())) {
+    throw Failure(Concatenate({Trim_Text(Number_Text(number)), u" is out of range"}), place);
+  }
   return static_cast<Long>(rounded);
 }
 

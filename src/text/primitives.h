@@ -38,30 +38,31 @@ Text Upper_Text(Text_View text);
 Text Replace_Text(Text_View text, Text_View target, Text_View replacement);
 
 // Cut at every single blank, so two blanks in a row give an empty element. Of the empty text: none.
-std::vector<Text> Split_Text(Text_View text);
+std::vector<Text_View> Split_Text(Text_View text);
 
 // The elements with one blank between each two: gives back what Split_Text cut.
 Text Join_Text(const std::vector<Text>& elements);
 
 // A number at the start of a text.
 struct Number_Reading {
-  Double Value = 0;         // 0 without a number
+  Double Value = 0;         // 0 without a number, infinite beyond the range of a Double
   Position End = 0;         // the units read, the blanks around and inside the number among them
   bool Has_Digits = false;  // else there is no number: nothing at all, or a sign, point or prefix
 };
 
 // Reads the number at the start of a text, in time that depends on the number alone. Blanks, tabs
-// and line ends are skipped, also inside the number. Failure: beyond the range of a Double.
+// and line ends are skipped, also inside the number.
 Number_Reading Read_Number(Text_View text);
 
-// The value that Read_Number gives.
+// The value that Read_Number gives. Failure: beyond the range of a Double.
 Double Text_Value(Text_View text);
 
 // The number in decimal with up to 15 significant digits, after one blank or a minus sign.
 Text Number_Text(Double number);
 
-// The nearest whole number, a half going to the even neighbour. Failure: it does not fit a Long.
-Long Round_Long(Double number);
+// The nearest whole number, a half going to the even neighbour. Failure: it does not fit a Long;
+// the place is where the number came from.
+Long Round_Long(Double number, const char16_t* place = nullptr);
 
 // The parts, one after the other.
 Text Concatenate(std::initializer_list<Text_View> parts);

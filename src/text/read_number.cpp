@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -57,7 +58,6 @@ std::optional<Double> Read_With_Base(Number_Reader& reader, int base) {
   if (Digit_Value(reader.Peek()) >= base) return std::nullopt;
   Double value = 0;
   while (Digit_Value(reader.Peek()) < base) value = value * base + Digit_Value(reader.Take());
-  if (std::isinf(value)) throw Failure();
   return value;
 }
 
@@ -120,8 +120,8 @@ Double Converted(const Decimal_Form& form, std::int64_t exponent) {
   Double value = 0;
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (read.ec == std::errc()) return value;
-  if (form.Power + exponent > 0) throw Failure();
-  return 0;  // nearer to 0 than any Double
+  // Else it is nearer to 0 than any Double.
+  return form.Power + exponent > 0 ? std::numeric_limits<Double>::infinity() : 0;
 }
 
 std::optional<Double> Read_Decimal(Number_Reader& reader) {

@@ -34,15 +34,24 @@ inline constexpr Text_View Line_End = u"\r\n";
 class Failure : public std::exception {
  public:
   Failure() = default;
-  explicit Failure(Text reason) : In_Words(std::move(reason)) {}
+
+  // place: where in a text it came up, and before: an earlier place that the reason ends with. Both
+  // serve Naming_Lines alone, and only while the text is there.
+  explicit Failure(Text reason, const char16_t* place = nullptr, const char16_t* before = nullptr)
+      : In_Words(std::move(reason)), At(place), Before(before) {}
 
   const char* what() const noexcept override { return "Failure"; }
 
   // Empty if it has none.
   const Text& Reason() const { return In_Words; }
 
+  const char16_t* Place() const { return At; }
+  const char16_t* Earlier_Place() const { return Before; }
+
  private:
   Text In_Words;
+  const char16_t* At = nullptr;
+  const char16_t* Before = nullptr;
 };
 
 }  // namespace rivelt

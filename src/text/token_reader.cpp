@@ -47,7 +47,7 @@ Token Token_Reader::Next() {
 
 Token Token_Reader::Next_Of_All() {
   while (At < Source.size() && Is_Blank(Source[At])) ++At;
-  if (At == Source.size()) return {};
+  if (At == Source.size()) return Take(Token::Kind::End, 0);
   if (Source[At] == u'(') return Take(Token::Kind::Open, 1);
   if (Source[At] == u')') return Take(Token::Kind::Close, 1);
   if (const std::size_t length = Length_Of_Quoted()) return Take(Token::Kind::Quoted, length);

@@ -50,9 +50,6 @@ Installed_Route Route_To_Pick(const Console_Window& window, const std::string& w
 // if not.
 bool Is_Confirmed(bool yes);
 
-// Says on standard error what a conversion of the picked route would leave on the old numbers.
-void Warn_Of_What_Stays_Behind(Console_Window& window);
-
 // What became of the route that a command could not change as it was told to.
 std::string What_Became_Of_It(Change_End end);
 

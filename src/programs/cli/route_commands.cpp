@@ -101,9 +101,7 @@ bool Is_Update_Needed(const Console_Window& window) {
 // Presses Check; false if an old shape was not found.
 bool Check_Picked_Route(Console_Window& window, const std::vector<Row>& rows) {
   Press(window, Control::cmdCheck);
-  if (window.Is_Stopped()) return true;
-  Warn_Of_What_Stays_Behind(window);
-  return All_Found(window, rows);
+  return window.Is_Stopped() || All_Found(window, rows);
 }
 
 // Presses Update, which asks. False: the answer was no.
@@ -182,9 +180,7 @@ int Check_Route(Console_Window& window, const Route_Settings& settings) {
 
 int Update_Route(Console_Window& window, const Route_Settings& settings) {
   const std::vector<Row> rows = Set_Up(window, settings);
-  if (settings.Yes && rows.empty()) {
-    Warn_Of_What_Stays_Behind(window);
-  } else {
+  if (!settings.Yes || !rows.empty()) {
     const bool goes_on = Check_Picked_Route(window, rows) || !settings.Yes;
     if (!goes_on || !Is_Update_Needed(window)) return End(window, settings, goes_on);
   }
