@@ -19,9 +19,9 @@
 #include "backup/restore.h"
 #include "backup/update.h"
 #include "catalogue/catalogue.h"
-#include "convert/count_references.h"
 #include "convert/whole_route.h"
 #include "form/check_findings.h"
+#include "form/reference_report.h"
 #include "system/file_service.h"
 #include "system/registry_service.h"
 #include "text/keyed_collection.h"
@@ -52,12 +52,6 @@ enum class Change_End {
 struct Restore_Result {
   Change_End How = Change_End::Done;
   Restored Files;
-};
-
-struct Route_References {
-  Reference_Counter Counter;
-  std::vector<Text> Binary_Files;  // in which nothing was counted
-  bool Has_Database = false;
 };
 
 class frmMain {

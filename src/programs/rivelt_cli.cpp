@@ -19,6 +19,7 @@ struct Arguments {
   std::optional<std::string> Root;
   Route_Settings Settings;
   Backup_Settings Backup;
+  bool Whole_Report = false;
   std::string Script_File = "-";
 };
 
@@ -96,10 +97,11 @@ void Add_All(CLI::App& app, Arguments& arguments) {
       ->type_name("DIR");
   Add_Command(app, "routes", "List the installed routes and their folders", "");
   Add_Conversions(app, arguments);
-  Add_Route(Add_Command(app, "references", "Count where the numbers in a route's files lead",
-                        " Ambrewick"),
-            arguments.Settings.Route)
-      .required();
+  CLI::App& references = Add_Command(
+      app, "references", "Count where the numbers in a route's files lead", " Ambrewick --list");
+  Add_Route(references, arguments.Settings.Route).required();
+  references.add_flag("--list", arguments.Whole_Report,
+                      "List every number that leads to nowhere, and every unknown shape");
   Add_Backups(app, arguments.Backup);
   CLI::App& script =
       Add_Command(app, "script", "Press the program's controls as a script tells", " steps.txt");
@@ -130,7 +132,7 @@ int Run_Started(const CLI::App& app, const Arguments& arguments, Console_Window&
   if (app.got_subcommand("backups")) return List_Backups(window, output, arguments.Backup);
   if (app.got_subcommand("restore")) return Restore_Backup(window, output, arguments.Backup);
   if (app.got_subcommand("references")) {
-    return Count_References(window, output, arguments.Settings.Route);
+    return Count_References(window, output, arguments.Settings.Route, arguments.Whole_Report);
   }
   return List_Routes(window, output);
 }

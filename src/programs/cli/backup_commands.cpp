@@ -78,12 +78,11 @@ std::string What_Became_Of_It(Change_End end) {
   switch (end) {
     case Change_End::Done:
       return "It was finished all the same.";
-    case Change_End::Lock_Held:
-      return "Another program is at work on this installation; nothing was touched.";
     case Change_End::Rolled_Back:
       return "What was replaced is back.";
     case Change_End::Unfinished:
       return "It will be rolled back at the next start.";
+    case Change_End::Lock_Held:
     case Change_End::Nothing_Touched:
       return "Nothing was touched.";
   }
@@ -113,7 +112,7 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   if (result.How != Change_End::Done) {
     return Report_Failure("Had problems restoring this route! " + What_Became_Of_It(result.How));
   }
-  window.Outcome = "the restore was finished";
+  window.Restore_Finished = true;
   Report_Restored(output, newest, result.Files);
   return Exit_Done;
 } catch (const std::exception&) {

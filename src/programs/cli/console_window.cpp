@@ -8,6 +8,7 @@
 namespace rivelt {
 
 void Console_Window::Start_On(const std::optional<std::string>& root) {
+  Named_Root = root;
   if (root) {
     Source = std::make_unique<Fixed_Registry>(*root);
   } else {
@@ -25,7 +26,7 @@ void Console_Window::Write_Log(Text_View text) {
 
 void Console_Window::Append_Log(Text_View text) {
   Memory_Window::Append_Log(text);
-  if (text.starts_with(u"\r\nFinished updating")) Outcome = "the update was finished";
+  if (text.starts_with(u"\r\nFinished updating")) Update_Finished = true;
   if (!Shows_Log) return;
   Console.Write(text);
 }
@@ -58,7 +59,13 @@ void Console_Window::Report() {
 }
 
 void Console_Window::Report_Interruption() {
-  Write_Error("Interrupted; " + std::string(Outcome) + ".");
+  if (Restore_Finished) {
+    Write_Error("Interrupted; the restore was finished.");
+  } else if (Update_Finished) {
+    Write_Error("Interrupted; the update was finished.");
+  } else {
+    Write_Error("Interrupted; the route is untouched.");
+  }
 }
 
 }  // namespace rivelt

@@ -17,14 +17,18 @@ class Console_Window : public Memory_Window {
  public:
   explicit Console_Window(Output& output) : Console(output) {}
 
+  // The folder that Start_On was given.
+  std::optional<std::string> Named_Root;
+
   // Starts the program on the installation at root, or on the machine's own without one.
   void Start_On(const std::optional<std::string>& root);
 
   // Whether the log is shown as it grows; what replaces it begins a line of its own.
   bool Shows_Log = false;
 
-  // What has become of the route, if the program is interrupted now.
-  std::string_view Outcome = "the route is untouched";
+  // Whether an update, or a restore, was finished.
+  bool Update_Finished = false;
+  bool Restore_Finished = false;
 
   // Answers a message box that asks. Without it the prepared answers count.
   std::function<int()> Ask;

@@ -2,6 +2,7 @@
 #include <cctype>
 #include <iostream>
 #include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -75,32 +76,54 @@ void Press(Console_Window& window, Control button) {
   window.Report();
 }
 
-// Says which of the old shapes the check has not come upon. False: there are some.
+// Says which of the old shapes no track object has. False: there are some.
 bool All_Found(const Console_Window& window, const std::vector<Row>& rows) {
-  const Text log = Fold_Case(window.Log());
+  const std::set<Text>& found = window.Form().Findings().Transformed_Shapes;
   bool all_found = true;
   for (const Row& row : rows) {
-    const Text name(Trim_Text(row.Old_Name));
-    const auto is_in_log = [&](Text_View ending) {
-      return log.find(Fold_Case(Concatenate({u"Transforming ", name, ending, u" >> "}))) !=
-             Text::npos;
-    };
-    if (is_in_log(u"") || is_in_log(u".s")) continue;
-    Write_Error(u"No track object has " + name);
+    const Text_View name = Trim_Text(row.Old_Name);
+    const Text folded = Fold_Case(name);
+    if (found.contains(folded) || found.contains(folded + u".s")) continue;
+    Write_Error(Concatenate({u"No track object has ", name}));
     all_found = false;
   }
   return all_found;
 }
 
-// Whether the check that the log shows has staged anything.
-bool Is_Update_Needed(const Console_Window& window) {
-  return !window.Is_Stopped() &&
-         window.Log().ends_with(u"You may look them over before updating\r\n");
+std::string Quoted(Text_View text) {
+  return "\"" + To_Utf8(text) + "\"";
+}
+
+// The newest backup of the picked route and the command that undoes its update.
+std::string Way_Back(const Console_Window& window) {
+  const std::vector<Text> times = window.Restorable();
+  if (times.empty()) return "";
+  const std::string root =
+      window.Named_Root ? "--root \"" + *window.Named_Root + "\" " : std::string();
+  return "; backup " + To_Utf8(times.front()) + "; to go back: rivelt-cli " + root + "restore " +
+         Quoted(window.Read_Text(Control::cmbRoutes)) + " --backup " + Quoted(times.front());
+}
+
+// Of the last check, and of an update if it has moved anything.
+void Write_Summary(const Console_Window& window) {
+  if (window.Is_Stopped()) return;
+  const Check_Findings& found = window.Form().Findings();
+  const auto count = [](auto number) { return std::to_string(number); };
+  std::string line = "Summary: " + count(found.World_Files.size()) + " world files, " +
+                     count(found.Binary_Files) + " binary; " + count(found.To_Update) +
+                     " to update";
+  if (found.Objects_Checked) {
+    line += "; " + count(found.Corrected) + " numbers corrected; " + count(found.Unknown_Objects) +
+            " track objects of " + count(found.Unknown_Shapes.size()) +
+            " shapes that the catalogue does not have; " + count(found.Left) + " left as they are";
+  }
+  Write_Error(window.Update_Finished ? line + Way_Back(window) : line);
 }
 
 // Presses Check; false if an old shape was not found.
 bool Check_Picked_Route(Console_Window& window, const std::vector<Row>& rows) {
   Press(window, Control::cmdCheck);
+  Write_Summary(window);
   return window.Is_Stopped() || All_Found(window, rows);
 }
 
@@ -112,12 +135,14 @@ bool Update_Picked_Route(Console_Window& window, bool yes) {
     return confirmed ? Answer_Ok : 0;
   };
   Press(window, Control::cmdUpdate);
-  if (window.Failed()) {
+  if (window.Failed() && !window.Update_Finished) {
     const Text route = window.Read_Text(Control::cmbRoutes);
     const Change_End end = window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
     if (!window.Is_Stopped()) Write_Error(What_Became_Of_It(end));
-    if (end == Change_End::Done) window.Forget_Failure();
+    window.Update_Finished = end == Change_End::Done;
+    if (window.Update_Finished) window.Forget_Failure();
   }
+  if (confirmed) Write_Summary(window);
   return confirmed;
 }
 
@@ -182,7 +207,8 @@ int Update_Route(Console_Window& window, const Route_Settings& settings) {
   const std::vector<Row> rows = Set_Up(window, settings);
   if (!settings.Yes || !rows.empty()) {
     const bool goes_on = Check_Picked_Route(window, rows) || !settings.Yes;
-    if (!goes_on || !Is_Update_Needed(window)) return End(window, settings, goes_on);
+    const bool is_needed = !window.Is_Stopped() && window.Form().Findings().To_Update != 0;
+    if (!goes_on || !is_needed) return End(window, settings, goes_on);
   }
   return End(window, settings, Update_Picked_Route(window, settings.Yes));
 }

@@ -1,0 +1,27 @@
+// Where the numbers in a route's files lead, as a text for an owner.
+
+#pragma once
+
+#include <vector>
+
+#include "convert/count_references.h"
+#include "text/text.h"
+
+namespace rivelt {
+
+struct Route_References {
+  // Whether every number leads somewhere.
+  bool All_Lead_Somewhere() const;
+
+  Reference_Counter Counter;
+  std::vector<Text> Binary_Files;  // in which nothing was counted
+  bool Has_Database = false;
+};
+
+// A line for each kind of reference with how many lead where, and one for the shapes that the
+// catalogue does not have. The whole report goes on with a line for each reference to nowhere and
+// for each of these shapes; without it only the first few of each kind that lead to nowhere are
+// named. Tabs are between the fields of a line.
+Text Reference_Report(const Route_References& references, bool whole);
+
+}  // namespace rivelt
