@@ -14,14 +14,19 @@ class Memory_Window_User : public Window_User {
   void Pick(Control list, Text_View entry) override { Screen.Pick(list, entry); }
   void Type(Control text_box, Text_View text) override { Screen.Type(text_box, text); }
   void Paste(Control text_box, Text_View text) override {
-    Text whole = Screen.Read_Text(text_box).append(text);
-    std::size_t caret = whole.size();
-    Cut_To_One_Line(whole, caret);
-    Screen.Type(text_box, whole);
+    Set_By_Aid(text_box, Screen.Read_Text(text_box).append(text));
   }
   void Press(Control button) override {
     const bool is_option = Row_Of(button).Type == Control_Type::Option_Button;
     is_option ? Screen.Select(button) : Screen.Press(button);
+  }
+  void Set_By_Aid(Control control, Text_View value) override {
+    if (Row_Of(control).Type == Control_Type::Drop_Down_List) return Pick(control, value);
+    if (Row_Of(control).Type == Control_Type::Option_Button) return Press(control);
+    Text line(value);
+    std::size_t caret = line.size();
+    Cut_To_One_Line(line, caret);
+    Type(control, line);
   }
   void Close() override { Screen.Close(); }
 

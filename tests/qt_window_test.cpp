@@ -24,6 +24,13 @@ class Qt_Window_Test : public Window_Fixture {
     QTest::keyClick(Form.windowHandle(), key, modifiers);
   }
 
+  static void Turn_Wheel(QWidget& widget, int eighths_of_a_degree) {
+    QWheelEvent wheel(QPointF(9, 9), widget.mapToGlobal(QPointF(9, 9)), {},
+                      {0, eighths_of_a_degree}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
+    QCoreApplication::sendEvent(&widget, &wheel);
+  }
+
   static std::string Focus() {
     const QWidget* widget = QApplication::focusWidget();
     return widget == nullptr ? "none" : widget->objectName().toStdString();
@@ -138,7 +145,10 @@ TEST_F(Qt_Window_Test, Keys_And_Clicks_In_The_Middle_Of_A_Command_Go_Nowhere_And
     for (const auto key : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_X, Qt::Key_Space, Qt::Key_Return}) {
       Native_Key(key);
     }
-    for (const auto key : {Qt::Key_C, Qt::Key_U, Qt::Key_S}) Native_Key(key, Qt::AltModifier);
+    for (const auto key : {Qt::Key_C, Qt::Key_U, Qt::Key_S, Qt::Key_R}) {
+      Native_Key(key, Qt::AltModifier);
+    }
+    Turn_Wheel(List(cmbRoutes), -120);
     Screen.Widget(txtTrack_0).setFocus();
     Native_Key(Qt::Key_X);
     // A click that waits in the queue when the command ends.
@@ -177,10 +187,7 @@ TEST_F(Qt_Window_Test, The_Log_Follows_Its_End_Until_The_User_Scrolls_And_Can_Be
     Screen.Yield();
     EXPECT_GT(bar.maximum(), 50);
     EXPECT_EQ(bar.value(), bar.maximum());
-    QWidget* const view = Log_Box.viewport();
-    QWheelEvent wheel(QPointF(9, 9), view->mapToGlobal(QPointF(9, 9)), {}, {0, 1200}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(view, &wheel);
+    Turn_Wheel(*Log_Box.viewport(), 1200);
   });
   User->Press(cmdCheck);
   EXPECT_LT(bar.value(), bar.maximum()) << "the user reads further up";

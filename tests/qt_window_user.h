@@ -66,6 +66,16 @@ class Qt_Window_User : public Window_User {
     }
     return Entries_Of(choices);
   }
+  void Set_By_Aid(Control control, Text_View value) override {
+    QWidget& widget = Screen.Widget(control);
+    if (auto* list = qobject_cast<QComboBox*>(&widget)) {
+      list->setCurrentIndex(list->findText(To_Qt(value)));
+    } else if (auto* box = qobject_cast<QLineEdit*>(&widget)) {
+      box->setText(To_Qt(value));
+    } else {
+      static_cast<QRadioButton&>(widget).setChecked(true);
+    }
+  }
   void Close() override { Screen.Form_Widget().close(); }
 
   bool Visible() const override { return const_cast<Qt_Window&>(Screen).Form_Widget().isVisible(); }

@@ -284,6 +284,32 @@ TEST_F(Window_Contract, Input_In_The_Middle_Of_Start_Or_Command_Is_Dropped_And_N
   EXPECT_EQ(Find_Text(2, Log(), u"Checking: "), 0);
 }
 
+TEST_F(Window_Contract,
+       A_Control_That_An_Aid_Sets_Raises_Its_Event_But_Goes_Back_During_A_Command) {
+  Start();
+  const auto set = [&](Text_View route, Control option, Text_View shape) {
+    User->Set_By_Aid(cmbRoutes, route);
+    User->Set_By_Aid(option, {});
+    User->Set_By_Aid(txtTrack_0, shape);
+    User->Set_By_Aid(cmbTracks_0, shape);
+  };
+  set(u"Second to none", optDynamic_1, u"c.s");
+  User->Set_By_Aid(txtTrack_0, u"");
+  User->Set_By_Aid(txtTrack_0, u"b.s\r\nx");
+  EXPECT_EQ(Which_Take_Input(), Ready + Rows + "cmdCheck cmdUpdate cmdSave cmdQuit txtMessages ");
+  In_The_Middle([&] { set(u"a branch line", optDynamic_0, u"A.s"); });
+  User->Press(cmdCheck);
+  EXPECT_EQ(Train.Content(Staged_File), World(u"78", u"c.s"));
+  EXPECT_TRUE(User->Selected(optDynamic_1));
+  for (const auto& [control, text] :
+       {std::pair{cmbRoutes, u"Second to none"}, {txtTrack_0, u"b.s"}, {cmbTracks_0, u"c.s"}}) {
+    EXPECT_EQ(User->Shown_Text(control), text);
+  }
+  User->Set_By_Aid(cmbTracks_0, u"A.s");
+  User->Press(cmdCheck);
+  EXPECT_EQ(Train.Content(Staged_File), World(u"77", u"A.s"));
+}
+
 TEST_F(Window_Contract, Quit_And_Close_Take_Effect_At_Once_Or_When_The_Command_Has_Ended) {
   const std::vector<std::pair<const char*, std::function<void()>>> ways = {
       {"Quit", [&] { User->Press(cmdQuit); }}, {"closing the window", [&] { User->Close(); }}};
@@ -340,6 +366,8 @@ TEST_F(Window_Contract, Of_More_Lines_Than_Can_Be_Read_All_Are_There_And_None_Ca
   User->Type(txtMessages, u"x\b\r");
   EXPECT_GT(std::ranges::count(Log(), u'\n'), count);
   EXPECT_TRUE(Log() == User->Seam().Read_Text(txtMessages));
+  User->Press(cmdCheck);
+  EXPECT_EQ(Log(), User->Seam().Read_Text(txtMessages)) << "a short log after a long one";
 }
 
 }  // namespace

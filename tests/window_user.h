@@ -49,6 +49,10 @@ class Window_User {
   virtual Lines Menu() = 0;
   virtual Lines Choices() = 0;
 
+  // The control is set to that text or entry, or the option selected, by the means of aids for the
+  // blind: neither keys nor mouse.
+  virtual void Set_By_Aid(Control control, Text_View value) = 0;
+
   // How the person will answer what comes up: the boxes with OK unless told here, the dialogs for a
   // file or a folder with a cancel unless told here (an empty path is one). Each is used once.
   virtual void Answer_With_Cancel() { ++Cancels; }

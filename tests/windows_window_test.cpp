@@ -52,6 +52,44 @@ TEST_F(Windows_Window_Test, Every_Control_Has_Its_Place_At_The_Dpi_Of_The_Screen
   }
 }
 
+TEST_F(Windows_Window_Test, The_Log_Is_Readable_And_Named_Like_All_Others_In_Every_Colour_Scheme) {
+  Start();
+  const HDC context = GetDC(Screen.Handle(txtMessages));
+  SetTextColor(context, RGB(1, 2, 3));
+  SendMessageW(Screen.Handle(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+               reinterpret_cast<LPARAM>(Screen.Handle(txtMessages)));
+  EXPECT_EQ(GetTextColor(context), GetSysColor(COLOR_WINDOWTEXT));
+  EXPECT_EQ(GetBkColor(context), GetSysColor(COLOR_WINDOW));
+  ReleaseDC(Screen.Handle(txtMessages), context);
+  for (const Control_Row& row : Control_Table) {
+    if (row.Accessible_Name.empty()) continue;
+    // A screen reader takes the label before a control for its name.
+    wchar_t label[64] = {};
+    GetWindowTextW(GetWindow(Screen.Handle(row.Id), GW_HWNDPREV), label, 64);
+    EXPECT_EQ(From_Wide(label), row.Accessible_Name) << Written_Name(row);
+  }
+}
+
+TEST_F(Windows_Window_Test, The_Focus_Outlives_Minimising_And_Enter_Presses_What_Has_It) {
+  Start_And_Pick_First();
+  User->Press(cmdSave);
+  for (const int way : {SW_MINIMIZE, SW_RESTORE}) {
+    ShowWindow(Screen.Handle(), way);
+    Screen.Handle_Pending();
+  }
+  EXPECT_EQ(Focused(), cmdSave);
+  User->Press(cmdCheck);
+  Train.Disk.Remove(u"\\train\\Quenby");
+  Key(VK_RETURN);
+  EXPECT_EQ(User->Boxes().size(), 1u) << "checked once more";
+  User->Press(optDynamic_1);
+  Train.Disk.Remove(u"\\train\\routes");
+  User->Press(cmdCheck);
+  EXPECT_EQ(Focused(), cmdQuit);
+  Key(VK_RETURN);
+  EXPECT_FALSE(User->Visible());
+}
+
 TEST_F(Windows_Window_Test, Tab_Goes_Through_What_Takes_Input_And_Arrows_Change_The_Option) {
   Start();
   std::vector<Control> order;
@@ -83,9 +121,11 @@ TEST_F(Windows_Window_Test, Typing_In_A_List_Goes_To_The_Entry_That_Starts_So) {
 }
 
 TEST_F(Windows_Window_Test, Esc_Quits_But_Closes_An_Open_List_First) {
-  Start();
+  Start_And_Pick_First();
   SendMessageW(Screen.Handle(cmbRoutes), CB_SHOWDROPDOWN, TRUE, 0);
-  Key(VK_ESCAPE);
+  for (const WPARAM key : {VK_UP, VK_ESCAPE}) Key(key);
+  EXPECT_EQ(User->Shown_Text(cmbRoutes) + Screen.Read_Text(cmbRoutes),
+            u"Second to noneSecond to none");
   EXPECT_TRUE(User->Visible());
   EXPECT_FALSE(SendMessageW(Screen.Handle(cmbRoutes), CB_GETDROPPEDSTATE, 0, 0));
   SetFocus(Screen.Handle(txtMessages));

@@ -91,6 +91,25 @@ class Windows_Window_User : public Window_User {
     Reads = false;
     return Seen_Entries;
   }
+  void Set_By_Aid(Control control, Text_View value) override {
+    const HWND handle = Screen.Handle(control);
+    const std::wstring text = To_Wide(value);
+    const auto content = reinterpret_cast<LPARAM>(text.c_str());
+    switch (Row_Of(control).Type) {
+      case Control_Type::Drop_Down_List: {
+        const LRESULT row =
+            SendMessageW(handle, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), content);
+        SendMessageW(handle, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+        return;
+      }
+      case Control_Type::Text_Box:
+        SendMessageW(handle, EM_SETSEL, 0, -1);
+        SendMessageW(handle, EM_REPLACESEL, TRUE, content);
+        return;
+      default:
+        SendMessageW(handle, BM_CLICK, 0, 0);
+    }
+  }
   void Close() override {
     PostMessageW(Screen.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
     Let_It_Happen();

@@ -108,6 +108,11 @@ void Windows_Window::Create_Window() {
 void Windows_Window::Create_Control(const Control_Row& row) {
   const Control_Kind kind = Kind_Of(row);
   HWND& handle = Handles[Tab(row.Id)];
+  // A screen reader takes the label before a control as its name, also one that is not to be seen.
+  if (!row.Accessible_Name.empty()) {
+    CreateWindowExW(0, L"STATIC", To_Wide(row.Accessible_Name).c_str(), WS_CHILD, 0, 0, 0, 0, Form,
+                    nullptr, GetModuleHandleW(nullptr), nullptr);
+  }
   handle = CreateWindowExW(kind.Extended_Style, kind.Class, To_Wide(row.Caption).c_str(),
                            kind.Style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, Form,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(Command_Id(row.Id))),
