@@ -337,11 +337,13 @@ TEST_F(Whole_Conversion, Moves_Nothing_If_The_Local_File_Cannot_Be_Staged_Or_Is_
   EXPECT_EQ(Train.Staged(), Lines{});
   Train.Disk.Remove(u"\\train\\Quenby\\tmp\\tsection.dat");
   Window.Toggle_Whole_Route();
-  // The binary file is no failure where nothing has to move.
+  // The unreadable file is no failure where no pass runs over it.
   Train.Put(u"routes\\A\\tsection.dat", Moved_Local).Put(u"routes\\A\\world\\w-9.w", u"JINX0w0b");
-  Window.Select(optDynamic_1);
   Window.Press(cmdCheck);
   EXPECT_TRUE(Log().starts_with(Checking) && Log().ends_with(No_Update)) << To_Utf8(Log());
+  Window.Select(optDynamic_1);
+  Window.Press(cmdCheck);
+  EXPECT_EQ(Window.Form().Reason(), u"World\\w-9.w, at byte 0: not a binary or compressed file");
 }
 
 TEST_F(Whole_Conversion, What_Stays_Or_Gets_Mixed_Is_Told_And_Numbers_Move_If_Only_One_Kind_Does) {
@@ -398,7 +400,7 @@ TEST_F(Whole_Conversion, What_Stops_The_Program_Moves_Nothing) {
        put(u"routes\\A\\world\\w-2.w", u"Tr_Worldfile ( Dyntrack ( ")},
       {u"Had problems reading the track database!",
        put(u"routes\\A\\THE LINE.tdb", u"TrackDB ( TrVectorSections ( 1 7 ) )")},
-      {u"A world file is binary, please convert it to text with ffedit!",
+      {u"Had problems reading route w-files!",
        put(u"routes\\A\\world\\w-9.w", u"JINX0w0b")},
       {u"No track database!",
        [](Installation& train, Memory_Window&) {

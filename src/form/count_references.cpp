@@ -1,5 +1,6 @@
 #include "convert/count_references.h"
 
+#include "binary/binary_file.h"
 #include "convert/rebase_tsection.h"
 #include "convert/world_passes.h"
 #include "form/frm_main.h"
@@ -27,19 +28,24 @@ Route_References frmMain::References_Of(const Text& route_folder) {
   for (const auto& file : world) {
     if (!Is_World_File(file->name())) continue;
     const Text name = places::Below(places::World_Folder, file->name());
-    const Text text = read(*file);
-    if (Is_World_Text(text)) {
-      Naming_File(name, [&] { found.Counter.Count_World_File(name, text); });
-    } else {
-      found.Binary_Files.push_back(name);
+    Text text = read(*file);
+    try {
+      if (!Is_World_Text(text)) text = Text_Of_Binary(text, file->State().Size);
+    } catch (const Failure& failure) {
+      found.Unread.push_back(Concatenate({name, u", ", failure.Reason()}));
+      continue;
     }
+    Naming_File(name, [&] { found.Counter.Count_World_File(name, text); });
   }
   found.Counter.Count_Paths(places::Tsection, local.Path_Sections);
   const auto databases = Track_Databases(*FSO, places::Route(MSTS_Path, route_folder));
   found.Has_Database = !databases.empty();
   for (const auto& file : databases) {
-    const Text text = read(*file);
-    Naming_File(file->name(), [&] { found.Counter.Count_Track_Database(file->name(), text); });
+    Text text = read(*file);
+    Naming_File(file->name(), [&] {
+      if (Is_Binary(text)) text = Text_Of_Binary(text, file->State().Size);
+      found.Counter.Count_Track_Database(file->name(), text);
+    });
   }
   return found;
 }

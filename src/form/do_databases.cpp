@@ -1,3 +1,4 @@
+#include "binary/binary_file.h"
 #include "convert/whole_route.h"
 #include "form/frm_main.h"
 #include "routes/trk_file.h"
@@ -22,9 +23,11 @@ void frmMain::Do_Databases() try {
 
 void frmMain::Convert_Database(File& file) {
   const File_State state = file.State();
-  const Renumbered_File renumbered = Renumber_Database(file);
+  bool is_binary = false;
+  const Renumbered_File renumbered = Renumber_Database(file, is_binary);
   Found.Taken += renumbered.Taken_Count;
   Add_Line(Concatenate({NL, file.name()}));
+  if (is_binary) Add_Line(u"file is binary, read as text");
   Add_Line(Concatenate({Number_Text(renumbered.Section_Count), u" section numbers,",
                         Number_Text(renumbered.Shape_Count), u" shape numbers"}));
   if (!renumbered.Output) return;
@@ -33,16 +36,20 @@ void frmMain::Convert_Database(File& file) {
 }
 
 void frmMain::Count_In_Database(File& file) try {
-  const Renumbered_File renumbered = Renumber_Database(file);
+  bool is_binary = false;
+  const Renumbered_File renumbered = Renumber_Database(file, is_binary);
   Found.Numbers_Behind += renumbered.Section_Count + renumbered.Shape_Count;
 } catch (const std::exception&) {
   Add_Line(u"I cannot read the track database " + file.name());
 }
 
-Renumbered_File frmMain::Renumber_Database(File& file) const {
-  const Text text = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
-  return Naming_File(file.name(),
-                     [&] { return Rebase_Track_Database(text, Moving_Sections, Moving_Shapes); });
+Renumbered_File frmMain::Renumber_Database(File& file, bool& is_binary) const {
+  Text text = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  is_binary = Is_Binary(text);
+  return Naming_File(file.name(), [&] {
+    if (is_binary) text = Text_Of_Binary(text, file.State().Size);
+    return Rebase_Track_Database(text, Moving_Sections, Moving_Shapes);
+  });
 }
 
 }  // namespace rivelt

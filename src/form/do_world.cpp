@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "binary/binary_file.h"
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
 #include "form/frm_main.h"
@@ -10,34 +11,49 @@
 #include "text/reasons.h"
 
 namespace rivelt {
+namespace {
+
+Text World_Text_Of_Binary(Text_View read, std::uint64_t file_size) {
+  Text text = Text_Of_Binary(read, file_size);
+  if (!Is_World_Text(text)) throw Failure(u"not a world file");
+  return text;
+}
+
+}  // namespace
 
 void frmMain::Do_World() try {
   const auto files = FSO->GetFolder(places::World(MSTS_Path, Current_Route_Folder()))->Files();
   for (const auto& file : files) {
-    if (Is_World_File(file->name()) && !Convert_World_File(*file)) return;
+    if (Is_World_File(file->name())) Convert_World_File(*file);
   }
 } catch (const std::exception& failure) {
   Keep_Reason(failure);
   Fatal_Error(u"Had problems reading route w-files!");
 }
 
-bool frmMain::Convert_World_File(File& file) {
+void frmMain::Convert_World_File(File& file) {
   const Text name = file.name();
   Found.World_Files.insert(Fold_Case(name));
   const File_State state = file.State();
   Text text = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(Concatenate({NL, u"world\\", name}));
-  if (!Is_World_Text(text)) {
-    ++Found.Binary_Files;
-    Add_Line(u"file is binary, please convert to text with ffedit");
-    if (!Moves_Whole_Route()) return true;
-    Fatal_Error(u"A world file is binary, please convert it to text with ffedit!");
-    return false;
-  }
-  const bool changes = Naming_File(places::Below(places::World_Folder, name),
-                                   [&] { return Run_World_Passes(text); });
+  const bool changes = Naming_File(places::Below(places::World_Folder, name), [&] {
+    return (Is_World_Text(text) || Read_Binary_World(text, state)) && Run_World_Passes(text);
+  });
   if (changes) Stage(name, text, state);
-  return true;
+}
+
+bool frmMain::Read_Binary_World(Text& text, const File_State& state) {
+  ++Found.Binary_Files;
+  if (Current.Whole_Route && (Numbers_Move() || !Current.Dynamic_Only)) {
+    text = World_Text_Of_Binary(text, state.Size);
+    Add_Line(u"file is binary, read as text");
+    return true;
+  }
+  Add_Line(u"file is binary, please convert to text with ffedit");
+  if (Shape_Delta == 0) return false;
+  Ignoring_Failures([&] { Count_Objects_Behind(World_Text_Of_Binary(text, state.Size)); });
+  return false;
 }
 
 bool frmMain::Run_World_Passes(Text& text) {
@@ -48,15 +64,17 @@ bool frmMain::Run_World_Passes(Text& text) {
     if (passed.Output) text = std::move(*passed.Output);
     count += passed.Count;
   }
-  if (Shape_Delta != 0) {
-    if (Current.Whole_Route) {
-      count += Rebase_Track_Objects(text);
-    } else {
-      Ignoring_Failures([&] { Found.Objects_Behind += Renumber_Track_Objects(text).Shape_Count; });
-    }
+  if (Shape_Delta != 0 && Current.Whole_Route) {
+    count += Rebase_Track_Objects(text);
+  } else if (Shape_Delta != 0) {
+    Ignoring_Failures([&] { Count_Objects_Behind(text); });
   }
   if (!Current.Dynamic_Only) count += Check_Shapes(text);
   return count != 0;
+}
+
+void frmMain::Count_Objects_Behind(Text_View text) {
+  Found.Objects_Behind += Renumber_Track_Objects(text).Shape_Count;
 }
 
 Renumbered_File frmMain::Renumber_Track_Objects(Text_View text) {

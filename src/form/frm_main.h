@@ -172,18 +172,21 @@ class frmMain {
   void Convert_Tsection(File& file);
   void Report_No_Tsection();
   void Do_World();
-  bool Convert_World_File(File& file);  // false: the walk has to end
+  void Convert_World_File(File& file);
   void Report_Findings();
 
   bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
-  bool Moves_Whole_Route() const { return Current.Whole_Route && Numbers_Move(); }
   void Do_Databases();
   void Convert_Database(File& file);
   void Count_In_Database(File& file);
-  Renumbered_File Renumber_Database(File& file) const;
+  Renumbered_File Renumber_Database(File& file, bool& is_binary) const;
+
+  // Reads a file that is no text, where a pass is to run over it. False: it is left as it is.
+  bool Read_Binary_World(Text& text, const File_State& state);
 
   // The passes over the text of a world file; those in it give the number of changes.
   bool Run_World_Passes(Text& text);  // whether there is a change
+  void Count_Objects_Behind(Text_View text);
   Long Rebase_Track_Objects(Text& text);
   Long Check_Shapes(Text& text);
   Renumbered_File Renumber_Track_Objects(Text_View text);

@@ -84,8 +84,7 @@ Text Reference_Report(const Route_References& references, bool whole) {
         Lost_Lines(name, counter.Of(kind), whole ? counter.Of(kind).Lost.size() : Most_Shown);
   }
   counts += Unknown_Count_Line(counter.Unknown());
-  for (const Text& file : references.Binary_Files)
-    counts += Line({u"Binary, and passed over", file});
+  for (const Text& file : references.Unread) counts += Line({u"Passed over", file});
   if (!references.Has_Database) counts += Line({u"No track database"});
   if (!whole) return counts;
   for (const auto& [key, shape] : counter.Unknown()) {

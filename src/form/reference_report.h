@@ -14,7 +14,7 @@ struct Route_References {
   bool All_Lead_Somewhere() const;
 
   Reference_Counter Counter;
-  std::vector<Text> Binary_Files;  // in which nothing was counted
+  std::vector<Text> Unread;  // world files in which nothing was counted, each with the reason
   bool Has_Database = false;
 };
 
