@@ -100,8 +100,16 @@ class Recovery {
       }
       Folder.Route.Forget(file.Place);
     }
-    if (!file.Original) return;
-    Folder.Original_Of(file).Keep(Folder.Route.Path(Folder.Kept.Spelled(file.Place)));
+    if (file.Original) Put_Back(Folder.Original_Of(file), Folder.Kept.Spelled(file.Place));
+  }
+
+  // A copy gets its name when it is on disk, or a loss of power could leave one that nobody knows.
+  void Put_Back(File& original, const Text& place) {
+    const Text path = Folder.Route.Path(Concatenate({Folder_In(place), Temporary_Prefix}));
+    original.Keep(path);
+    const auto back = Files.GetFile(path);
+    if (back->State().Identity != original.State().Identity) Folder.Route.Flush();
+    back->Move(Folder.Route.Path(place));
   }
 
   // A second name for the file where the system can, so that nothing written to it is lost; else a
