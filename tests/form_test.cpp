@@ -276,6 +276,17 @@ TEST_F(Small_Installation, Update_Moves_Everything_And_A_Second_One_Finds_Nothin
   EXPECT_EQ(Train.Content(u"routes\\A\\tsection.dat"), Moved_Local);
 }
 
+TEST_F(Small_Installation, Update_Names_What_Has_Changed_And_What_Has_Come_Since_The_Check) {
+  Window.Press(cmdCheck);
+  Train.Disk.Edit_In_Place(u"\\train\\routes\\A\\world\\w-1.w", Small_World(u"301", u"360"));
+  Train.Put(u"routes\\A\\world\\w-9.W", u"");
+  Window.Press(cmdUpdate);
+  EXPECT_EQ(Log(), Updating +
+                       u"\nFinished updating \n"
+                       u"Had changed since the check, and is in the backup: world\\w-1.w\n"
+                       u"New since the check, and not converted: world\\w-9.W\n");
+}
+
 class Whole_Conversion : public Small_Installation {
  protected:
   Whole_Conversion() {

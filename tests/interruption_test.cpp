@@ -12,6 +12,7 @@
 #include <span>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "backup/content.h"
 #include "backup/restore.h"
@@ -73,6 +74,10 @@ Lines Updates_Of_A(const Installation& train) {
     names.push_back(Memory_Disk::Name(found.Path));
   }
   return names;
+}
+
+Text Files_Of_Newest(const Installation& train) {
+  return Backup_Folder + u"A\\" + Updates_Of_A(train).back() + u"\\";
 }
 
 bool Is_Unfinished(const Installation& train) {
@@ -409,11 +414,14 @@ TEST_F(Interruption, Any_Operation_Of_Check_And_Update_Leaves_The_Route_Whole_Af
     const auto look = [&](Installation& train, Fault, int) {
       unfinished += Is_Unfinished(train) ? 1 : 0;
       train.Put(u"Quenby\\tmp\\.rivelt-1", u"on its way to another disk");
+      if (Is_Unfinished(train)) train.Disk.Put_File(Files_Of_Newest(train) + u".rivelt-2", u"");
       const Route_State found = Route_Of(train);
       Session restart(train);
       restart.Run();
       Expect_Whole_Or_Nothing(train);
       EXPECT_EQ(Updates_Of_A(train).size(), Route_Of(train) == After ? 1u : 0u);
+      EXPECT_FALSE(!Updates_Of_A(train).empty() &&
+                   train.Disk.Find(Files_Of_Newest(train) + u".rivelt-2").Node);
       EXPECT_EQ(restart.Logged(u"Rolled back an unfinished update: A\r\n\r\nSelect"),
                 Route_Of(train) != found);
       EXPECT_TRUE(Route_Of(train) == found ||
@@ -477,9 +485,10 @@ class Three_Updates : public Interruption {
       Session(Train).Run([](Session& session) { session.Window.Press(cmdUpdate); });
       if (States.size() == 1) Train.Disk.Remove(Folder_Of_A + u"world\\w-2.w");
       Train.Disk.Time += 60'000'000'000;
-      Train.Put(Concatenate({u"routes\\A\\world\\new", number, u".w"}),
+      Train.Put(Concatenate({u"routes\\A\\world\\NEW", number, u".W"}),
                 Small_World(number, number));
     }
+    Train.Put(u"routes\\A\\B.TDB", u"a newer database");
   }
 
   auto Restore(const Text& time) {
@@ -509,7 +518,7 @@ TEST_F(Three_Updates, A_Restore_Makes_The_Route_What_It_Was_And_Names_What_It_Ca
     }
     EXPECT_EQ(Route_Of(train), wanted);
     EXPECT_EQ(Result.Files.From_Later.size(), 2 - to);
-    EXPECT_EQ(Result.Files.Newer, Lines{u"world\\new3000.w"});
+    EXPECT_EQ(Result.Files.Newer, (Lines{u"B.TDB", u"world\\NEW3000.W"}));
 
     // It can itself be restored from.
     const Text newest = Updates_Of_A(train).back();
@@ -519,17 +528,49 @@ TEST_F(Three_Updates, A_Restore_Makes_The_Route_What_It_Was_And_Names_What_It_Ca
   }
 }
 
+TEST_F(Three_Updates, A_Restore_Names_What_To_Look_At_After_Others_And_Whatever_The_Clock_Said) {
+  const Lines times = Updates_Of_A(Train);
+  for (const std::size_t to : {2, 1, 0}) Session(Train).Run(Restore(times[to]));
+  EXPECT_EQ(Result.Files.From_Later, (Lines{u"world\\NEW1000.W", u"world\\NEW2000.W"}));
+  Train.Disk.Rename(Backup_Folder + u"A\\" + times[2], u"2999-01-01 00.00.00");
+  Session(Train).Run(Restore(u"2999-01-01 00.00.00"));
+  EXPECT_EQ(Result.Files.Newer, (Lines{u"B.TDB", u"world\\NEW3000.W"}));
+}
+
+TEST_F(Three_Updates, A_Damaged_Backup_Stops_Its_Own_Restore_Alone) {
+  const Lines times = Updates_Of_A(Train);
+  const Route_State before = Route_Of(Train);
+  const Text damaged = Backup_Folder + u"A\\" + times[1] + u"\\";
+  Train.Disk.Put_File(damaged + u"world\\w-1.w", u"");
+  const auto restore = [&](const Text& time) {
+    Session session(Train);
+    session.Run(Restore(time));
+    return session.Window.Form().Reason();
+  };
+  EXPECT_EQ(restore(times[1]),
+            u"Somebody has changed a kept original: " + damaged + u"World\\w-1.w");
+  EXPECT_EQ(Result.How, Change_End::Nothing_Touched);
+  Train.Disk.Put_File(damaged + u"journal.txt", u"");
+  EXPECT_EQ(restore(times[1]), u"This backup cannot be read: " + times[1]);
+  EXPECT_EQ(Route_Of(Train), before);
+  EXPECT_EQ(restore(times[0]), u"");
+  EXPECT_EQ(Result.Files.Unreadable, Lines{times[1]});
+  EXPECT_EQ(Route_Of(Train).at(u"TSection.DAT"), Small_Local);
+}
+
 TEST_F(Three_Updates, A_Restore_That_Is_Interrupted_Anywhere_Is_Whole_Or_Nothing) {
   for (const Text& time : Updates_Of_A(Train)) {
     const auto restore = Restore(time);
     Installation restored = Train;
     Session(restored).Run(restore);
-    Sweep(Train, Stride, restore, [&](Installation& train, Fault, int) {
+    Sweep(Train, Stride, restore, [&](Installation& train, Fault fault, int) {
+      const Change_End end = std::exchange(Result.How, Change_End::Nothing_Touched);
       Session(train).Run();
       const bool is_restored = Route_Of(train) != Route_Of(Train);
       const bool is_whole = Result.Files.Unreadable.empty();
       EXPECT_TRUE(!is_restored || !is_whole || Route_Of(train) == Route_Of(restored));
       EXPECT_EQ(Updates_Of_A(train).size(), is_restored ? 4u : 3u);
+      EXPECT_TRUE(fault != Fault::Failure || is_restored == (end == Change_End::Done));
       EXPECT_FALSE(Is_Unfinished(train));
       Session(train).Run(restore);
       EXPECT_EQ(Route_Of(train), Route_Of(restored));
@@ -625,6 +666,87 @@ TEST_F(Failed_Update, That_Moved_Nothing_Keeps_Only_What_The_Route_Lacks_And_Is_
   Session restart(Train);
   restart.Run();
   EXPECT_TRUE(restart.Window.Restorable().empty());
+}
+
+TEST_F(Failed_Update, Goes_On_When_The_Missing_File_Is_Back_Or_Its_Copy_Is_Gone) {
+  for (const bool comes_back : {true, false}) {
+    Installation train = Made(true);
+    Session(train).Run([&](Session& session) {
+      session.Window.Press(cmdCheck);
+      train.Disk.Remove(Folder_Of_A + u"a.tdb");
+      session.Window.Press(cmdUpdate);
+      EXPECT_TRUE(Is_Unfinished(train));
+      if (comes_back) train.Put(u"routes\\A\\a.tdb", Before.at(u"a.tdb"));
+      if (!comes_back) train.Disk.Remove(u"\\train\\Quenby\\tmp\\route\\a.tdb");
+      session.Window.Press(cmdUpdate);
+      EXPECT_TRUE(session.Logged(comes_back ? u"Finished updating " : u"No update needed"));
+      EXPECT_EQ(Boxes(session), 1);
+    });
+    Session(train).Run();
+    EXPECT_FALSE(Is_Unfinished(train));
+    Route_State wanted = After;
+    if (!comes_back) wanted.erase(u"a.tdb");
+    EXPECT_EQ(Route_Of(train), wanted);
+  }
+}
+
+TEST_F(Failed_Update, Keeps_Anew_What_Is_Edited_In_Place_Before_The_Next_One) {
+  Run(At_Last_Tile, [&](Session& session) {
+    Train.Disk.Edit_In_Place(Folder_Of_A + u"world\\w-2.w", u"edited");
+    session.Window.Press(cmdUpdate);
+    EXPECT_TRUE(session.Logged(u"Had changed since the check, and is in the backup: world\\w-2.w"));
+    EXPECT_EQ(session.Window.Form().Restore(u"A", Updates_Of_A(Train)[0]).How, Change_End::Done);
+  });
+  Route_State wanted = Before;
+  wanted[u"world\\w-2.w"] = u"edited";
+  EXPECT_EQ(Route_Of(Train), wanted);
+}
+
+TEST_F(Failed_Update, Of_Which_Something_Kept_Is_Damaged_Is_Named_And_Nothing_Is_Touched) {
+  Run(At_Last_Tile);
+  const Text folder = Backup_Folder + u"A\\" + Updates_Of_A(Train)[0] + u"\\";
+  const struct {
+    Text_View File;
+    std::optional<Text_View> Content;
+    Text Reason;
+  } cases[] = {
+      {u"journal.txt", u"damaged",
+       u"The journal is damaged: " + folder.substr(0, folder.size() - 1)},
+      {u"world\\w-1.w", u"", u"Somebody has changed a kept original: " + folder + u"World\\w-1.w"},
+      {u"TSection.DAT", std::nullopt, u"A kept original is missing: " + folder + u"tsection.dat"},
+  };
+  for (const auto& [file, content, reason] : cases) {
+    Installation train = Train;
+    if (content) train.Disk.Put_File(folder + Text(file), *content);
+    if (!content) train.Disk.Remove(folder + Text(file));
+    const Installation damaged = train;
+    Session(train).Run([&](Session& session) {
+      EXPECT_TRUE(session.Logged(u"Could not roll back an unfinished update: A")) << To_Utf8(file);
+      session.Window.Press(cmdCheck);
+      EXPECT_EQ(session.Window.Form().Reason(), reason);
+    });
+    EXPECT_EQ(Files_Below(train, u"\\train"), Files_Below(damaged, u"\\train"));
+  }
+}
+
+TEST_F(Failed_Update, Is_Rolled_Back_By_A_Start_That_Fails_Which_Says_So_In_Its_Reason) {
+  Run(At_Last_Tile);
+  Train.Disk.Remove(u"\\train\\global\\tsection.dat");
+  Session restart(Train);
+  restart.Run();
+  EXPECT_EQ(Route_Of(Train), Before);
+  EXPECT_TRUE(restart.Window.Log().ends_with(Standard_Line));
+  EXPECT_TRUE(
+      restart.Window.Form().Reason().starts_with(u"Rolled back an unfinished update: A\r\n"));
+}
+
+TEST_F(Failed_Update, Makes_The_Next_Check_A_Full_One_Once_It_Is_Rolled_Back) {
+  Run(At_Last_Tile, [&](Session& session) {
+    EXPECT_EQ(session.Window.Form().Recover_Before_End(u"A"), Change_End::Rolled_Back);
+    session.Window.Press(cmdUpdate);
+    EXPECT_TRUE(session.Logged(u"Local tsection.dat"));
+  });
+  EXPECT_EQ(Route_Of(Train), After);
 }
 
 TEST_F(Failed_Update, With_Nothing_Staged_Any_More_Stays_Until_A_Full_Check_Rolls_It_Back) {
