@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "backup/backup_time.h"
-#include "backup/decision.h"
+#include "backup/update_folder.h"
 #include "backup/journal.h"
 #include "text/utf8.h"
 

@@ -208,7 +208,7 @@ class Twin {
     Content_Reader reader;
     reader.Add(file.Node->Bytes);
     std::ostringstream written;
-    written << reader.Whole().Size << '\t' << std::hex << reader.Whole().Checksum;
+    written << std::hex << reader.Whole().Size << '\t' << reader.Whole().Checksum;
     return written.str();
   }
 

@@ -2,44 +2,37 @@
 
 #include <bit>
 #include <cstring>
+#include <utility>
 
 namespace rivelt {
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "words are read in place");
 
-constexpr std::uint64_t Odd_Factor = 0x9E3779B97F4A7C15;
-
 constexpr std::uint64_t Mixed(std::uint64_t checksum, std::uint64_t word) {
-  checksum = (checksum ^ word) * Odd_Factor;
+  checksum = (checksum ^ word) * 0x9E3779B97F4A7C15;
   return checksum ^ (checksum >> 32);
 }
 
 }  // namespace
 
 void Content_Reader::Add(std::string_view bytes) {
-  for (; !bytes.empty() && Read.Size % 8 != 0; bytes.remove_prefix(1)) Add_Byte(bytes.front());
-  std::uint64_t word = 0;
-  for (; bytes.size() >= sizeof word; bytes.remove_prefix(sizeof word)) {
-    std::memcpy(&word, bytes.data(), sizeof word);
-    Read.Size += sizeof word;
-    Add_Word(word);
+  while (!bytes.empty()) {
+    const bool is_word = Read.Size % sizeof Word == 0 && bytes.size() >= sizeof Word;
+    if (is_word) {
+      std::memcpy(&Word, bytes.data(), sizeof Word);
+    } else {
+      Word |= std::uint64_t{static_cast<unsigned char>(bytes[0])} << (Read.Size % sizeof Word * 8);
+    }
+    const std::size_t count = is_word ? sizeof Word : 1;
+    bytes.remove_prefix(count);
+    Read.Size += count;
+    if (Read.Size % sizeof Word == 0) Read.Checksum = Mixed(Read.Checksum, std::exchange(Word, 0));
   }
-  for (const char byte : bytes) Add_Byte(byte);
-}
-
-void Content_Reader::Add_Byte(char byte) {
-  Pending |= std::uint64_t{static_cast<unsigned char>(byte)} << (Read.Size % 8 * 8);
-  if (++Read.Size % 8 == 0) Add_Word(Pending);
-}
-
-void Content_Reader::Add_Word(std::uint64_t word) {
-  Read.Checksum = Mixed(Read.Checksum, word);
-  Pending = 0;
 }
 
 Content Content_Reader::Whole() const {
-  return {Read.Size, Mixed(Mixed(Read.Checksum, Pending), Read.Size)};
+  return {Read.Size, Mixed(Mixed(Read.Checksum, Word), Read.Size)};
 }
 
 Content Content_Of(const File& file) {

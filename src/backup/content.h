@@ -22,11 +22,8 @@ class Content_Reader {
   Content Whole() const;
 
  private:
-  void Add_Byte(char byte);
-  void Add_Word(std::uint64_t word);
-
   Content Read;
-  std::uint64_t Pending = 0;  // the bytes of a word that is not complete yet, the first one lowest
+  std::uint64_t Word = 0;  // that is not complete yet
 };
 
 // Failure: the file cannot be read.
@@ -34,6 +31,11 @@ Content Content_Of(const File& file);
 
 // Whether the file has this content. One of another size is not read.
 bool Has_Content(const File& file, const Content& content);
+
+// Whether nobody has written the file between the two, by size and time.
+inline bool Is_Unchanged(const File_State& first, const File_State& second) {
+  return first.Size == second.Size && first.Modified == second.Modified;
+}
 
 // Of the bytes of a text in memory.
 Content Content_Of(Text_View text);

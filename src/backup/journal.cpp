@@ -13,22 +13,19 @@ namespace {
 // The first line, the files with a tab between each two fields, the checksum of all lines above.
 constexpr Text_View First_Line = u"Rivelt journal: ";
 constexpr Text_View Nothing = u"-";
-constexpr int Hexadecimal = 16;
 
 enum Field { Place, Source, Original_Size, Original_Checksum, New_Size, New_Checksum, Field_Count };
 
-Text Digits(std::uint64_t number, int base) {
-  std::array<char, 20> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, base).ptr;
-  return Text(buffer.data(), end);
+Text Hexadecimal(std::uint64_t number) {
+  std::array<char, 16> digits{};
+  return Text(digits.data(), std::to_chars(digits.begin(), digits.end(), number, 16).ptr);
 }
 
-std::uint64_t Number(Text_View digits, int base) {
+std::uint64_t Number(Text_View digits) {
   const std::string narrow(digits.begin(), digits.end());
   std::uint64_t number = 0;
   const char* end = narrow.data() + narrow.size();
-  const auto read = std::from_chars(narrow.data(), end, number, base);
-  if (read.ec != std::errc() || read.ptr != end) throw Failure(u"No number in a journal");
+  if (std::from_chars(narrow.data(), end, number, 16).ptr != end) throw Failure(u"No journal");
   return number;
 }
 
@@ -37,8 +34,8 @@ Text File_Line(const Journal_File& file) {
   fields[Place] = file.Place;
   fields[Source] = file.Source.empty() ? Text(Nothing) : file.Source;
   const auto put = [&](Field size, const std::optional<Content>& content) {
-    fields[size] = content ? Digits(content->Size, 10) : Text(Nothing);
-    fields[size + 1] = content ? Digits(content->Checksum, Hexadecimal) : Text(Nothing);
+    fields[size] = content ? Hexadecimal(content->Size) : Text(Nothing);
+    fields[size + 1] = content ? Hexadecimal(content->Checksum) : Text(Nothing);
   };
   put(Original_Size, file.Original);
   put(New_Size, file.New);
@@ -61,14 +58,14 @@ Journal_File File_In(Text_View line) {
   }
   const auto content = [&](Field size) -> std::optional<Content> {
     if (fields[size] == Nothing) return std::nullopt;
-    return Content{Number(fields[size], 10), Number(fields[size + 1], Hexadecimal)};
+    return Content{Number(fields[size]), Number(fields[size + 1])};
   };
   return {Text(fields[Place]), Text(fields[Source] == Nothing ? Text_View() : fields[Source]),
           content(Original_Size), content(New_Size)};
 }
 
 Text Checksum_Line(Text_View lines) {
-  return Digits(Content_Of(lines).Checksum, Hexadecimal) + Text(Line_End);
+  return Hexadecimal(Content_Of(lines).Checksum) + Text(Line_End);
 }
 
 }  // namespace

@@ -15,6 +15,14 @@ Text_View Folder_In(Text_View place) {
   return place.substr(0, place.size() - Name_In(place).size());
 }
 
+void Walk_Files(const Folder& folder, const Text& start,
+                const std::function<void(const Text& place, File& file)>& take) {
+  const auto files = folder.Files();
+  for (const auto& file : files) take(start + file->name(), *file);
+  const auto folders = folder.SubFolders();
+  for (const auto& inner : folders) Walk_Files(*inner, start + inner->name() + u"\\", take);
+}
+
 Text Placed_Files::Path(Text_View place) const {
   return places::Below(Folder, place);
 }
@@ -67,11 +75,6 @@ bool Placed_Files::Has_Twin(Text_View place) {
 void Placed_Files::Forget(Text_View place) {
   Names& names = Folder_Of(place).Files;
   names.erase(Fitting(names, place));
-}
-
-void Placed_Files::Each_In(Text_View folder, const Take_Placed_File& take) {
-  const Known_Folder& known = Folder_Of(folder);
-  for (const auto& [key, file] : known.Files) take(known.Spelled + key.Name, *file);
 }
 
 void Placed_Files::Make_Folder_Of(Text_View place) {

@@ -19,7 +19,10 @@ Text_View Name_In(Text_View place);
 // The part before it with its separator, or nothing.
 Text_View Folder_In(Text_View place);
 
-using Take_Placed_File = std::function<void(const Text& place, File& file)>;
+// Hands over every file in the folder and in all folders below it. start is the folder's place with
+// its separator, or nothing.
+void Walk_Files(const Folder& folder, const Text& start,
+                const std::function<void(const Text& place, File& file)>& take);
 
 // The names in a folder are read once, when the first place in it is asked for.
 class Placed_Files {
@@ -43,9 +46,6 @@ class Placed_Files {
   // After what Find gives has gone.
   void Forget(Text_View place);
   void Forget_All() { Known.clear(); }
-
-  // Hands over every file of a folder, which is given as in a place: "World\" or nothing.
-  void Each_In(Text_View folder, const Take_Placed_File& take);
 
   // Makes the folder of the place if it is missing.
   void Make_Folder_Of(Text_View place);

@@ -10,11 +10,6 @@
 namespace rivelt {
 namespace {
 
-bool Has_Same_Bytes_And_Time(const File_State& first, const File_State& second) {
-  return first.Identity == second.Identity && first.Size == second.Size &&
-         first.Modified == second.Modified;
-}
-
 class Recovery {
  public:
   Recovery(const Updated_Route& route, Text_View name, const Log_Line& report)
@@ -50,23 +45,18 @@ class Recovery {
 
   // Every folder of the route is there, and nothing of ours in the making is.
   void Prepare(const Journal& journal) {
-    std::set<Text> sources;
-    std::set<Text> folders{Text()};
+    Delete_Temporaries(Folder.Path());
     for (const Journal_File& file : journal.Files) {
-      sources.insert(Text(Folder_In(file.Source)));
-      folders.insert(Text(Folder_In(file.Place)));
+      const Text in_route = Folder.Route.Path(Folder_In(file.Place));
+      if (!Files.FolderExists(in_route)) throw Failure(u"There is no folder " + in_route);
+      Delete_Temporaries(in_route);
+      Delete_Temporaries(Folder.Kept.Path(Folder_In(file.Place)));
+      Delete_Temporaries(Folder.Waiting.Path(Folder_In(file.Source)));
     }
-    for (const Text& folder : folders) {
-      const Text path = Folder.Route.Path(folder);
-      if (!Files.FolderExists(path)) throw Failure(u"There is no folder " + path);
-      Delete_Temporaries(path);
-      Delete_Temporaries(Folder.Kept.Path(folder));
-    }
-    for (const Text& source : sources) Delete_Temporaries(Folder.Waiting.Path(source));
   }
 
   void Delete_Temporaries(const Text& path) {
-    if (!Files.FolderExists(path)) return;
+    if (!Cleared.insert(path).second || !Files.FolderExists(path)) return;
     const auto files = Files.GetFolder(path)->Files();
     for (const auto& file : files) {
       if (file->name().starts_with(Temporary_Prefix)) file->Delete(true);
@@ -129,7 +119,8 @@ class Recovery {
       Files.Flush(Folder.Path());
       const auto copy = Files.GetFile(aside.Path(target));
       const File_State now = changed.State();
-      is_safe = copy->State().Identity == now.Identity || Has_Same_Bytes_And_Time(before, now);
+      is_safe = copy->State().Identity == now.Identity ||
+                (before.Identity == now.Identity && Is_Unchanged(before, now));
       if (!is_safe) copy->Delete(true);
     }
     changed.Delete(true);
@@ -140,6 +131,7 @@ class Recovery {
   Text Route_Folder;
   Update_Folder Folder;
   const Log_Line& Report;
+  std::set<Text> Cleared;  // folders
 };
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "backup/decision.h"
 #include "backup/update_folder.h"
 #include "system/file_service.h"
 #include "text/log_line.h"

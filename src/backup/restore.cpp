@@ -20,7 +20,7 @@ Backup Backup_In(const Updated_Route& route, const Text& name) {
   backup.Kind = Backup::State::Unreadable;
   Ignoring_Failures([&] {
     const Update_Folder folder(route, name);
-    folder.Each_Backup([&](const Text&, File& file) {
+    folder.Walk([&](const Text&, File& file) {
       ++backup.Files;
       backup.Bytes += file.State().Size;
     });
@@ -107,13 +107,18 @@ class Restoration {
     const Text written = Backup_Time_Of(Route.Files.GetFile(journal)->State().Modified);
     const Text since = std::min(Time, written);
     const bool is_future = since > Backup_Time_After(u"");
-    for (const Text_View folder : {Text_View(), Text_View(u"World\\")}) {
-      In_Route.Each_In(folder, [&](const Text& place, File& file) {
-        if (!Has_Numbers(place) || Wanted.contains(Fold_Case(place))) return;
-        if (is_future || Backup_Time_Of(file.State().Modified) > since) {
+    for (const Text_View folder : {Text_View(), places::World_Folder}) {
+      const Text path = folder.empty() ? In_Route.Path() : In_Route.Path(folder);
+      if (!Route.Files.FolderExists(path)) continue;
+      const auto files = Route.Files.GetFolder(path)->Files();
+      for (const auto& file : files) {
+        const Text name = file->name();
+        const Text place = folder.empty() ? name : In_Route.Spelled(places::Below(folder, name));
+        if (!Has_Numbers(place) || Wanted.contains(Fold_Case(place))) continue;
+        if (is_future || Backup_Time_Of(file->State().Modified) > since) {
           Report.Newer.push_back(place);
         }
-      });
+      }
     }
   }
 

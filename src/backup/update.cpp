@@ -12,10 +12,6 @@
 namespace rivelt {
 namespace {
 
-bool Is_Unchanged(const File_State& first, const File_State& second) {
-  return first.Size == second.Size && first.Modified == second.Modified;
-}
-
 // The unfinished update of the route that has a journal. Others go: they have touched nothing.
 std::optional<Update_Folder> Failed_Update(const Updated_Route& route) {
   for (const Text& name : Unfinished_Updates(route)) {
@@ -162,8 +158,7 @@ class Updating {
     Text old = target;
     if (move.As_Kept) {
       File* original = Folder.Route.Find(move.File.Place);
-      const File_State now = original->State();
-      if (now.Identity != move.As_Kept->Identity || !Is_Unchanged(now, *move.As_Kept)) {
+      if (!Is_Unchanged(original->State(), *move.As_Kept)) {
         throw Failure(u"Somebody has changed a file of the update: " + move.File.Place);
       }
       old = Folder.Route.Path(Folder.Route.Spelled(move.File.Place));

@@ -9,6 +9,19 @@
 
 namespace rivelt {
 
+Outcome Decide(const std::vector<Finding>& files) {
+  const auto has_moved = [](const Finding& file) {
+    return !file.Waits && (file.Is_New() || file.Has_Come());
+  };
+  const auto has = [&](Found found) {
+    return std::ranges::any_of(files, [&](const Finding& file) { return file.What == found; });
+  };
+  if (std::ranges::all_of(files, has_moved)) return Outcome::Finished;
+  if (has(Found::New) || has(Found::Gone)) return Outcome::Rolled_Back;
+  if (std::ranges::none_of(files, &Finding::Has_Come)) return Outcome::Untouched;
+  return has(Found::Original) ? Outcome::Rolled_Back : Outcome::Left;
+}
+
 Update_Folder::Update_Folder(const Updated_Route& route, Text_View name)
     : Kept(route.Files, places::Below(places::Updates(route.Root, route.Folder), name)),
       Route(route.Files, places::Route(route.Root, route.Folder)),
@@ -68,42 +81,34 @@ File& Update_Folder::Original_Of(const Journal_File& file) {
        Kept.Path(file.Place)}));
 }
 
-void Update_Folder::Each_Kept(const Take_Placed_File& take) const {
-  Placed_Files kept(Files, Path());
-  kept.Each_In(u"", [&](const Text& place, File& file) {
+void Update_Folder::Walk(const std::function<void(const Text&, File&)>& take) const {
+  Walk_Files(*Files.GetFolder(Path()), u"", [&](const Text& place, File& file) {
     if (place != Journal_Name) take(place, file);
   });
-  const auto folders = Files.GetFolder(Path())->SubFolders();
-  for (const auto& folder : folders) {
-    const Text name = folder->name();
-    if (name != Changed_Since_Name && name != New_Files_Name) kept.Each_In(name + u"\\", take);
+}
+
+// Whether it is a file of ours in the making, or the route has it byte for byte.
+bool Update_Folder::Can_Go(Text_View place, const File& file) {
+  if (place.starts_with(Temporary_Prefix) || Name_In(place).starts_with(Temporary_Prefix)) {
+    return true;
   }
-}
-
-void Update_Folder::Each_Backup(const Take_Placed_File& take) const {
-  Each_Kept(take);
-  const Text aside = Kept.Path(Changed_Since_Name);
-  if (!Files.FolderExists(aside)) return;
-  Placed_Files changed(Files, aside);
-  changed.Each_In(u"", take);
-  const auto folders = Files.GetFolder(aside)->SubFolders();
-  for (const auto& folder : folders) changed.Each_In(folder->name() + u"\\", take);
-}
-
-bool Update_Folder::Can_Go(Text_View place, const File& kept) {
   const File* in_route = Route.Find(place);
-  return Name_In(place).starts_with(Temporary_Prefix) ||
-         (in_route && Has_Content(*in_route, Content_Of(kept)));
+  return in_route && Has_Content(*in_route, Content_Of(file));
 }
 
 bool Update_Folder::Is_All_In_Route() {
   bool is_all = true;
-  Each_Kept([&](const Text& place, File& kept) { is_all = is_all && Can_Go(place, kept); });
+  Walk([&](const Text& place, File& file) { is_all = is_all && Can_Go(place, file); });
   return is_all;
 }
 
 void Update_Folder::Finish() {
-  Remove_New_Files();
+  const Text made = Kept.Path(New_Files_Name);
+  if (Files.FolderExists(made)) {
+    const auto files = Files.GetFolder(made)->Files();
+    for (const auto& file : files) file->Delete(true);
+    Files.DeleteFolder(made);
+  }
   Lose_Ending();
 }
 
@@ -112,10 +117,9 @@ void Update_Folder::Remove() {
     journal->Delete(true);
     Files.Flush(Path());
   }
-  Remove_New_Files();
   Route.Forget_All();
-  Each_Kept([&](const Text& place, File& kept) {
-    if (Can_Go(place, kept)) kept.Delete(true);
+  Walk([&](const Text& place, File& file) {
+    if (Can_Go(place, file)) file.Delete(true);
   });
   const auto folders = Files.GetFolder(Path())->SubFolders();
   const auto remove_if_empty = [&](const Text& path) {
@@ -125,14 +129,6 @@ void Update_Folder::Remove() {
   remove_if_empty(Path());
   if (Files.FolderExists(Path())) return Lose_Ending();
   remove_if_empty(Parent);
-}
-
-void Update_Folder::Remove_New_Files() {
-  const Text path = Kept.Path(New_Files_Name);
-  if (!Files.FolderExists(path)) return;
-  const auto files = Files.GetFolder(path)->Files();
-  for (const auto& file : files) file->Delete(true);
-  Files.DeleteFolder(path);
 }
 
 void Update_Folder::Lose_Ending() {

@@ -14,10 +14,11 @@
 
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
-#include "backup/decision.h"
 #include "backup/journal.h"
 #include "backup/placed_files.h"
 #include "system/file_service.h"
@@ -37,6 +38,33 @@ struct Updated_Route {
   Text Folder;
 };
 
+enum class Found : std::uint8_t {
+  Original,  // what was there, or the very file that is kept, edited in place
+  New,       // what the update puts there
+  Gone,      // nothing, though there was a file
+  Other,     // somebody has changed it
+};
+
+struct Finding {
+  Found What;
+  bool Is_Both = false;  // original and new file are the same, and this is what was found
+  bool Waits = false;    // the new file is still where the update takes it from
+
+  bool Is_New() const { return What == Found::New || Is_Both; }
+
+  // The update has moved the file, and somebody has changed it after.
+  bool Has_Come() const { return What == Found::Other && !Waits; }
+};
+
+enum class Outcome : std::uint8_t {
+  Finished,     // only its last steps are missing
+  Untouched,    // nothing in the route is the update's
+  Left,         // somebody has changed every file, so that its numbers are unknown
+  Rolled_Back,  // the originals are put back
+};
+
+Outcome Decide(const std::vector<Finding>& files);
+
 class Update_Folder {
  public:
   Update_Folder(const Updated_Route& route, Text_View name);
@@ -55,11 +83,11 @@ class Update_Folder {
   // The kept original. Failure, which names it: it is not there, or has not the journal's bytes.
   File& Original_Of(const Journal_File& file);
 
+  // Hands over every file in it but the journal.
+  void Walk(const std::function<void(const Text& place, File& file)>& take) const;
+
   // Whether the route has every kept file byte for byte.
   bool Is_All_In_Route();
-
-  // Hands over every file that somebody can want back.
-  void Each_Backup(const Take_Placed_File& take) const;
 
   // Makes it the folder of a finished update.
   void Finish();
@@ -73,9 +101,7 @@ class Update_Folder {
   Placed_Files Waiting;  // below Quenby
 
  private:
-  void Each_Kept(const Take_Placed_File& take) const;
-  bool Can_Go(Text_View place, const File& kept);
-  void Remove_New_Files();
+  bool Can_Go(Text_View place, const File& file);
   void Lose_Ending();
 
   File_System_Object& Files;
