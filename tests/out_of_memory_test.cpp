@@ -149,7 +149,7 @@ class Out_Of_Memory : public testing::Test {
       Play(train, only_starts);
       Raises_Failure = false;
       EXPECT_EQ(without_memory, Seen) << "part " << part << ", allocation " << Failing;
-      Failing += 1 + Failing / 50;
+      Failing += 1 + Failing / 20;
     }
     EXPECT_GT(Failing, 5) << "part " << part;
   }

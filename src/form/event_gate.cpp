@@ -1,5 +1,6 @@
 #include "form/event_gate.h"
 
+#include <functional>
 #include <utility>
 
 #include "form/main.h"
@@ -33,7 +34,8 @@ std::vector<Text> Event_Gate::Restorable() const {
 void Event_Gate::Choose(Menu_Entry entry, const Text& backup) {
   if (!Can_Choose(entry)) return;
   if (entry == Menu_Entry::Open_Installation) return Run([this] { Open_Installation(); });
-  Run([&] { Form->Choose(entry, backup); });
+  const auto choose = [&] { Form->Choose(entry, backup); };
+  Run(std::ref(choose));  // whose copy needs no memory
 }
 
 void Event_Gate::Open_Installation() {
