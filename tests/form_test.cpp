@@ -228,6 +228,30 @@ TEST_F(Form, A_Check_Works_On_The_Settings_At_Its_Start_And_Records_Those) {
   EXPECT_EQ(Train.Content(u"routes\\B\\world\\w-3.w"), Small_World(u"401", u"501"));
 }
 
+TEST_F(Small_Installation, The_Menu_Offers_The_Newest_Backups_And_Reports_Where_Numbers_Lead) {
+  Window.Press(cmdUpdate);
+  const Lines update = Window.Restorable();
+  const auto journal = [](Text_View time) {
+    return Concatenate({u"Quenby\\backup\\A\\", time, u"\\journal.txt"});
+  };
+  for (int year = 2000; year < 2025; ++year) {
+    const Text time = Concatenate({Trim_Text(Number_Text(year)), u"-01-01 10.00.00"});
+    Train.Put(journal(time), Train.Content(journal(update.at(0))));
+  }
+  ASSERT_EQ(Window.Restorable().size(), 20u);
+  EXPECT_EQ(Window.Restorable().front(), update[0]);
+  EXPECT_EQ(Window.Restorable().back(), u"2006-01-01 10.00.00");
+  Window.Choose(Menu_Entry::References);
+  EXPECT_TRUE(Log().starts_with(u"Track objects\t"));
+  EXPECT_EQ(Window.Beeps(), 2);
+  Train.Disk.Remove(u"\\train\\routes\\A\\world");
+  Window.Choose(Menu_Entry::References);
+  Window.Choose(Menu_Entry::Reason);
+  ASSERT_EQ(Window.Boxes().size(), 3u);
+  EXPECT_EQ(Window.Boxes()[1].Message, u"Could not read a file of the route!");
+  EXPECT_EQ(Window.Boxes()[2].Message, u"no folder \\train\\routes\\A\\world");
+}
+
 TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {
   const struct {
     Text_View Old, New, Staged;  // the object old.s

@@ -3,8 +3,7 @@
 
 namespace rivelt {
 void frmMain::cmbRoutes_Click() {
-  bool route_selected = false;
-  Ignoring_Failures([&] { route_selected = !Form_Window.Read_Text(Control::cmbRoutes).empty(); });
+  const bool route_selected = Is_Route_Picked();
   for (const Control control : {Control::cmdCheck, Control::cmdUpdate}) {
     Ignoring_Failures([&] { Form_Window.Enable(control, route_selected); });
   }

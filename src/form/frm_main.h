@@ -147,6 +147,8 @@ class frmMain {
   void Keep_Reason(const std::exception& failure);
 
   // What entries of the menu do.
+  bool Is_Route_Picked() const;
+  void Show_References();
   void Restore_From_Menu(const Text& time);
 
   // The shape registry. An unknown name is mapped to itself and has the id -1.
