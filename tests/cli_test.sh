@@ -487,6 +487,24 @@ What_A_Route_Lacks_Or_Nobody_Can_Read_Is_Told() {
   ends 2 references nowhere
 }
 
+Binary_Files_Become_Texts_In_One_Update_And_Come_Back() {
+  sample
+  cut=msts/Routes/Kellcombe/World/w-005353+014850.w
+  truncate -s -20 "$cut"
+  ends 1 text Kellcombe --yes
+  expect_part err 'Reason: World\w-005353+014850.w, at byte' "Nothing was touched."
+  cp "before/${cut#*/}" "$cut"
+  expect_routes_untouched
+  ends 0 text kellcombe --yes
+  expect_line err "Convert to text: 10 files, which will need about 1 MB"
+  expect_line out $'Converted\tKellcombe.tdb'
+  iconv -f UTF-16 -t UTF-8 "$cut" | grep -q '^.Tr_Watermark ( 2 )' || fail "no text"
+  ends 0 text Kellcombe --yes
+  expect_line out "No binary files"
+  ends 0 restore Kellcombe --yes
+  expect_routes_untouched
+}
+
 Manual_Page_Has_Every_Option_And_No_Fault() {
   expect_empty <(groff -man -Tutf8 -ww -z "$manual" "${manual%-cli.1}.1" 2>&1)
   sed 's/\\//g' "$manual" >plain

@@ -53,7 +53,6 @@ void frmMain::Rebuild_Transforms() {
 }
 
 void frmMain::Prepare_Staging_Folder() {
-  Make_Folder(places::Quenby(MSTS_Path));
   Lock();
   Recover_All(Current_Route_Folder());
   Make_Folder(places::Staging(MSTS_Path));

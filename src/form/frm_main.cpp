@@ -25,6 +25,7 @@ void frmMain::Form_Init() try {
 void frmMain::Lock() {
   if (Is_Locked()) return;
   Held_Lock.reset();
+  Make_Folder(places::Quenby(MSTS_Path));
   Held_Lock = FSO->Lock(places::Quenby(MSTS_Path));
 }
 

@@ -54,6 +54,12 @@ struct Restore_Result {
   Restored Files;
 };
 
+// Compressed and binary files of a route.
+struct Binary_Files {
+  std::vector<Text> Places;      // below the route's folder
+  std::uint64_t Text_Bytes = 0;  // about what they need as texts
+};
+
 class frmMain {
  public:
   // The window and the registry must outlive the form.
@@ -105,6 +111,11 @@ class frmMain {
   // Makes the route what it was before the update of that time. The next check is a full one.
   Restore_Result Restore(const Text& route_folder, const Text& time);
 
+  // The route's compressed and binary world files and databases, and the update that makes texts of
+  // them. The next check is a full one. converted gets their places.
+  Binary_Files Binary_Files_Of(const Text& route_folder);
+  Change_End Convert_To_Text(const Text& route_folder, std::vector<Text>& converted);
+
   // For a program that ends after a failed Update: takes it back if this one holds the lock.
   Change_End Recover_Before_End(const Text& route_folder);
 
@@ -150,6 +161,8 @@ class frmMain {
   bool Is_Route_Picked() const;
   void Show_References();
   void Restore_From_Menu(const Text& time);
+  void Convert_From_Menu();
+  void Write_As_Text(const Text& route_folder, const Text& place, const Text& path);
 
   // The shape registry. An unknown name is mapped to itself and has the id -1.
   void Add_Shape(Long id, Text_View name);

@@ -23,6 +23,8 @@ void frmMain::Choose(Menu_Entry entry, const Text& backup) {
       return Show_References();
     case Menu_Entry::Restore:
       return Restore_From_Menu(backup);
+    case Menu_Entry::To_Text:
+      return Convert_From_Menu();
     case Menu_Entry::Reason:
       Form_Window.Message_Box(Last_Reason, Style_Information, std::nullopt);
       return;

@@ -102,6 +102,9 @@ void Add_All(CLI::App& app, Arguments& arguments) {
   Add_Route(references, arguments.Settings.Route).required();
   references.add_flag("--list", arguments.Whole_Report,
                       "List every number that leads to nowhere, and every unknown shape");
+  CLI::App& text = Add_Command(app, "text", "Convert a route's binary files to text", " Kellcombe");
+  Add_Route(text, arguments.Settings.Route).required();
+  Add_Yes(text, arguments.Settings.Yes);
   Add_Backups(app, arguments.Backup);
   CLI::App& script =
       Add_Command(app, "script", "Press the program's controls as a script tells", " steps.txt");
@@ -134,13 +137,15 @@ int Run_Started(const CLI::App& app, const Arguments& arguments, Console_Window&
   if (app.got_subcommand("references")) {
     return Count_References(window, output, arguments.Settings.Route, arguments.Whole_Report);
   }
+  if (app.got_subcommand("text")) return Convert_To_Text(window, output, arguments.Settings);
   return List_Routes(window, output);
 }
 
 int Run(const CLI::App& app, const Arguments& arguments, Console_Window& window, Output& output) {
   window.Shows_Log = app.got_subcommand("check") || app.got_subcommand("update");
-  const bool asks = (app.got_subcommand("update") && !arguments.Settings.Yes) ||
-                    (app.got_subcommand("restore") && !arguments.Backup.Yes);
+  const bool asks =
+      ((app.got_subcommand("update") || app.got_subcommand("text")) && !arguments.Settings.Yes) ||
+      (app.got_subcommand("restore") && !arguments.Backup.Yes);
   if (asks && !Input_Is_Terminal()) {
     throw Wrong_Usage{"There is no terminal to ask on; with --yes it is done without asking.\n"};
   }

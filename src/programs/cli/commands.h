@@ -59,6 +59,7 @@ int Update_Route(Console_Window& window, const Route_Settings& settings);
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Count_References(Console_Window& window, Output& output, const std::string& route, bool whole);
+int Convert_To_Text(Console_Window& window, Output& output, const Route_Settings& settings);
 int Run_Script(Console_Window& window, Output& output, std::istream& script);
 
 }  // namespace rivelt
