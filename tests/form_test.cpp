@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "installation.h"
+#include "sample/binary_file.h"
 #include "text/utf8.h"
 #include "window/repaint_pace.h"
 
@@ -252,6 +253,27 @@ TEST_F(Small_Installation, The_Menu_Offers_The_Newest_Backups_And_Reports_Where_
   EXPECT_EQ(Window.Boxes()[2].Message, u"no folder \\train\\routes\\A\\world");
 }
 
+TEST_F(Small_Installation,
+       Convert_To_Text_Replaces_Binary_Files_Or_None_And_Says_Which_Is_Damaged) {
+  const auto put_binary = [&](Text_View path, const std::string& bytes) {
+    Train.Put(path, u"");
+    Train.Disk.Find(Concatenate({u"\\train\\", path})).Node->Bytes = bytes;
+  };
+  const Text place = u"World\\w-3.w";
+  put_binary(u"routes\\A\\" + place,
+             sample::Binary_File(u"SIMISA@@@@@@@@@@JINX0w0t______\r\n\r\nTr_Worldfile ( )"));
+
+  for (const Text& converted : {place + u"\n 1 files converted", Text(u"No binary files")}) {
+    Window.Choose(Menu_Entry::To_Text);
+    EXPECT_EQ(Log(), Concatenate({u"Converting: A\n", converted, u"\nFinished converting \n"}));
+  }
+  EXPECT_TRUE(Train.Content(u"routes\\A\\" + place).ends_with(u"\r\nTr_Worldfile ( )\r\n"));
+  put_binary(u"routes\\A\\World\\w-4.w", "SIMISA@@@@@@@@@@");
+  Window.Choose(Menu_Entry::To_Text);
+  EXPECT_EQ(Window.Boxes().back().Message, u"Had problems converting this route's files!");
+  EXPECT_TRUE(Window.Form().Reason().starts_with(u"World\\w-4.w, at byte 16"));
+}
+
 TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {
   const struct {
     Text_View Old, New, Staged;  // the object old.s
@@ -435,8 +457,7 @@ TEST_F(Whole_Conversion, What_Stops_The_Program_Moves_Nothing) {
        put(u"routes\\A\\world\\w-2.w", u"Tr_Worldfile ( Dyntrack ( ")},
       {u"Had problems reading the track database!",
        put(u"routes\\A\\THE LINE.tdb", u"TrackDB ( TrVectorSections ( 1 7 ) )")},
-      {u"Had problems reading route w-files!",
-       put(u"routes\\A\\world\\w-9.w", u"JINX0w0b")},
+      {u"Had problems reading route w-files!", put(u"routes\\A\\world\\w-9.w", u"JINX0w0b")},
       {u"No track database!",
        [](Installation& train, Memory_Window&) {
          train.Disk.Remove(u"\\train\\routes\\A\\THE LINE.tdb");

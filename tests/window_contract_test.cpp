@@ -44,6 +44,7 @@ class Window_Contract : public Window_Fixture {
   const Text Open = u"&Open an installation...";
   const Text Whole_Route = u"&Whole route";
   const Text References = u"Where its &numbers lead";
+  const Text To_Text = u"Convert binary files to &text";
   const Text Reason = u"Why did it &fail?";
   const Text Restore = u"Restore a &backup";
   const Text Staged_File = u"Quenby\\tmp\\w-1.w";
@@ -150,7 +151,7 @@ TEST_F(Window_Contract, The_Menu_Says_What_Can_Be_Chosen_And_Why_A_Fatal_Error_C
   User->Pick(cmbRoutes, u"Second to none");
   for (const Text mark : {u"x ", u"", u"x "}) {
     User->Choose(Whole_Route);
-    EXPECT_EQ(User->Menu(), (Lines{Open, mark + Whole_Route, References}));
+    EXPECT_EQ(User->Menu(), (Lines{Open, mark + Whole_Route, References, To_Text}));
   }
   EXPECT_TRUE(User->Visible());
   Train.Disk.Remove(u"\\train\\routes\\Second to none\\world");
@@ -176,7 +177,7 @@ TEST_F(Window_Contract, The_Menu_Restores_A_Backup_Of_The_Picked_Route_When_Conf
   User->Press(cmdUpdate);
   EXPECT_EQ(Train.Content(World_File), World(u"77", u"A.s"));
   User->Pick(cmbRoutes, u"a branch line");
-  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route, References}));
+  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route, References, To_Text}));
   User->Pick(cmbRoutes, u"Second to none");
   const Lines times = User->Choices();
   ASSERT_EQ(times.size(), 2u);
@@ -276,7 +277,7 @@ TEST_F(Window_Contract, Input_In_The_Middle_Of_Start_Or_Command_Is_Dropped_And_N
     User->Choose(Whole_Route);
   });
   User->Press(cmdCheck);
-  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route, References}));
+  EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route, References, To_Text}));
   EXPECT_TRUE(User->Boxes().empty());
   EXPECT_EQ(User->Shown_Text(cmbRoutes), u"Second to none");
   EXPECT_EQ(User->Shown_Text(txtTrack_0), u"b.s");

@@ -9,7 +9,7 @@ bool frmMain::Can_Choose(Menu_Entry entry) const {
   if (entry == Menu_Entry::Reason) return !Last_Reason.empty();
   if (Stopped) return false;
   if (entry == Menu_Entry::Whole_Route) return true;
-  if (entry == Menu_Entry::References) return Is_Route_Picked();
+  if (entry == Menu_Entry::References || entry == Menu_Entry::To_Text) return Is_Route_Picked();
   if (entry == Menu_Entry::Restore) return !Restorable().empty();
   return false;
 }
