@@ -13,9 +13,10 @@ fail() {
 }
 
 cmake --install "$build" --prefix "$scratch/usr" >"$scratch/install.log"
-installed=$(cd "$scratch/usr" && find . -type f | sort | tr '\n' ' ')
-[ "$installed" = "./bin/rivelt ./bin/rivelt-cli ./share/applications/rivelt.desktop \
-./share/man/man1/rivelt-cli.1 ./share/pixmaps/rivelt.xpm " ] || fail "installed: $installed"
+installed=$(cd "$scratch/usr" && find . -type f -not -path './share/doc/*' | sort | tr '\n' ' ')
+icons=$(printf './share/icons/hicolor/%s/apps/rivelt.png ' 128x128 256x256 32x32 48x48 64x64)
+[ "$installed" = "./bin/rivelt ./bin/rivelt-cli ./share/applications/rivelt.desktop $icons\
+./share/man/man1/rivelt-cli.1.gz ./share/man/man1/rivelt.1.gz " ] || fail "installed: $installed"
 
 play_script "$build/src/programs"
 start_screen

@@ -124,6 +124,13 @@ TEST_F(Qt_Window_Test, Enter_Presses_The_Button_With_The_Focus_And_Escape_Presse
   EXPECT_FALSE(User->Visible());
 }
 
+TEST_F(Qt_Window_Test, The_Save_Dialog_Opens_With_The_File_Last_Saved_To) {
+  Start();
+  User->Save_As(User->File_To_Save());
+  for (int i = 0; i < 3; ++i) User->Press(cmdSave);
+  EXPECT_EQ(Qt_User.Offered_File, "rivelt-log.txt");
+}
+
 TEST_F(Qt_Window_Test, Each_Option_Takes_The_Clicks_On_What_Is_Seen_Of_It) {
   Start();
   const std::pair<int, Control> places[] = {{3100, optDynamic_1},  // in the box of both

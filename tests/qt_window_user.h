@@ -123,6 +123,7 @@ class Qt_Window_User : public Window_User {
 
   Qt_Window Screen;
   int Save_Dialogs = 0;  // that have come up
+  QString Offered_File;  // by the last of them
 
  private:
   // Null: none comes up.
@@ -168,9 +169,10 @@ class Qt_Window_User : public Window_User {
       QTest::keyClick(dialog, cancels ? Qt::Key_Escape : Qt::Key_Return);
     } else if (qobject_cast<QFileDialog*>(dialog) != nullptr) {
       ++Save_Dialogs;
+      auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      Offered_File = name->text();
       const Text path = Next_Path();
       if (path.empty()) return QTest::keyClick(dialog, Qt::Key_Escape);
-      auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
       name->setText(To_Qt(path));
       // Later, so that a question that comes up then is answered, too.
       QTimer::singleShot(0, name, [name] { QTest::keyClick(name, Qt::Key_Return); });

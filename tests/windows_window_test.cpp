@@ -133,6 +133,13 @@ TEST_F(Windows_Window_Test, Esc_Quits_But_Closes_An_Open_List_First) {
   EXPECT_FALSE(User->Visible());
 }
 
+TEST_F(Windows_Window_Test, The_Save_Dialog_Opens_With_The_File_Last_Saved_To) {
+  Start();
+  User->Save_As(User->File_To_Save());
+  for (int i = 0; i < 3; ++i) User->Press(cmdSave);
+  EXPECT_TRUE(static_cast<Windows_Window_User&>(*User).Offered_File.ends_with(u"rivelt-log.txt"));
+}
+
 TEST_F(Windows_Window_Test, A_Key_That_Came_Before_A_Message_Box_Does_Not_Answer_It) {
   Start_And_Pick_First();
   const Text log = Log();

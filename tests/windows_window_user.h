@@ -141,6 +141,8 @@ class Windows_Window_User : public Window_User {
   }
   Windows_Window& Seam() override { return Screen; }
 
+  Text Offered_File;  // by the last dialog
+
   // A key pressed and released in the control.
   void Key(Control control, WPARAM key) {
     if (!Takes_Input(control)) return;
@@ -261,6 +263,7 @@ class Windows_Window_User : public Window_User {
     HWND name = GetDlgItem(dialog, edt1);
     if (name == nullptr) name = GetDlgItem(dialog, cmb13);
     if (name == nullptr) return Answer_Box(dialog);
+    Offered_File = Text_Of(name);
     const Text path = Next_Path();
     SetWindowTextW(name, To_Wide(path).c_str());
     PostMessageW(dialog, WM_COMMAND, path.empty() ? IDCANCEL : IDOK, 0);
