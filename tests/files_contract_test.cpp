@@ -123,10 +123,6 @@ TEST_F(Files_Contract, The_Spelling_Tells_Files_Apart_Whose_Names_Differ_In_Case
   EXPECT_EQ(Files().GetFile(Path(u"b.W"))->name(), u"b.W");
   EXPECT_EQ(Files().GetFile(Path(u"B.W"))->name(), u"B.w") << "the first of a walk";
   EXPECT_EQ(Files().GetFile(Path(u"C.w"))->name(), u"c.W");
-  const auto walk = Files().GetFolder(Path(u""))->Files();
-  for (const Text name : {u"b.W", u"B.W", u"C.w"})
-    EXPECT_EQ(walk.Find(name)->name(), Files().GetFile(Path(name))->name());
-  EXPECT_EQ(walk.Find(u"b"), nullptr);
   Write(Path(u"B.W"), u"x");
   EXPECT_EQ(Machine.Names_In(u""), Names({u"B.W", u"B.w", u"b.W", u"b.w", u"c.W"}));
 }

@@ -17,7 +17,6 @@
 
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -25,7 +24,6 @@
 #include <utility>
 #include <vector>
 
-#include "text/letter_case.h"
 #include "text/text.h"
 
 namespace rivelt {
@@ -70,19 +68,7 @@ class Collection {
   auto begin() const { return Items.begin(); }
   auto end() const { return Items.end(); }
 
-  // The item of that name as a path leads to it: the one that is spelled like it, else the first
-  // that differs in letter case alone; null if there is none. Takes no look at the disk.
-  Item* Find(Text_View name) const {
-    const Name_Key wanted = Key_Of(name);
-    const auto key_of = [](const auto& item) { return Key_Of(item->name()); };
-    const auto as_spelled = std::ranges::lower_bound(Items, wanted, {}, key_of);
-    if (as_spelled != Items.end() && key_of(*as_spelled) == wanted) return as_spelled->get();
-    const auto first = std::ranges::lower_bound(Items, Name_Key{wanted.Folded, {}}, {}, key_of);
-    const bool fits = first != Items.end() && key_of(*first).Folded == wanted.Folded;
-    return fits ? first->get() : nullptr;
-  }
-
-  // For a back end that puts itself around the items.
+  // The items, for a caller that keeps them.
   std::vector<std::unique_ptr<Item>> Take() && { return std::move(Items); }
 
  private:

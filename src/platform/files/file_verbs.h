@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "system/file_service.h"
+#include "text/letter_case.h"
 
 namespace rivelt {
 

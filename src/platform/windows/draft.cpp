@@ -50,7 +50,9 @@ class Windows_Draft : public Draft {
     const Owned_Handle model(handle);
     FILE_BASIC_INFO found{};
     if (!GetFileInformationByHandleEx(model.get(), FileBasicInfo, &found, sizeof found)) return;
-    Mode.FileAttributes = found.FileAttributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_REPARSE_POINT);
+    constexpr DWORD settable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                               FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    Mode.FileAttributes = found.FileAttributes & settable;
     if (!with_times) return;
     Mode.CreationTime = found.CreationTime;
     Mode.LastWriteTime = found.LastWriteTime;

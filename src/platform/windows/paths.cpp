@@ -9,24 +9,22 @@ constexpr std::wstring_view Long_Prefix = L"\\\\?\\";
 constexpr std::wstring_view Device_Prefix = L"\\\\.\\";
 constexpr std::wstring_view Share_Prefix = L"\\\\";
 
+// Empty if it is no path.
 std::wstring Absolute(const std::wstring& path) {
-  std::wstring full(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length =
-        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
-    Require(length != 0);
-    const bool fits = length < full.size();
-    full.resize(length);
-    if (fits) return full;
-  }
+  constexpr std::size_t longest = 32'768;
+  std::wstring full(longest, L'\0');
+  const DWORD length = GetFullPathNameW(path.c_str(), longest, full.data(), nullptr);
+  full.resize(length < longest ? length : 0);
+  return full;
 }
 
 }  // namespace
 
 std::wstring Full_Path(Text_View path) {
-  const bool is_text = !path.empty() && path.find(u'\0') == Text_View::npos;
-  std::wstring full = is_text ? Absolute(To_Wide(path)) : std::wstring(Device_Prefix);
-  if (full.starts_with(Device_Prefix)) throw Failure(Concatenate({u"no path of a file: ", path}));
+  const bool has_zero = path.find(u'\0') != Text_View::npos;
+  std::wstring full = has_zero ? std::wstring() : Absolute(To_Wide(path));
+  if (full.empty() || full.starts_with(Device_Prefix))
+    throw Failure(Concatenate({u"no path of a file: ", path}));
   if (full.starts_with(Long_Prefix)) return full;
   if (full.starts_with(Share_Prefix)) return L"\\\\?\\UNC\\" + full.substr(Share_Prefix.size());
   return full.insert(0, Long_Prefix);
