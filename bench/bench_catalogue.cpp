@@ -28,7 +28,7 @@ void Read_Global(benchmark::State& state) {
   Fixed_Registry registry("D:");
   Time_Checked(state, catalogue, [&] {
     Memory_Window window;
-    window.Start(registry, [&] { return std::make_unique<Memory_Files>(disk); });
+    window.Start(registry, [&] { return Memory_Files(disk); });
     return Find_Text(1, window.Log(), u"Select a route above") != 0 &&
            window.List(cmbTracks(0)).Find(u"A1t100mStrt.s").has_value();
   });

@@ -35,7 +35,7 @@ class Installation {
   }
 
   void Start(Qt_Window& window) {
-    window.Start(System_Registry, [this] { return std::make_unique<Memory_Files>(Disk); });
+    window.Start(System_Registry, [this] { return Memory_Files(Disk); });
   }
 
   Memory_Disk Disk;

@@ -18,7 +18,7 @@ class Form : public testing::Test {
  protected:
   void Start() { Start(Window, Registry_Value, Train); }
   static void Start(Memory_Window& window, Registry& registry, Installation& train) {
-    window.Start(registry, [&train] { return std::make_unique<Memory_Files>(train.Disk); });
+    window.Start(registry, [&train] { return Memory_Files(train.Disk); });
   }
 
   Text Log() const { return Replace_Text(Window.Log(), Line_End, u"\n"); }

@@ -98,7 +98,7 @@ class Session {
   Session& Run(const Work& work = Nothing) {
     Train.Disk.Before_Operation = [this](bool changes_disk) { Before_Operation(changes_disk); };
     try {
-      Window.Start(Root, [this] { return std::make_unique<Memory_Files>(Train.Disk); });
+      Window.Start(Root, [this] { return Memory_Files(Train.Disk); });
       Window.Pick(cmbRoutes, u"A");
       if (!Window.Whole_Route()) Window.Toggle_Whole_Route();
       work(*this);
@@ -203,7 +203,7 @@ class Twin {
     bool Is_Ours() const { return !Is_Original && !Is_Other(); }  // new or gone
   };
 
-  static std::string Written(const Memory_Tree::Item& file) {
+  static std::string Written(const Memory_Disk::Item& file) {
     if (!file.Is_File()) return {};
     Content_Reader reader;
     reader.Add(file.Node->Bytes);

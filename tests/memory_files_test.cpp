@@ -17,7 +17,7 @@ class Folder_In_Memory : public Test_Folder {
   }
 
   std::unique_ptr<File_System_Object> Files() override {
-    return std::make_unique<Memory_Files>(Disk);
+    return Memory_Files(Disk);
   }
   Text Path(Text_View name) const override { return Concatenate({u"\\test\\", name}); }
   void Plant(Text_View name, std::string_view bytes) override {

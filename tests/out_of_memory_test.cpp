@@ -80,7 +80,7 @@ class Out_Of_Memory : public testing::Test {
 
   void Start(Installation& train, Memory_Window& window) {
     Do([&] {
-      window.Start(Registry_Value, [&] { return std::make_unique<Memory_Files>(train.Disk); });
+      window.Start(Registry_Value, [&] { return Memory_Files(train.Disk); });
     });
   }
 
@@ -93,8 +93,8 @@ class Out_Of_Memory : public testing::Test {
       Look(train, window);
     }
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
-    Memory_Files files(train.Disk);
-    for (const Backup& backup : List_Backups(files, u"\\train")) {
+    const auto files = Memory_Files(train.Disk);
+    for (const Backup& backup : List_Backups(*files, u"\\train")) {
       Do_Part([&] { window.Choose(Menu_Entry::Restore, backup.Time); });
       Look(train, window);
     }

@@ -215,7 +215,7 @@ TEST_F(Window_Contract, Open_An_Installation_Starts_Afresh_On_A_Folder_Also_Afte
   EXPECT_EQ(Which_Take_Input(), Ready + "cmdSave cmdQuit txtMessages ");
   EXPECT_TRUE(Log().ends_with(u"Select a route above for check/update\r\n"));
   EXPECT_EQ(User->Menu(), (Lines{Open, Whole_Route}));
-  EXPECT_TRUE(Memory_Files(Train.Disk).Lock(u"\\train\\Quenby")) << "no longer held";
+  EXPECT_TRUE(Memory_Files(Train.Disk)->Lock(u"\\train\\Quenby")) << "no longer held";
   Train.Disk.Remove(folder + u"\\routes");
   for (int i = 0; i < 2; ++i) {
     User->Open_Folder(folder);

@@ -132,7 +132,7 @@ class Window_Fixture : public testing::Test {
   }
 
   void Start() {
-    User->Start(System_Registry, [this] { return std::make_unique<Memory_Files>(Train.Disk); });
+    User->Start(System_Registry, [this] { return Memory_Files(Train.Disk); });
   }
 
   void Start_And_Pick_First() {

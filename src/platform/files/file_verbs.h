@@ -133,4 +133,7 @@ class File_Verbs {
   Text Root;  // the native path of what is in the installation's folder begins with it
 };
 
+// The files of the system that has these verbs.
+std::unique_ptr<File_System_Object> Files_Over(std::unique_ptr<File_Verbs> verbs);
+
 }  // namespace rivelt

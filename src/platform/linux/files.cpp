@@ -177,7 +177,7 @@ std::string Linux_Files::Narrow(Text_View text) const {
 }
 
 std::unique_ptr<File_System_Object> Files_Of_Linux(const std::string& wine_prefix) {
-  return std::make_unique<System_Files>(std::make_shared<Linux_Files>(wine_prefix));
+  return Files_Over(std::make_unique<Linux_Files>(wine_prefix));
 }
 
 }  // namespace rivelt

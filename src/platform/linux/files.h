@@ -12,7 +12,7 @@
 #include <map>
 #include <string>
 
-#include "platform/files/system_files.h"
+#include "platform/files/file_verbs.h"
 
 namespace rivelt {
 

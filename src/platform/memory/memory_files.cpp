@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/files/file_verbs.h"
 #include "text/utf8.h"
 
 namespace rivelt {
@@ -183,7 +184,8 @@ class Memory_Verbs : public File_Verbs {
 
 }  // namespace
 
-Memory_Files::Memory_Files(Memory_Disk& disk)
-    : System_Files(std::make_shared<Memory_Verbs>(disk)) {}
+std::unique_ptr<File_System_Object> Memory_Files(Memory_Disk& disk) {
+  return Files_Over(std::make_unique<Memory_Verbs>(disk));
+}
 
 }  // namespace rivelt

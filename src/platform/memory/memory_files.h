@@ -1,16 +1,13 @@
-// The files on a disk in memory.
-
 #pragma once
 
-#include "platform/files/system_files.h"
+#include <memory>
+
 #include "platform/memory/memory_disk.h"
+#include "system/file_service.h"
 
 namespace rivelt {
 
-class Memory_Files : public System_Files {
- public:
-  // The disk must outlive the object and all that it gives but its locks.
-  explicit Memory_Files(Memory_Disk& disk);
-};
+// The files on a disk in memory, which must outlive them but not their locks.
+std::unique_ptr<File_System_Object> Memory_Files(Memory_Disk& disk);
 
 }  // namespace rivelt

@@ -298,7 +298,7 @@ bool Patiently(const std::function<bool()>& step) {
 }
 
 std::unique_ptr<File_System_Object> Windows_Files() {
-  return std::make_unique<System_Files>(std::make_shared<Windows_Verbs>());
+  return Files_Over(std::make_unique<Windows_Verbs>());
 }
 
 }  // namespace rivelt

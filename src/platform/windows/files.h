@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "platform/files/system_files.h"
+#include "platform/files/file_verbs.h"
 #include "platform/windows/win32.h"
 
 namespace rivelt {

@@ -1,4 +1,4 @@
-#include "platform/files/system_files.h"
+#include "platform/files/file_verbs.h"
 
 #include <algorithm>
 #include <exception>
@@ -276,54 +276,64 @@ class System_Lock : public Folder_Lock {
   File_Identity Identity;
 };
 
+class System_Files : public File_System_Object {
+ public:
+  explicit System_Files(Shared_Verbs verbs) : Verbs(std::move(verbs)) {}
+
+  void Set_Root(Text_View path) override { Verbs->Set_Root(path); }
+
+  std::unique_ptr<File> GetFile(Text_View path) override {
+    return std::make_unique<System_File>(Verbs, Existing(*Verbs, path, Kind::File));
+  }
+
+  std::unique_ptr<Folder> GetFolder(Text_View path) override {
+    return std::make_unique<System_Folder>(Verbs, Existing(*Verbs, path, Kind::Folder));
+  }
+
+  bool FolderExists(Text_View path) override { return Verbs->Find(path, Kind::Folder).has_value(); }
+
+  std::unique_ptr<File> FindFile(Text_View path) override {
+    auto found = Verbs->Find(path, Kind::File);
+    return found ? std::make_unique<System_File>(Verbs, *std::move(found)) : nullptr;
+  }
+
+  void CreateFolder(Text_View path) override { Verbs->Make_Folder(Place_Of_Folder(*Verbs, path)); }
+
+  std::unique_ptr<Write_Stream> CreateTextFile(Text_View path, bool overwrite,
+                                               bool unicode) override {
+    return std::make_unique<Writer>(Verbs, Verbs->Place(path), overwrite, unicode);
+  }
+
+  void DeleteFile(Text_View path, bool force) {
+    Delete_File(*Verbs, Existing(*Verbs, path, Kind::File), force);
+  }
+
+  void MoveFolder(Text_View path, Text_View target_path) override {
+    const Text folder = Existing(*Verbs, path, Kind::Folder);
+    if (!Verbs->Rename(folder, Place_Of_Folder(*Verbs, target_path)))
+      throw Verbs->Refused(folder, u"on another disk");
+  }
+
+  void DeleteFolder(Text_View path) override {
+    Verbs->Delete_Folder(Existing(*Verbs, path, Kind::Folder));
+  }
+
+  void Flush(Text_View folder_path) override {
+    Verbs->Flush(Existing(*Verbs, folder_path, Kind::Folder));
+  }
+
+  std::unique_ptr<Folder_Lock> Lock(Text_View folder_path) override {
+    return std::make_unique<System_Lock>(Verbs, Existing(*Verbs, folder_path, Kind::Folder));
+  }
+
+ private:
+  Shared_Verbs Verbs;  // files and folders may outlive this object
+};
+
 }  // namespace
 
-std::unique_ptr<File> System_Files::GetFile(Text_View path) {
-  return std::make_unique<System_File>(Verbs, Existing(*Verbs, path, Kind::File));
-}
-
-std::unique_ptr<Folder> System_Files::GetFolder(Text_View path) {
-  return std::make_unique<System_Folder>(Verbs, Existing(*Verbs, path, Kind::Folder));
-}
-
-bool System_Files::FolderExists(Text_View path) {
-  return Verbs->Find(path, Kind::Folder).has_value();
-}
-
-std::unique_ptr<File> System_Files::FindFile(Text_View path) {
-  auto found = Verbs->Find(path, Kind::File);
-  return found ? std::make_unique<System_File>(Verbs, *std::move(found)) : nullptr;
-}
-
-void System_Files::CreateFolder(Text_View path) {
-  Verbs->Make_Folder(Place_Of_Folder(*Verbs, path));
-}
-
-std::unique_ptr<Write_Stream> System_Files::CreateTextFile(Text_View path, bool overwrite,
-                                                           bool unicode) {
-  return std::make_unique<Writer>(Verbs, Verbs->Place(path), overwrite, unicode);
-}
-
-void System_Files::DeleteFile(Text_View path, bool force) {
-  Delete_File(*Verbs, Existing(*Verbs, path, Kind::File), force);
-}
-
-void System_Files::MoveFolder(Text_View path, Text_View target_path) {
-  const Text folder = Existing(*Verbs, path, Kind::Folder);
-  if (!Verbs->Rename(folder, Place_Of_Folder(*Verbs, target_path)))
-    throw Verbs->Refused(folder, u"on another disk");
-}
-
-void System_Files::DeleteFolder(Text_View path) {
-  Verbs->Delete_Folder(Existing(*Verbs, path, Kind::Folder));
-}
-
-void System_Files::Flush(Text_View folder_path) {
-  Verbs->Flush(Existing(*Verbs, folder_path, Kind::Folder));
-}
-
-std::unique_ptr<Folder_Lock> System_Files::Lock(Text_View folder_path) {
-  return std::make_unique<System_Lock>(Verbs, Existing(*Verbs, folder_path, Kind::Folder));
+std::unique_ptr<File_System_Object> Files_Over(std::unique_ptr<File_Verbs> verbs) {
+  return std::make_unique<System_Files>(std::move(verbs));
 }
 
 }  // namespace rivelt
