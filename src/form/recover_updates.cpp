@@ -3,6 +3,7 @@
 #include "system/ignoring_failures.h"
 #include "system/places.h"
 #include "text/letter_case.h"
+#include "text/primitives.h"
 
 namespace rivelt {
 
@@ -38,7 +39,8 @@ std::optional<Outcome> frmMain::Recover_Or_Report(const Text& route_folder) try 
 
 void frmMain::Report_Recovery(Text_View line) {
   Recovery_Lines.emplace_back(line);
-  if (Recovery_Shown) Add_Line(line);
+  // Without a Yield, which may end the program in the middle.
+  if (Recovery_Shown) Form_Window.Append_Log(Concatenate({line, NL}));
 }
 
 bool frmMain::Works(const std::function<void()>& step) try {

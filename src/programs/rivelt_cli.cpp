@@ -20,6 +20,7 @@ struct Arguments {
   Route_Settings Settings;
   Backup_Settings Backup;
   bool Whole_Report = false;
+  bool Yes = false;
   std::string Script_File = "-";
 };
 
@@ -68,10 +69,11 @@ void Add_Conversions(CLI::App& app, Arguments& arguments) {
   CLI::App& update = Add_Command(app, "update", "Check, and move the copies over the route's files",
                                  " Ambrewick --whole-route --replace A2t500R10d=A1t500r10d.s");
   Add_Settings(update, arguments.Settings);
-  Add_Yes(update, arguments.Settings.Yes);
+  Add_Yes(update, arguments.Yes);
 }
 
-void Add_Backups(CLI::App& app, Backup_Settings& settings) {
+void Add_Backups(CLI::App& app, Arguments& arguments) {
+  Backup_Settings& settings = arguments.Backup;
   Add_Route(
       Add_Command(app, "backups", "List the originals that updates have replaced", " Ambrewick"),
       settings.Route);
@@ -82,7 +84,7 @@ void Add_Backups(CLI::App& app, Backup_Settings& settings) {
       .add_option("--backup", settings.Time,
                   "The update's time as `backups` prints it; without it the newest")
       ->type_name("TIME");
-  Add_Yes(restore, settings.Yes);
+  Add_Yes(restore, arguments.Yes);
 }
 
 void Add_All(CLI::App& app, Arguments& arguments) {
@@ -104,8 +106,8 @@ void Add_All(CLI::App& app, Arguments& arguments) {
                       "List every number that leads to nowhere, and every unknown shape");
   CLI::App& text = Add_Command(app, "text", "Convert a route's binary files to text", " Kellcombe");
   Add_Route(text, arguments.Settings.Route).required();
-  Add_Yes(text, arguments.Settings.Yes);
-  Add_Backups(app, arguments.Backup);
+  Add_Yes(text, arguments.Yes);
+  Add_Backups(app, arguments);
   CLI::App& script =
       Add_Command(app, "script", "Press the program's controls as a script tells", " steps.txt");
   Add_Whole_Route(script, arguments.Settings.Whole_Route);
@@ -137,16 +139,16 @@ int Run_Started(const CLI::App& app, const Arguments& arguments, Console_Window&
   if (app.got_subcommand("references")) {
     return Count_References(window, output, arguments.Settings.Route, arguments.Whole_Report);
   }
-  if (app.got_subcommand("text")) return Convert_To_Text(window, output, arguments.Settings);
+  if (app.got_subcommand("text")) return Convert_To_Text(window, output, arguments.Settings.Route);
   return List_Routes(window, output);
 }
 
 int Run(const CLI::App& app, const Arguments& arguments, Console_Window& window, Output& output) {
   window.Shows_Log = app.got_subcommand("check") || app.got_subcommand("update");
+  window.Yes = arguments.Yes;
   const bool asks =
-      ((app.got_subcommand("update") || app.got_subcommand("text")) && !arguments.Settings.Yes) ||
-      (app.got_subcommand("restore") && !arguments.Backup.Yes);
-  if (asks && !Input_Is_Terminal()) {
+      app.got_subcommand("update") || app.got_subcommand("restore") || app.got_subcommand("text");
+  if (asks && !window.Yes && !Input_Is_Terminal()) {
     throw Wrong_Usage{"There is no terminal to ask on; with --yes it is done without asking.\n"};
   }
   window.Start_On(arguments.Root);

@@ -106,7 +106,7 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   if (backups.empty()) throw Wrong_Usage{"There is no such backup.\n"};
   const Listed_Backup& newest = backups.back();
   Write_Error("Restore: " + Description(newest));
-  if (!Is_Confirmed(settings.Yes)) return Exit_Failure;
+  if (!Is_Confirmed(window)) return Exit_Failure;
   const Restore_Result result = window.Form().Restore(newest.Content.Route, newest.Content.Time);
   window.Report();
   if (result.How != Change_End::Done) {

@@ -31,14 +31,12 @@ struct Route_Settings {
   std::vector<std::string> Deletions;     // OLD
   bool Whole_Route = false;
   std::optional<std::string> Log_File;
-  bool Yes = false;
 };
 
 // Which backups a command means.
 struct Backup_Settings {
   std::optional<std::string> Route;
   std::optional<std::string> Time;  // the newest without it
-  bool Yes = false;
 };
 
 // The route that a person means by its name, or by its folder where no route has that name; letter
@@ -46,9 +44,9 @@ struct Backup_Settings {
 // controls reach only the first.
 Installed_Route Route_To_Pick(const Console_Window& window, const std::string& wanted);
 
-// Whether the person at the terminal agrees to what has been asked, or has said so before; says so
-// if not.
-bool Is_Confirmed(bool yes);
+// Whether the person at the terminal agrees to what has been asked, or has said --yes; says so if
+// not.
+bool Is_Confirmed(const Console_Window& window);
 
 // What became of the route that a command could not change as it was told to.
 std::string What_Became_Of_It(Change_End end);
@@ -59,7 +57,7 @@ int Update_Route(Console_Window& window, const Route_Settings& settings);
 int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings);
 int Count_References(Console_Window& window, Output& output, const std::string& route, bool whole);
-int Convert_To_Text(Console_Window& window, Output& output, const Route_Settings& settings);
+int Convert_To_Text(Console_Window& window, Output& output, const std::string& route);
 int Run_Script(Console_Window& window, Output& output, std::istream& script);
 
 }  // namespace rivelt

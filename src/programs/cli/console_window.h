@@ -26,6 +26,9 @@ class Console_Window : public Memory_Window {
   // Whether the log is shown as it grows; what replaces it begins a line of its own.
   bool Shows_Log = false;
 
+  // Whether no command asks.
+  bool Yes = false;
+
   // Whether an update, or a restore, was finished.
   bool Update_Finished = false;
   bool Restore_Finished = false;

@@ -128,10 +128,10 @@ bool Check_Picked_Route(Console_Window& window, const std::vector<Row>& rows) {
 }
 
 // Presses Update, which asks. False: the answer was no.
-bool Update_Picked_Route(Console_Window& window, bool yes) {
+bool Update_Picked_Route(Console_Window& window) {
   bool confirmed = true;
   window.Ask = [&] {
-    confirmed = Is_Confirmed(yes);
+    confirmed = Is_Confirmed(window);
     return confirmed ? Answer_Ok : 0;
   };
   Press(window, Control::cmdUpdate);
@@ -181,8 +181,8 @@ Installed_Route Route_To_Pick(const Console_Window& window, const std::string& w
                     Lines_Of(meant)};
 }
 
-bool Is_Confirmed(bool yes) {
-  if (yes) return true;
+bool Is_Confirmed(const Console_Window& window) {
+  if (window.Yes) return true;
   std::cerr << "Type ok to go on, anything else cancels: " << std::flush;
   std::string answer;
   std::getline(std::cin, answer);
@@ -205,12 +205,12 @@ int Check_Route(Console_Window& window, const Route_Settings& settings) {
 
 int Update_Route(Console_Window& window, const Route_Settings& settings) {
   const std::vector<Row> rows = Set_Up(window, settings);
-  if (!settings.Yes || !rows.empty()) {
-    const bool goes_on = Check_Picked_Route(window, rows) || !settings.Yes;
+  if (!window.Yes || !rows.empty()) {
+    const bool goes_on = Check_Picked_Route(window, rows) || !window.Yes;
     const bool is_needed = !window.Is_Stopped() && window.Form().Findings().To_Update != 0;
     if (!goes_on || !is_needed) return End(window, settings, goes_on);
   }
-  return End(window, settings, Update_Picked_Route(window, settings.Yes));
+  return End(window, settings, Update_Picked_Route(window));
 }
 
 }  // namespace rivelt

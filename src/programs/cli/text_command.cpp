@@ -6,8 +6,8 @@
 
 namespace rivelt {
 
-int Convert_To_Text(Console_Window& window, Output& output, const Route_Settings& settings) try {
-  const Text route_folder = Route_To_Pick(window, settings.Route).Folder;
+int Convert_To_Text(Console_Window& window, Output& output, const std::string& route) try {
+  const Text route_folder = Route_To_Pick(window, route).Folder;
   const Binary_Files binary = window.Form().Binary_Files_Of(route_folder);
   if (binary.Places.empty()) {
     output.Write("No binary files\n");
@@ -17,7 +17,7 @@ int Convert_To_Text(Console_Window& window, Output& output, const Route_Settings
   Write_Error("Convert to text: " + std::to_string(binary.Places.size()) +
               " files, which will need about " + std::to_string(binary.Text_Bytes / megabyte + 1) +
               " MB");
-  if (!Is_Confirmed(settings.Yes)) return Exit_Failure;
+  if (!Is_Confirmed(window)) return Exit_Failure;
   std::vector<Text> converted;
   const Change_End end = window.Form().Convert_To_Text(route_folder, converted);
   window.Report();
@@ -25,6 +25,7 @@ int Convert_To_Text(Console_Window& window, Output& output, const Route_Settings
     Write_Error("Had problems converting this route's files! " + What_Became_Of_It(end));
     return Exit_Failure;
   }
+  window.Update_Finished = true;
   for (const Text& place : converted) output.Write("Converted\t" + To_Utf8(place) + "\n");
   return Exit_Done;
 } catch (const Failure& failure) {
