@@ -8,11 +8,11 @@
 #include <QComboBox>
 #include <memory>
 
-#include "system/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/qt/log_view.h"
 #include "platform/qt/qt_application.h"
 #include "platform/qt/qt_window.h"
+#include "system/fixed_registry.h"
 #include "text/primitives.h"
 
 namespace rivelt::bench {

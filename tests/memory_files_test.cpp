@@ -16,9 +16,7 @@ class Folder_In_Memory : public Test_Folder {
     Disk.Put_Folder(u"\\test");
   }
 
-  std::unique_ptr<File_System_Object> Files() override {
-    return Memory_Files(Disk);
-  }
+  std::unique_ptr<File_System_Object> Files() override { return Memory_Files(Disk); }
   Text Path(Text_View name) const override { return Concatenate({u"\\test\\", name}); }
   void Plant(Text_View name, std::string_view bytes) override {
     if (Disk.Find(Path(name)).Path == Path(name))
