@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "backup/backup_time.h"
-#include "backup/update_folder.h"
 #include "backup/journal.h"
+#include "backup/update_folder.h"
 #include "text/utf8.h"
 
 namespace rivelt {

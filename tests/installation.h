@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "system/fixed_registry.h"
 #include "platform/memory/memory_files.h"
 #include "platform/memory/memory_window.h"
+#include "system/fixed_registry.h"
 #include "text/primitives.h"
 
 namespace rivelt {

@@ -43,7 +43,8 @@ TEST_F(Linux_Registry, A_Value_In_Each_Accepted_Form_Is_Read) {
   for (const auto& [lines, value] : cases) EXPECT_EQ(Value_Of_Line(lines), value) << lines;
 }
 
-TEST_F(Linux_Registry, A_Line_Without_A_Name_Is_Passed_Over_And_A_Value_That_Is_No_String_Has_No_Data) {
+TEST_F(Linux_Registry,
+       A_Line_Without_A_Name_Is_Passed_Over_And_A_Value_That_Is_No_String_Has_No_Data) {
   std::istringstream names(
       R"(  "Path  "Path"  "Path" "Path\"="x"  Path="x"  @="x"  "Path2"="x"  ;"Path"="x")");
   std::istringstream forms(

@@ -79,9 +79,7 @@ class Out_Of_Memory : public testing::Test {
   }
 
   void Start(Installation& train, Memory_Window& window) {
-    Do([&] {
-      window.Start(Registry_Value, [&] { return Memory_Files(train.Disk); });
-    });
+    Do([&] { window.Start(Registry_Value, [&] { return Memory_Files(train.Disk); }); });
   }
 
   void Use_All_Commands(Installation& train, Memory_Window& window) {

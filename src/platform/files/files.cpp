@@ -242,8 +242,10 @@ class System_Folder : public Folder {
     std::ranges::sort(names);
     // No path leads to the others, so they would pass for this one.
     if (kind == Kind::Folder) {
-      const auto others = std::ranges::unique(names, {}, &Name_Key::Folded);
-      names.erase(others.begin(), others.end());
+      const auto alike = [](const Name_Key& name, const Name_Key& other) {
+        return name.Folded == other.Folded;
+      };
+      names.erase(std::unique(names.begin(), names.end(), alike), names.end());
     }
     std::vector<std::unique_ptr<Item>> items;
     items.reserve(names.size());
@@ -304,7 +306,7 @@ class System_Files : public File_System_Object {
     return std::make_unique<Writer>(Verbs, Verbs->Place(path), overwrite, unicode);
   }
 
-  void DeleteFile(Text_View path, bool force) {
+  void DeleteFile(Text_View path, bool force) override {
     Delete_File(*Verbs, Existing(*Verbs, path, Kind::File), force);
   }
 

@@ -102,7 +102,7 @@ std::vector<Name_Key> Linux_Files::Names(const Text& folder, Kind kind) const {
     const std::string_view name = entry->d_name;
     // No path of the program leads to a name with a separator in it.
     if (name == "." || name == ".." || name.find('\\') != std::string_view::npos) continue;
-    Kind found = Kind_Of(DTTOIF(entry->d_type));
+    Kind found = Kind_Of(static_cast<mode_t>(DTTOIF(entry->d_type)));
     if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
       struct stat state {};
       const bool leads = fstatat(dirfd(opened.get()), entry->d_name, &state, 0) == 0;
