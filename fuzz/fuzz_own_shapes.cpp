@@ -19,6 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       Put(rebase(Text(text), shapes, shape_id), text, outcome);
     };
   };
-  Require_Twins(input, with(Rebase_Own_Shapes), with(naive::Rebase_Own_Shapes));
+  const auto rebase = [](Text_View text, const Moving_Ids& ids, const Id_Of_Shape& ids_by_name) {
+    return Rebase_Own_Shapes(text, ids, ids_by_name);
+  };
+  Require_Twins(input, with(rebase), with(naive::Rebase_Own_Shapes));
   return 0;
 }

@@ -16,6 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       Put(rebase(Text(text), sections, shapes), text, outcome);
     };
   };
-  Require_Twins(input, with(Rebase_Track_Database), with(naive::Rebase_Track_Database));
+  const auto rebase = [](Text_View text, const Moving_Ids& first, const Moving_Ids& second) {
+    return Rebase_Track_Database(text, first, second);
+  };
+  Require_Twins(input, with(rebase), with(naive::Rebase_Track_Database));
   return 0;
 }

@@ -46,7 +46,7 @@ Moving_Ids::Moving_Ids(const Number_Set& own, const Number_Set& of_catalogue, Lo
 }
 
 Renumbered_File Rebase_Own_Shapes(Text_View text, const Moving_Ids& shapes,
-                                  const Id_Of_Shape& shape_id) {
+                                  const Id_Of_Shape& shape_id, Purpose purpose) {
   Rewritten_Text output(text);
   Renumbered_File file;
   const auto move = [&](const Track_Object& object) {
@@ -60,6 +60,7 @@ Renumbered_File Rebase_Own_Shapes(Text_View text, const Moving_Ids& shapes,
       return;
     }
     ++file.Shape_Count;
+    if (purpose == Purpose::Count) return;
     output.Replace(Without_Blanks(Left_Text(object.Id, number.End)),
                    Trim_Text(Number_Text(number.Value + shapes.Delta)));
   };
@@ -71,7 +72,7 @@ Renumbered_File Rebase_Own_Shapes(Text_View text, const Moving_Ids& shapes,
 }
 
 Renumbered_File Rebase_Track_Database(Text_View text, const Moving_Ids& sections,
-                                      const Moving_Ids& shapes) {
+                                      const Moving_Ids& shapes, Purpose purpose) {
   Rewritten_Text output(text);
   Renumbered_File file;
   Read_Track_Database(text, [&](const Database_Number& number) {
@@ -80,6 +81,7 @@ Renumbered_File Rebase_Track_Database(Text_View text, const Moving_Ids& sections
     if (ids.Taken.Has(number.Value)) ++file.Taken_Count;
     if (!ids.Own.Has(number.Value)) return;
     ++(is_section ? file.Section_Count : file.Shape_Count);
+    if (purpose == Purpose::Count) return;
     output.Replace(number.Field, Trim_Text(Number_Text(number.Value + ids.Delta)));
   });
   file.Output = output.Finish();

@@ -1,6 +1,6 @@
 // The passes that move a route's own numbers where nothing else does: in its track objects and in
-// its databases. Only the digits of what moves change. What they count also says what stays behind
-// if they are not run to their end.
+// its databases. Only the digits of what moves change. What they count is what stays behind where
+// they do not convert.
 
 #pragma once
 
@@ -22,8 +22,11 @@ struct Moving_Ids {
   Number_Set Taken;  // those that they come to and that nobody has declared so far
 };
 
+// Whether a pass makes a new text, or counts what would change.
+enum class Purpose { Convert, Count };
+
 struct Renumbered_File {
-  std::optional<Text> Output;  // the whole new text, if it is another one
+  std::optional<Text> Output;  // the whole new text, if it is another one and wanted
   Long Section_Count = 0;
   Long Shape_Count = 0;
   Long Taken_Count = 0;   // numbers that are among the taken ones
@@ -36,11 +39,11 @@ struct Renumbered_File {
 // Failure: a number beyond the range of a Double, or, in a text that has an own or taken number
 // after any "SectionIdx", an object that cannot be read and has no end.
 Renumbered_File Rebase_Own_Shapes(Text_View text, const Moving_Ids& shapes,
-                                  const Id_Of_Shape& shape_id);
+                                  const Id_Of_Shape& shape_id, Purpose purpose = Purpose::Convert);
 
 // Over a .tdb or .rdb: moves the section ids and shape ids, those of junctions included. Failure: a
 // text that is not of the form that Read_Track_Database reads.
 Renumbered_File Rebase_Track_Database(Text_View text, const Moving_Ids& sections,
-                                      const Moving_Ids& shapes);
+                                      const Moving_Ids& shapes, Purpose purpose = Purpose::Convert);
 
 }  // namespace rivelt

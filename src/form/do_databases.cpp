@@ -48,7 +48,7 @@ Renumbered_File frmMain::Renumber_Database(File& file, bool& is_binary) const {
   is_binary = Is_Binary(text);
   return Naming_File(file.name(), [&] {
     if (is_binary) text = Text_Of_Binary(text, file.State().Size);
-    return Rebase_Track_Database(text, Moving_Sections, Moving_Shapes);
+    return Rebase_Track_Database(text, Moving_Sections, Moving_Shapes, Purpose_Of_Check());
   });
 }
 

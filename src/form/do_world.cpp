@@ -78,7 +78,8 @@ void frmMain::Count_Objects_Behind(Text_View text) {
 }
 
 Renumbered_File frmMain::Renumber_Track_Objects(Text_View text) {
-  return Rebase_Own_Shapes(text, Moving_Shapes, [this](Text_View name) { return Shape_Id(name); });
+  const auto shape_id = [this](Text_View name) { return Shape_Id(name); };
+  return Rebase_Own_Shapes(text, Moving_Shapes, shape_id, Purpose_Of_Check());
 }
 
 Long frmMain::Rebase_Track_Objects(Text& text) {

@@ -190,6 +190,9 @@ class frmMain {
   void Convert_World_File(File& file);
   void Report_Findings();
 
+  Purpose Purpose_Of_Check() const {
+    return Current.Whole_Route ? Purpose::Convert : Purpose::Count;
+  }
   bool Numbers_Move() const { return Section_Delta != 0 || Shape_Delta != 0; }
   void Do_Databases();
   void Convert_Database(File& file);

@@ -20,6 +20,10 @@ constexpr char16_t Lower(char16_t unit) {
   return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit | 0x20) : unit;
 }
 
+constexpr bool Is_Blank(char16_t unit) {
+  return unit == u' ' || unit == u'\t' || unit == u'\n' || unit == u'\r';
+}
+
 // Walks the units of a number, over the blanks, tabs and line ends between them.
 class Number_Reader {
  public:
@@ -38,10 +42,7 @@ class Number_Reader {
 
  private:
   void Skip_Blanks() {
-    while (Next < Source.size() && (Source[Next] == u' ' || Source[Next] == u'\t' ||
-                                    Source[Next] == u'\n' || Source[Next] == u'\r')) {
-      ++Next;
-    }
+    while (Next < Source.size() && Is_Blank(Source[Next])) ++Next;
   }
 
   Text_View Source;
@@ -146,9 +147,31 @@ int Read_Prefix(Number_Reader& reader) {
   return letter == u'h' ? 16 : 8;
 }
 
+// Most numbers are a few digits and the blanks around them.
+std::optional<Number_Reading> Read_Few_Digits(Text_View text) {
+  constexpr std::size_t most_digits = 15;
+  const auto skip_blanks = [&](std::size_t i) {
+    while (i < text.size() && Is_Blank(text[i])) ++i;
+    return i;
+  };
+  const std::size_t start = skip_blanks(0);
+  std::int64_t value = 0;
+  std::size_t i = start;
+  for (; i < text.size() && Is_Digit(text[i]); ++i) {
+    if (i - start == most_digits) return std::nullopt;
+    value = value * 10 + (text[i] - u'0');
+  }
+  if (i == start) return std::nullopt;
+  i = skip_blanks(i);
+  const char16_t next = i < text.size() ? Lower(text[i]) : u'\0';
+  if (Is_Digit(next) || next == u'.' || next == u'e' || next == u'd') return std::nullopt;
+  return Number_Reading{static_cast<Double>(value), static_cast<Position>(i), true};
+}
+
 }  // namespace
 
 Number_Reading Read_Number(Text_View text) {
+  if (const auto reading = Read_Few_Digits(text)) return *reading;
   Number_Reader reader(text);
   const int base = Read_Prefix(reader);
   const std::optional<Double> value =
