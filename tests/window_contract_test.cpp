@@ -154,15 +154,16 @@ TEST_F(Window_Contract, The_Menu_Says_What_Can_Be_Chosen_And_Why_A_Fatal_Error_C
     EXPECT_EQ(User->Menu(), (Lines{Open, mark + Whole_Route, References, To_Text}));
   }
   EXPECT_TRUE(User->Visible());
-  Train.Disk.Remove(u"\\train\\routes\\Second to none\\world");
+  Train.Disk.Put_Folder(u"\\train\\Quenby");
+  const auto lock = Memory_Files(Train.Disk).Lock(u"\\train\\Quenby");
   User->Press(optDynamic_1);  // so that everything is enabled
   User->Press(cmdCheck);
-  EXPECT_TRUE(Log().starts_with(u"Had problems reading route w-files!\r\n"));
+  EXPECT_TRUE(Log().starts_with(u"Had problems in Do_Check!\r\n"));
   User->Choose(Whole_Route);
   EXPECT_EQ(User->Menu(), (Lines{Open, Reason}));
   User->Choose(Reason);
-  const Text why = u"no folder \\train\\routes\\Second to none\\world";
-  EXPECT_EQ(User->Boxes(), Lines{Window_User::Box_Text(u"Rivelt", 64, why)});
+  EXPECT_EQ(User->Boxes(), (Lines{Failure_Box(u"Had problems checking this route!"),
+                                  Window_User::Box_Text(u"Rivelt", 64, Locked_By_Another)}));
   User->Press(optDynamic_0);
   EXPECT_TRUE(User->Selected(optDynamic_1));
   EXPECT_EQ(Which_Take_Input(), "cmdQuit txtMessages ");
