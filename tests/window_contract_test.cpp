@@ -155,7 +155,7 @@ TEST_F(Window_Contract, The_Menu_Says_What_Can_Be_Chosen_And_Why_A_Fatal_Error_C
   }
   EXPECT_TRUE(User->Visible());
   Train.Disk.Put_Folder(u"\\train\\Quenby");
-  const auto lock = Memory_Files(Train.Disk).Lock(u"\\train\\Quenby");
+  const auto lock = Memory_Files(Train.Disk)->Lock(u"\\train\\Quenby");
   User->Press(optDynamic_1);  // so that everything is enabled
   User->Press(cmdCheck);
   EXPECT_TRUE(Log().starts_with(u"Had problems in Do_Check!\r\n"));
