@@ -415,6 +415,11 @@ References_Need_A_Database_That_Can_Be_Read_And_The_Only_One_May_Have_Any_Name()
   rm "$route/Other.TDB"
   ends 1 references Hestbeck
   expect_line out "No track database"
+  truncate -s 900 "$route/TSECTION.DAT"
+  ends 1 update Hestbeck --yes
+  expect_line out "No tsection.dat, seems like this route does not use dynamic tracks." "No update needed"
+  expect_part err "Reason: tsection.dat, line "
+  expect_no_part err touched
   ends 2 references nowhere
 }
 

@@ -52,7 +52,9 @@ void Console_Window::Report() {
     // The reason of a start that failed has them.
     if (!Shows_Log && Form().Reason().find(line) == Text::npos) Write_Error(line);
   }
-  if (Is_Stopped() && !(Shows_Log && Output_Is_Terminal())) Write_Error(Log());
+  if (Is_Stopped() && !(Shows_Log && Output_Is_Terminal())) {
+    Write_Error(Text_View(Log()).substr(0, Log().find(Line_End)));
+  }
   if (Form().Reason().empty()) return;
   Write_Error(u"Reason: " + Form().Reason());
   Failure_Shown = true;

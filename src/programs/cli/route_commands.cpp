@@ -135,7 +135,7 @@ bool Update_Picked_Route(Console_Window& window) {
     return confirmed ? Answer_Ok : 0;
   };
   Press(window, Control::cmdUpdate);
-  if (window.Failed() && !window.Update_Finished) {
+  if (window.Boxes().back().Style == Style_Critical) {
     const Text route = window.Read_Text(Control::cmbRoutes);
     const Change_End end = window.Form().Recover_Before_End(window.Form().Folders().Look_Up(route));
     if (!window.Is_Stopped()) Write_Error(What_Became_Of_It(end));
