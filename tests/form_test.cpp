@@ -189,10 +189,9 @@ TEST_F(Small_Installation, Each_Change_Of_The_Settings_Starts_A_Full_Run) {
       {"the row typed back", [&] { Window.Type(txtTrack(4), u""); }, true},
       {"an entry picked", [&] { Window.Pick(cmbTracks(0), u"New.s"); }, true},
       {"the route", [&] { Window.Pick(cmbRoutes, u"B"); }, true},
-      {"the route there and back",
+      {"another and back",
        [&] {
-         Window.Pick(cmbRoutes, u"A");
-         Window.Pick(cmbRoutes, u"B");
+         for (auto to : {u"A", u"B"}) Window.Pick(cmbRoutes, to);
        },
        false},
       {"the files of the route", [&] { Train.World(u"w-9.w", u""); }, false},
@@ -256,23 +255,19 @@ TEST_F(Small_Installation, The_Menu_Offers_The_Newest_Backups_And_Reports_Where_
 
 TEST_F(Small_Installation,
        Convert_To_Text_Replaces_Binary_Files_Or_None_And_Says_Which_Is_Damaged) {
-  const auto put_binary = [&](Text_View path, const std::string& bytes) {
-    Train.Put(path, u"");
-    Train.Disk.Find(Concatenate({u"\\train\\", path})).Node->Bytes = bytes;
-  };
   const Text place = u"World\\w-3.w";
-  put_binary(u"routes\\A\\" + place,
-             sample::Binary_File(u"SIMISA@@@@@@@@@@JINX0w0t______\r\n\r\nTr_Worldfile ( )"));
-
+  Train.Put(u"routes\\A\\" + place, u"");
+  std::string& bytes = Train.Disk.Find(u"\\train\\routes\\A\\" + place).Node->Bytes;
+  bytes = "SIMISA@@@@@@@@@@";
+  Window.Choose(Menu_Entry::To_Text);
+  EXPECT_EQ(Window.Boxes().back().Message, u"Had problems converting this route's files!");
+  EXPECT_TRUE(Window.Form().Reason().starts_with(place + u", at byte 16"));
+  bytes = sample::Binary_File(u"SIMISA@@@@@@@@@@JINX0w0t______\r\n\r\nTr_Worldfile ( )");
   for (const Text& converted : {place + u"\n 1 files converted", Text(u"No binary files")}) {
     Window.Choose(Menu_Entry::To_Text);
     EXPECT_EQ(Log(), Concatenate({u"Converting: A\n", converted, u"\nFinished converting \n"}));
   }
   EXPECT_TRUE(Train.Content(u"routes\\A\\" + place).ends_with(u"\r\nTr_Worldfile ( )\r\n"));
-  put_binary(u"routes\\A\\World\\w-4.w", "SIMISA@@@@@@@@@@");
-  Window.Choose(Menu_Entry::To_Text);
-  EXPECT_EQ(Window.Boxes().back().Message, u"Had problems converting this route's files!");
-  EXPECT_TRUE(Window.Form().Reason().starts_with(u"World\\w-4.w, at byte 16"));
 }
 
 TEST_F(Small_Installation, The_Rows_Become_Transforms_By_Their_Rules) {

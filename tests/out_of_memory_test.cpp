@@ -62,24 +62,21 @@ struct Counting_Window : Memory_Window {
 
 class Out_Of_Memory : public testing::Test {
  protected:
-  // Runs a part of the session; nothing may escape from it.
+  // A part of the session, from which nothing may escape, and what a user sees then.
   template <class Step>
-  void Do(const Step& step) {
+  void Do(const Installation& train, const Memory_Window& window, const Step& step) {
     try {
       step();
     } catch (const std::exception& escaped) {
       ADD_FAILURE() << "allocation " << Failing << ": " << escaped.what();
     }
     Is_Counting = false;
-  }
-  template <class Step>
-  void Do_Part(const Step& step) {
-    Begin_Part();
-    Do(step);
+    Look(train, window);
   }
 
   void Start(Installation& train, Memory_Window& window) {
-    Do([&] { window.Start(Registry_Value, [&] { return Memory_Files(train.Disk); }); });
+    Do(train, window,
+       [&] { window.Start(Registry_Value, [&] { return Memory_Files(train.Disk); }); });
   }
 
   void Use_All_Commands(Installation& train, Memory_Window& window) {
@@ -87,18 +84,18 @@ class Out_Of_Memory : public testing::Test {
     window.Select(optDynamic_1);
     window.Save_File_Names.push_back(u"\\train\\log.txt");
     for (const Control button : {cmdCheck, cmdUpdate, cmdSave}) {
-      Do_Part([&] { window.Press(button); });
-      Look(train, window);
+      Begin_Part();
+      Do(train, window, [&] { window.Press(button); });
     }
     if (train.Content(Local) == u"(no such file)") Unfinished.emplace(train);
     const auto files = Memory_Files(train.Disk);
     for (const Backup& backup : List_Backups(*files, u"\\train")) {
-      Do_Part([&] { window.Choose(Menu_Entry::Restore, backup.Time); });
-      Look(train, window);
+      Begin_Part();
+      Do(train, window, [&] { window.Choose(Menu_Entry::Restore, backup.Time); });
     }
   }
 
-  // What a user sees, which must hold a message.
+  // There must be a message.
   void Look(const Installation& train, const Memory_Window& window) {
     bool has_message = !window.Boxes().empty();
     for (const Text_View end :
@@ -124,7 +121,6 @@ class Out_Of_Memory : public testing::Test {
     Counting_Window window;
     Seen.clear();
     Start(train, window);
-    Look(train, window);
     if (!only_starts) Use_All_Commands(train, window);
     const bool has_failed = Count >= Failing;
     train.Disk.Locked_Folders->clear();
