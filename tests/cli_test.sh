@@ -324,11 +324,8 @@ A_Backup_Is_Found_Whatever_Its_Time_And_Its_Neighbours() {
   expect_part out "2099-12-31 23.59.59" "8 files" "cannot be read"
   ends 0 restore Ambrewick --yes
   expect_routes_untouched
-  # The newest backup is that of the restore though the clock went back.
   ends 0 backups Ambrewick
-  expect_part out "2100-01-01 00.00.00" "made by a restore"
-  ends 0 restore Ambrewick --yes
-  expect_same updated msts/Routes
+  expect_part out "2100-01-01 00.00.00" "made by a restore" # though the clock went back
 }
 
 # Of each kind how many references there are and where they lead, and the status.
@@ -385,11 +382,6 @@ An_Update_Without_The_Whole_Route_Says_What_Stays_Behind_And_It_Leads_To_Nowhere
     )$'World\\w-005354+014850.w\tto the catalogue'
   ends 0 check Ambrewick --all
   expect_part err "; 7 to update; 17 numbers corrected; 22 track objects of 21 shapes that the"
-  # Nothing moves any more, and of another route nothing has to.
-  for route in Ambrewick "Brenn Valley Line"; do
-    cli check "$route"
-    expect_no_part out behind
-  done
 }
 
 References_Need_A_Database_That_Can_Be_Read_And_The_Only_One_May_Have_Any_Name() {
