@@ -426,10 +426,13 @@ Binary_Files_Become_Texts_In_One_Update_And_Come_Back() {
 Manual_Page_Has_Every_Option_And_No_Fault() {
   expect_empty <(groff -man -Tutf8 -ww -z "$manual" "${manual%-cli.1}.1" 2>&1)
   sed 's/\\//g' "$manual" >plain
-  for option in $(for command in update restore; do "$programs/rivelt-cli" $command --help; done |
-    grep -oh -- '--[a-z]*') --root; do
-    expect_part plain "$option"
-  done
+  for command in "" routes check update references backups restore text script; do
+    # shellcheck disable=SC2086 # it may be none
+    "$programs/rivelt-cli" $command --help
+  done >help
+  expect_empty <(grep '.\{101\}' help)
+  [ "$(grep -c '^Example:' help)" -eq 9 ] || fail "not an example each"
+  for option in $(grep -o -- '--[a-z]*' help); do expect_part plain "$option"; done
 }
 
 "$2"
