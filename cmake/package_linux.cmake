@@ -17,7 +17,7 @@ if(TARGET rivelt)
 endif()
 # In the folders of the sources, so that the links between them lead somewhere.
 install(FILES README.md DESTINATION ${documents})
-install(FILES docs/messages.md docs/backups.md DESTINATION ${documents}/docs)
+install(FILES docs/messages.md docs/backups.md docs/window.md DESTINATION ${documents}/docs)
 install(DIRECTORY docs/screenshots DESTINATION ${documents}/docs)
 
 # The owner has not stated a copyright or a licence yet. That text belongs into the folder above as

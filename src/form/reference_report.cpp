@@ -91,7 +91,7 @@ Text Reference_Report(const Route_References& references, bool whole) {
     lost += Line({u"  unknown shape", shape.Name, Counted(shape.Number),
                   Counted(shape.Objects, u"track objects"), shape.First_File, Place(shape.Where)});
   }
-  return counts + lost;
+  return lost + counts;
 }
 
 }  // namespace rivelt

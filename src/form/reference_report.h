@@ -19,9 +19,9 @@ struct Route_References {
 };
 
 // A line for each kind of reference with how many lead where, and one for the shapes that the
-// catalogue does not have. The whole report goes on with a line for each reference to nowhere and
-// for each of these shapes; without it only the first few of each kind that lead to nowhere are
-// named. Tabs are between the fields of a line.
+// catalogue does not have. The whole report has a line for each reference to nowhere and for each
+// of these shapes before them; any other names the first few of each kind that lead to nowhere.
+// Tabs are between the fields of a line.
 Text Reference_Report(const Route_References& references, bool whole);
 
 }  // namespace rivelt
