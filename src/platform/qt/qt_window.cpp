@@ -100,6 +100,7 @@ void Qt_Window::Press(Control button) {
 }
 
 void Qt_Window::Choose(Menu_Entry entry, const Text& backup) {
+  if (Gate.Working() || Is_Dropping) return;
   Gate.Choose(entry, backup);
   Finish_Work();
 }
