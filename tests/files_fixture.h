@@ -33,7 +33,6 @@ class Test_Folder {
   virtual void Plant(Text_View name, std::string_view bytes) = 0;
   virtual void Plant_Folder(Text_View name) = 0;
   virtual void Make_Read_Only(Text_View name) = 0;
-  virtual std::string Bytes(Text_View name) const = 0;
 
   // The names of all that is in a folder, hidden things too, by code unit. "" is the folder.
   virtual Names Names_In(Text_View folder) const = 0;
@@ -58,6 +57,11 @@ class Files_Test : public testing::Test {
   File_System_Object& Files() { return *System; }
   Text Read(Text_View path) {
     return Files().GetFile(path)->OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
+  }
+  std::string Bytes(Text_View path) {
+    std::string bytes;
+    Files().GetFile(path)->Read_Bytes([&](std::string_view piece) { bytes += piece; });
+    return bytes;
   }
   void Write(Text_View path, Text_View text, bool overwrite = true) {
     const auto stream = Files().CreateTextFile(path, overwrite, false);

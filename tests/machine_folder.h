@@ -5,14 +5,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "files_fixture.h"
 
 namespace rivelt {
-
-// Defined beside the tests of each machine.
-std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path& wine_prefix);
 
 // Its paths are native ones as well, as long as the name has no "\\".
 class Machine_Folder : public Test_Folder {
@@ -30,10 +26,10 @@ class Machine_Folder : public Test_Folder {
     std::filesystem::remove_all(Root, none);
   }
   Machine_Folder(const Machine_Folder&) = delete;
-  Machine_Folder& operator=(const Machine_Folder&) = delete;
 
-  // The folder is the Wine prefix as well, where there is one.
-  std::unique_ptr<File_System_Object> Files() override { return Files_Of_Machine(Root); }
+  // Defined beside the tests of each machine. The folder is the Wine prefix as well, if there is
+  // one.
+  std::unique_ptr<File_System_Object> Files() override;
   Text Path(Text_View name) const override { return Root.u16string() + u"/" + Text(name); }
 
   void Plant(Text_View name, std::string_view bytes) override {
@@ -45,11 +41,6 @@ class Machine_Folder : public Test_Folder {
   }
   void Make_Read_Only(Text_View name) override {
     permissions(Path(name), std::filesystem::perms::owner_read);
-  }
-  std::string Bytes(Text_View name) const override {
-    std::ifstream file(std::filesystem::path(Path(name)), std::ios::binary);
-    EXPECT_TRUE(file);
-    return {std::istreambuf_iterator<char>(file), {}};
   }
   Names Names_In(Text_View folder) const override {
     Names names;

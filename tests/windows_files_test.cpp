@@ -27,7 +27,6 @@ class Windows_Files_Test : public Files_Test {
 TEST_F(Windows_Files_Test, A_File_That_Another_Program_Holds_Is_A_Failure_With_Nothing_Lost) {
   Machine.Plant(u"held", "held");
   const auto held = Files().GetFile(Path(u"held"));
-  const auto other = Make_Test_Folder(true);
   {
     const Owned_Handle holder = Hold_Open(u"held", GENERIC_READ | GENERIC_WRITE);
     EXPECT_THROW(held->OpenAsTextStream(For_Reading, Format_Unicode), Failure) << "half written";
@@ -37,40 +36,35 @@ TEST_F(Windows_Files_Test, A_File_That_Another_Program_Holds_Is_A_Failure_With_N
   EXPECT_NO_THROW(held->OpenAsTextStream(For_Reading, Format_Unicode)) << "only read";
   EXPECT_EQ(Reason([&] { held->Delete(true); }), u"held: used by another program");
   EXPECT_THROW(held->Delete(false), Failure) << "still read-only";
-  if (other) {
+  if (const auto other = Make_Test_Folder(true)) {
     EXPECT_THROW(held->Move(other->Path(u"moved")), Failure);
     EXPECT_EQ(other->Names_In(u""), Names());
   }
   EXPECT_EQ(Machine.Names_In(u""), Names({u"held"}));
-  EXPECT_EQ(Machine.Bytes(u"held"), "held");
+  EXPECT_EQ(Bytes(Path(u"held")), "held");
 }
 
 TEST_F(Windows_Files_Test, What_Is_Held_For_A_Moment_Is_Renamed_And_Deleted_Once_It_Is_Let_Go) {
   Machine.Plant_Folder(u"folder");
   Machine.Plant(u"file", "x");
-  const auto release_soon = [](Owned_Handle holder) {
-    return std::thread([held = std::move(holder)]() mutable {
+  const auto while_scanned = [&](Text_View name, const auto& step) {
+    std::thread scanner([held = Hold_Open(name, GENERIC_READ)]() mutable {
       Sleep(300);
       held.reset();
     });
+    EXPECT_NO_THROW(step());
+    scanner.join();
   };
-  std::thread scanner = release_soon(Hold_Open(u"folder", GENERIC_READ));
-  EXPECT_NO_THROW(Files().MoveFolder(Path(u"folder"), Path(u"free")));
-  scanner.join();
-  scanner = release_soon(Hold_Open(u"file", GENERIC_READ));
-  EXPECT_NO_THROW(Files().DeleteFile(Path(u"file"), true));
-  scanner.join();
+  while_scanned(u"folder", [&] { Files().MoveFolder(Path(u"folder"), Path(u"free")); });
+  while_scanned(u"file", [&] { Files().DeleteFile(Path(u"file"), true); });
   EXPECT_EQ(Machine.Names_In(u""), Names({u"free"}));
-}
 
-TEST_F(Windows_Files_Test, The_Name_Of_A_Deleted_File_Is_Free_While_Another_Program_Has_It_Open) {
-  Machine.Plant(u"a.w", "x");
+  Write(Path(u"file"), u"x");
   const Owned_Handle indexer =
-      Hold_Open(u"a.w", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
-  Files().DeleteFile(Path(u"a.w"), true);
-  EXPECT_EQ(Files().FindFile(Path(u"a.w")), nullptr);
-  Write(Path(u"a.w"), u"new", false);
-  EXPECT_EQ(Machine.Bytes(u"a.w"), "new");
+      Hold_Open(u"file", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+  Files().DeleteFile(Path(u"file"), true);
+  EXPECT_EQ(Files().FindFile(Path(u"file")), nullptr) << "the name is free though it is open";
+  Write(Path(u"file"), u"new", false);
 }
 
 TEST_F(Windows_Files_Test, Paths_Longer_Than_The_Old_Limit_Work_Throughout) {
@@ -79,8 +73,8 @@ TEST_F(Windows_Files_Test, Paths_Longer_Than_The_Old_Limit_Work_Throughout) {
     Files().CreateFolder(Path(deep.substr(0, length)));
   Write(Path(deep + u"\\a.w"), u"text");
   EXPECT_EQ(Names_Of_Items(Files().GetFolder(Path(deep))->Files()), Names({u"a.w"}));
-  EXPECT_EQ(Read(Path(deep + u"\\a.w")), u"\u6574\u7478");
   Files().GetFile(Path(deep + u"\\a.w"))->Move(Path(deep + u"\\b.w"));
+  EXPECT_EQ(Bytes(Path(deep + u"\\b.w")), "text");
   Files().DeleteFile(Path(deep + u"\\b.w"), true);
   for (const std::size_t length : {302, 201, 100})
     Files().DeleteFolder(Path(deep.substr(0, length)));
@@ -90,7 +84,7 @@ TEST_F(Windows_Files_Test, Paths_Longer_Than_The_Old_Limit_Work_Throughout) {
 TEST_F(Windows_Files_Test, Narrow_Text_Has_A_Question_Mark_For_Each_Character_Lacking) {
   Write(Path(u"log.txt"), u"\u00e9 \u221e \u7dda \U0001F682 \xd800 end\r\n");
   if (GetACP() != 1252) GTEST_SKIP() << "another code page";
-  EXPECT_EQ(Machine.Bytes(u"log.txt"), "\xe9 ? ? ? ? end\r\n");
+  EXPECT_EQ(Bytes(Path(u"log.txt")), "\xe9 ? ? ? ? end\r\n");
 }
 
 TEST_F(Windows_Files_Test, Devices_Are_No_Files_And_Relative_Paths_Start_At_The_Working_Folder) {
@@ -115,14 +109,14 @@ TEST_F(Windows_Files_Test, The_End_Of_The_Process_In_Between_Leaves_Nothing_Of_A
   EXPECT_EQ(_spawnl(_P_WAIT, _pgmptr, "windows_test", "--gtest_filter=*The_End_Of*", nullptr), 7);
   _wputenv_s(L"RIVELT_TEST_END_AT", L"");
   EXPECT_EQ(Machine.Names_In(u""), Names({u"old.w"}));
-  EXPECT_EQ(Machine.Bytes(u"old.w"), "before");
+  EXPECT_EQ(Bytes(Path(u"old.w")), "before");
 }
 
 }  // namespace
 
 extern const bool Tells_Letter_Case_Apart = false;
 
-std::unique_ptr<File_System_Object> Files_Of_Machine(const std::filesystem::path&) {
+std::unique_ptr<File_System_Object> Machine_Folder::Files() {
   return Windows_Files();
 }
 // The machine names its other volume in the environment.
