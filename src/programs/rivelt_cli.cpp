@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -168,6 +169,12 @@ int Run_To_The_End(const CLI::App& app, const Arguments& arguments) {
   } catch (const Wrong_Usage& usage) {
     std::cerr << usage.Message;
     return Exit_Wrong_Usage;
+  } catch (const Failure& failure) {
+    Write_Error(u"Reason: " + failure.Reason());
+    return Exit_Failure;
+  } catch (const std::bad_alloc&) {
+    Write_Error("Reason: not enough memory");
+    return Exit_Failure;
   } catch (const Interrupted&) {
     if (window.Shows_Log || End_Requested()) window.Report_Interruption();
     return End_Requested() ? Exit_Interrupted : Exit_Failure;

@@ -57,11 +57,6 @@ void Write_Places(Output& output, const std::vector<Text>& places, std::string_v
   }
 }
 
-int Report_Failure(std::string_view message) {
-  Write_Error(message);
-  return Exit_Failure;
-}
-
 void Report_Restored(Output& output, const Listed_Backup& backup, const Restored& restored) {
   Write_Places(output, restored.Put_Back, "Put back");
   Write_Places(output, restored.Removed, "Removed");
@@ -89,16 +84,14 @@ std::string What_Became_Of_It(Change_End end) {
   return {};
 }
 
-int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) try {
+int List_Backups(Console_Window& window, Output& output, const Backup_Settings& settings) {
   for (const Listed_Backup& backup : Backups_Of(window, settings)) {
     output.Write(Description(backup) + "\n");
   }
   return Exit_Done;
-} catch (const std::exception&) {
-  return Report_Failure("Could not read the backups!");
 }
 
-int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings) try {
+int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings& settings) {
   std::vector<Listed_Backup> backups = Backups_Of(window, settings);
   std::erase_if(backups, [](const Listed_Backup& backup) {
     return backup.Content.Kind != Backup::State::Finished;
@@ -110,13 +103,12 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   const Restore_Result result = window.Form().Restore(newest.Content.Route, newest.Content.Time);
   window.Report();
   if (result.How != Change_End::Done) {
-    return Report_Failure("Had problems restoring this route! " + What_Became_Of_It(result.How));
+    Write_Error("Had problems restoring this route! " + What_Became_Of_It(result.How));
+    return Exit_Failure;
   }
   window.Restore_Finished = true;
   Report_Restored(output, newest, result.Files);
   return Exit_Done;
-} catch (const std::exception&) {
-  return Report_Failure("Could not read the backups!");
 }
 
 }  // namespace rivelt

@@ -6,14 +6,10 @@
 namespace rivelt {
 
 int Count_References(Console_Window& window, Output& output, const std::string& wanted,
-                     bool whole) try {
+                     bool whole) {
   const Route_References found = window.Form().References_Of(Route_To_Pick(window, wanted).Folder);
   output.Write(Reference_Report(found, whole));
   return found.All_Lead_Somewhere() ? Exit_Done : Exit_Failure;
-} catch (const Failure& failure) {
-  Write_Error("Could not read a file of the route!");
-  Write_Error(u"Reason: " + failure.Reason());
-  return Exit_Failure;
 }
 
 }  // namespace rivelt

@@ -6,7 +6,7 @@
 
 namespace rivelt {
 
-int Convert_To_Text(Console_Window& window, Output& output, const std::string& route) try {
+int Convert_To_Text(Console_Window& window, Output& output, const std::string& route) {
   const Text route_folder = Route_To_Pick(window, route).Folder;
   const Binary_Files binary = window.Form().Binary_Files_Of(route_folder);
   if (binary.Places.empty()) {
@@ -28,10 +28,6 @@ int Convert_To_Text(Console_Window& window, Output& output, const std::string& r
   window.Update_Finished = true;
   for (const Text& place : converted) output.Write("Converted\t" + To_Utf8(place) + "\n");
   return Exit_Done;
-} catch (const Failure& failure) {
-  Write_Error("Could not read a file of the route!");
-  Write_Error(u"Reason: " + failure.Reason());
-  return Exit_Failure;
 }
 
 }  // namespace rivelt
