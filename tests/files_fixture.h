@@ -31,7 +31,6 @@ class Test_Folder {
   virtual std::unique_ptr<File_System_Object> Files() = 0;
   virtual Text Path(Text_View name) const = 0;
   virtual void Plant(Text_View name, std::string_view bytes) = 0;
-  virtual void Plant_Folder(Text_View name) = 0;
   virtual void Make_Read_Only(Text_View name) = 0;
 
   // The names of all that is in a folder, hidden things too, by code unit. "" is the folder.

@@ -20,7 +20,7 @@ cd "$work"
 A_Disk_Full_While_Moving_Is_Rolled_Back_Though_It_Is_Still_Full_And_Works_With_Room() {
   "$programs/rivelt-sample" msts --objects 100
   cp -r msts before
-  rm -r $world/*
+  rm -r "${world:?}"/*
   mount -t tmpfs -o size=8000k tmpfs $world 2>err || {
     echo "Skipped, for nothing can be mounted here: $(cat err)"
     exit 77

@@ -65,7 +65,7 @@ bool Give_Up_Rare_Calls() {
 
 TEST_F(Linux_Files, Folders_That_Differ_In_Case_Only_Are_One_Below_The_Root_And_As_Spelled_Above) {
   for (const Text name : {u"in", u"IN", u"In", u"in/world", u"in/World", u"in/World/a.w"})
-    Machine.Plant_Folder(name);
+    fs::create_directory(Path(name));
   Machine.Plant(u"in/WORLD", "a file");
   Files().Set_Root(Path(u"in"));
   for (const Text folder : {u"world", u"World", u"wORLD"}) {
@@ -83,7 +83,8 @@ TEST_F(Linux_Files, Folders_That_Differ_In_Case_Only_Are_One_Below_The_Root_And_
 }
 
 TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
-  for (const Text name : {u"dosdevices", u"drive_c", u"drive_c/Games"}) Machine.Plant_Folder(name);
+  for (const Text name : {u"dosdevices", u"drive_c", u"drive_c/Games"})
+    Files().CreateFolder(Path(name));
   fs::create_symlink("../drive_c", Path(u"dosdevices/c:"));
   for (const Text path : {u"C:\\games\\a.dat", u"c:/Games/b.dat", u"C:\\\\GAMES\\c.dat"})
     Write(path, u"x");
@@ -93,7 +94,7 @@ TEST_F(Linux_Files, Drive_Letters_Lead_Through_The_Links_Of_The_Prefix) {
 }
 
 TEST_F(Linux_Files, Links_Count_As_What_They_Lead_To_And_A_Replaced_File_Leaves_Its_Permissions) {
-  Machine.Plant_Folder(u"folder");
+  Files().CreateFolder(Path(u"folder"));
   Machine.Plant(u"file", "A");
   for (const Text target : {u"folder", u"file", u"none"})
     fs::create_symlink(target, Path(u"to_" + target));

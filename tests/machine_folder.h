@@ -36,9 +36,6 @@ class Machine_Folder : public Test_Folder {
     EXPECT_TRUE(std::ofstream(std::filesystem::path(Path(name)), std::ios::binary)
                 << bytes << std::flush);
   }
-  void Plant_Folder(Text_View name) override {
-    EXPECT_TRUE(std::filesystem::create_directory(Path(name)));
-  }
   void Make_Read_Only(Text_View name) override {
     permissions(Path(name), std::filesystem::perms::owner_read);
   }

@@ -23,7 +23,6 @@ class Folder_In_Memory : public Test_Folder {
       return Disk.Edit_Bytes_In_Place(Path(name), bytes);
     Disk.Put_Bytes(Path(name), bytes);
   }
-  void Plant_Folder(Text_View name) override { Disk.Put_Folder(Path(name)); }
   void Make_Read_Only(Text_View name) override { Disk.Make_Read_Only(Path(name)); }
   Names Names_In(Text_View folder) const override {
     Names names = Disk.Names(Path(folder));

@@ -45,7 +45,7 @@ TEST_F(Windows_Files_Test, A_File_That_Another_Program_Holds_Is_A_Failure_With_N
 }
 
 TEST_F(Windows_Files_Test, What_Is_Held_For_A_Moment_Is_Renamed_And_Deleted_Once_It_Is_Let_Go) {
-  Machine.Plant_Folder(u"folder");
+  Files().CreateFolder(Path(u"folder"));
   Machine.Plant(u"file", "x");
   const auto while_scanned = [&](Text_View name, const auto& step) {
     std::thread scanner([held = Hold_Open(name, GENERIC_READ)]() mutable {
