@@ -24,7 +24,7 @@ TEST(Binary_File, Of_Every_Block_And_Value_Gives_Their_Text_Again) {
   Text choices(3000, u'\0');
   std::iota(choices.begin(), choices.end(), u'\0');
   for (const bool is_world : {true, false}) {
-    const Text blocks = sample::Invented_Blocks(is_world, choices, 20);
+    const Text blocks = sample::Invented_Blocks(is_world, choices, 32);
     const Text text = sample::File_Text(is_world ? u"w0t" : u"T0t", blocks);
     EXPECT_EQ(To_Utf8(Text_Of_Binary(sample::Binary_File(text))), To_Utf8(text));
   }
