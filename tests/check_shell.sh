@@ -3,11 +3,9 @@
 
 failures=0
 
-# The line of the test itself that leads here.
+# With the lines that lead here.
 fail() {
-  local depth=0
-  while [ "${BASH_SOURCE[$depth]}" = "${BASH_SOURCE[0]}" ]; do depth=$((depth + 1)); done
-  echo "${BASH_SOURCE[$depth]}:${BASH_LINENO[$((depth - 1))]}: $1"
+  echo "$0: lines ${BASH_LINENO[*]}: $1"
   failures=$((failures + 1))
 }
 

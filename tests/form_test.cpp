@@ -470,9 +470,6 @@ TEST_F(Small_Installation,
   EXPECT_EQ(Train.Content(u"routes\\B\\world\\.rivelt-1"), u"(no such file)");
   EXPECT_EQ(Train.Content(u"routes\\B\\world\\w-5.w"), u"edited");
 
-  Window.Pick(cmbRoutes, u"B");
-  Window.Press(cmdUpdate);
-  EXPECT_TRUE(Log().ends_with(u"Finished updating \n"));
   Window.Pick(cmbRoutes, u"A");
   Window.Press(cmdCheck);
   EXPECT_TRUE(Log().starts_with(u"Had problems in Do_Check!\n"));
