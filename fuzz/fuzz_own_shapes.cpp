@@ -1,8 +1,11 @@
-// The pass over the track objects of a route's own shapes.
+// The pass over the track objects of a route's own shapes: it moves their numbers and no others,
+// and changes nothing else. The reader of track objects has its twin with the pass that checks
+// them.
 
 #include "convert/whole_route.h"
 #include "fuzzing.h"
-#include "naive_passes.h"
+#include "text/primitives.h"
+#include "text/token_reader.h"
 
 using namespace rivelt;
 using namespace rivelt::fuzzing;
@@ -14,14 +17,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Input input = Read_Input(data, size);
   const Moving_Ids shapes(Number_Set({-1, 0, 31, 500, 501}), Number_Set({31, 77, 1460}),
                           Offset(input.Choice));
-  const auto with = [&](const auto& rebase) -> Pass {
-    return [&](Text_View text, Outcome& outcome, const Log_Line&) {
-      Put(rebase(Text(text), shapes, shape_id), text, outcome);
-    };
+  const auto each_number = [&](Text_View text, bool moves, Rewritten_Text& output) {
+    Read_Track_Objects(text, [&](const Track_Object& object) {
+      const Number_Reading number = Read_Number(object.Id);
+      if (!object.Is_Readable || !number.Has_Digits) return;
+      const bool moved =
+          moves && shapes.Own.Has(number.Value) && !Is_Of_Catalogue(object, shape_id);
+      output.Replace(Without_Blanks(Left_Text(object.Id, number.End)),
+                     Number_Text(number.Value + (moved ? shapes.Delta : 0)));
+    });
   };
-  const auto rebase = [](Text_View text, const Moving_Ids& ids, const Id_Of_Shape& ids_by_name) {
-    return Rebase_Own_Shapes(text, ids, ids_by_name);
-  };
-  Require_Twins(input, with(rebase), with(naive::Rebase_Own_Shapes));
+  Require_Moved(input, each_number, [&](Text_View text, Purpose purpose) {
+    return Rebase_Own_Shapes(text, shapes, shape_id, purpose);
+  });
   return 0;
 }

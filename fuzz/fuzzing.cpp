@@ -11,7 +11,7 @@ namespace rivelt::fuzzing {
 void Require(bool holds, const char* message) {
   if (holds) return;
   std::fprintf(stderr, "does not hold: %s\n", message);
-  std::abort();
+  std::exit(1);
 }
 
 Input Read_Input(const std::uint8_t* data, std::size_t size) {
@@ -38,11 +38,6 @@ void Put(const Passed_World& passed, Text_View text, Outcome& outcome) {
   outcome.Numbers = {passed.Count, passed.Corrected, passed.Left};
 }
 
-void Put(const Renumbered_File& file, Text_View text, Outcome& outcome) {
-  outcome.Output = file.Output.value_or(Text(text));
-  outcome.Numbers = {file.Section_Count, file.Shape_Count, file.Taken_Count, file.Shared_Count};
-}
-
 Outcome Outcome_Of(const Pass& pass, Text_View text) {
   Outcome outcome;
   try {
@@ -63,6 +58,31 @@ void Require_Twins(const Input& input, const Pass& pass, const Pass& naive) {
   Require(outcome == Outcome_Of(naive, input.Units), "it is as the naive pass");
   const bool agree = Outcome_Of(pass, outcome.Output) == Outcome_Of(naive, outcome.Output);
   Require(agree, "so it is on its own output");
+}
+
+void Require_Moved(const Input& input, const Each_Number& each_number, const Renumbering& pass) {
+  const auto run = [&](Purpose purpose) -> Pass {
+    return [&pass, purpose](Text_View text, Outcome& outcome, const Log_Line&) {
+      const Renumbered_File file = pass(text, purpose);
+      outcome.Output = file.Output.value_or(Text());
+      outcome.Numbers = {file.Section_Count, file.Shape_Count, file.Taken_Count, file.Shared_Count};
+    };
+  };
+  const Outcome converted = Timed_Outcome(input, run(Purpose::Convert));
+  const Outcome counted = Outcome_Of(run(Purpose::Count), input.Units);
+  Require(counted.Numbers == converted.Numbers && counted.Output.empty(), "it counts the same");
+  const auto with_numbers = [&](Text_View source, bool moves) {
+    const auto rewrite = [&](Text_View text, Outcome& outcome, const Log_Line&) {
+      Rewritten_Text output(text);
+      each_number(text, moves, output);
+      outcome.Output = output.Finish().value_or(Text(text));
+    };
+    return Outcome_Of(rewrite, source);
+  };
+  const Outcome moved = with_numbers(input.Units, true);
+  const Text& output = converted.Output.empty() ? input.Units : converted.Output;
+  Require(moved == with_numbers(output, false), "only its numbers move");
+  Require(moved.Failed || !converted.Failed, "it fails only if its reader does");
 }
 
 void Require_Speed(const Input& input, const std::function<void(Text_View)>& pass) {

@@ -1,4 +1,4 @@
-// What the fuzzers share. An input is one byte of choices and a text; each fuzzer aborts where what
+// What the fuzzers share. An input is one byte of choices and a text; each fuzzer exits where what
 // must hold does not.
 
 #pragma once
@@ -10,11 +10,12 @@
 
 #include "convert/whole_route.h"
 #include "convert/world_passes.h"
+#include "text/rewritten_text.h"
 #include "text/text.h"
 
 namespace rivelt::fuzzing {
 
-// Aborts, with the message, unless it holds.
+// Exits with the message and status 1 unless it holds.
 void Require(bool holds, const char* message);
 
 struct Input {
@@ -42,7 +43,6 @@ struct Outcome {
 
 // text is what the pass has read.
 void Put(const Passed_World& passed, Text_View text, Outcome& outcome);
-void Put(const Renumbered_File& file, Text_View text, Outcome& outcome);
 
 // A pass over a text, which puts its results into the outcome and hands its lines to the log.
 using Pass = std::function<void(Text_View, Outcome&, const Log_Line&)>;
@@ -55,6 +55,14 @@ Outcome Timed_Outcome(const Input& input, const Pass& pass);
 // Requires that the pass keeps to its time and that its naive twin makes the same of the input, and
 // of what comes out.
 void Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
+
+// Replaces each number that the pass reads, moved if it is to be, in the output.
+using Each_Number = std::function<void(Text_View, bool moves, Rewritten_Text& output)>;
+using Renumbering = std::function<Renumbered_File(Text_View, Purpose)>;
+
+// Requires that the pass keeps to its time, that it counts the same whether it converts or not, and
+// that the numbers of what comes out are those of the input, moved, with the same text around them.
+void Require_Moved(const Input& input, const Each_Number& each_number, const Renumbering& pass);
 
 // For a long input: half a million units, which repeat the part of it before the first "|" and end
 // in the part after that, must not take the pass more than two seconds.

@@ -156,8 +156,7 @@ struct Record {
   Position Left_End = 0;  // where it ends if it has to stay as it is, else 0
 };
 
-// Without needs_all, a record with an end may lack what the rest of the text lacks as well.
-Record Read_Record(const Text& rest, bool needs_all = true) {
+Record Read_Record(const Text& rest) {
   const Position open = Find_Text(1, rest, u"(");
   const Position end = open == 0 ? 0 : Walk(rest, open);
   const Text own = end == 0 ? rest : Text(Left_Text(rest, end));
@@ -165,7 +164,7 @@ Record Read_Record(const Text& rest, bool needs_all = true) {
   left.Left_End = end;
   // Where a target is in the record; 0 if it only comes later.
   const auto find = [&](Position start, Text_View target) {
-    if ((needs_all || end == 0) && Find_Text(start, rest, target) == 0) throw Failure();
+    if (Find_Text(start, rest, target) == 0) throw Failure();
     return Find_Text(start, own, target);
   };
   Position p = find(1, u"SectionIdx");
@@ -251,162 +250,6 @@ Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Lo
   }
   log(Number_Text(result.Count) + u" track sections has been changed");
   output += rest;
-  return result;
-}
-
-namespace {
-
-bool May_Concern(const Text& text, const Moving_Ids& shapes) {
-  for (Position p = 0; (p = Find_Text(p + 1, text, u"SectionIdx")) != 0;) {
-    const Position open = Find_Text(p, text, u"(");
-    const Double id = open == 0 ? 0.5 : Text_Value(Mid_Text(text, open + 1));
-    if (shapes.Own.Has(id) || shapes.Taken.Has(id)) return true;
-  }
-  return false;
-}
-
-}  // namespace
-
-Renumbered_File Rebase_Own_Shapes(Text rest, const Moving_Ids& shapes,
-                                  const Id_Of_Shape& shape_id) {
-  Renumbered_File result;
-  const auto is_of_catalogue = [&](Text name, Double number) {
-    const bool is_known = number != -1 && shape_id(name) == number;
-    std::erase(name, Double_Quote);
-    name = Trim_Text(name.substr(name.find_last_of(u"\\/") + 1));
-    return is_known || (number != -1 && shape_id(name) == number);
-  };
-  if (!May_Concern(rest, shapes)) return result;
-  Text& output = result.Output.emplace();
-  while (const Position p = Find_Text(1, rest, u"TrackObj")) {
-    output += Left_Text(rest, p - 1);
-    rest = Mid_Text(rest, p);
-    const Record record = Read_Record(rest, false);
-    if (record.Left_End != 0) {
-      output += Left_Text(rest, record.Left_End);
-      rest = Mid_Text(rest, record.Left_End + 1);
-      continue;
-    }
-    Text read(Left_Text(rest, static_cast<Position>(rest.size() - record.Back.size())));
-    const Double id = Text_Value(record.Id);
-    const bool has_number = Read_Number(record.Id).Has_Digits;
-    if (has_number && shapes.Taken.Has(id)) ++result.Taken_Count;
-    if (has_number && shapes.Own.Has(id)) {
-      if (is_of_catalogue(record.Name, id)) {
-        ++result.Shared_Count;
-      } else {
-        const Text old(Left_Text(record.Id, Read_Number(record.Id).End));
-        const std::size_t first = old.find_first_not_of(Blanks);
-        const std::size_t count = old.find_last_not_of(Blanks) + 1 - first;
-        const std::size_t start =
-            record.Name_First ? read.size() - record.Id.size() + 1 : record.Front.size();
-        read.replace(start + first, count, Trim_Text(Number_Text(id + shapes.Delta)));
-        ++result.Shape_Count;
-      }
-    }
-    output += read;
-    rest = record.Back;
-  }
-  output += rest;
-  return result;
-}
-
-namespace {
-
-struct Piece {
-  std::size_t At;
-  Text Units;  // of a word in capitals, of a quoted text none
-};
-
-// The words, brackets and quoted texts outside comment blocks, and a piece without units at the
-// end.
-std::vector<Piece> Pieces_Of(const Text& text) {
-  static const std::wregex form(LR"re(("(?:\\[^\r\n]|[^"\\\r\n])*")|[()]|[^ \t\r\n()]+)re");
-  const std::wstring wide(text.begin(), text.end());
-  std::vector<Piece> pieces;
-  int depth = 0;  // in a comment block
-  Text last;
-  for (std::wsregex_iterator found(wide.begin(), wide.end(), form), end; found != end; ++found) {
-    const auto at = static_cast<std::size_t>(found->position());
-    const bool is_quoted = (*found)[1].matched;
-    const Text units =
-        is_quoted ? u"" : Upper_Text(text.substr(at, static_cast<std::size_t>(found->length())));
-    const bool is_after_keyword = last == u"_SKIP" || last == u"_INFO" || last == u"COMMENT";
-    const bool opens_comment = depth == 0 && is_after_keyword && units == u"(";
-    if (opens_comment) pieces.pop_back();
-    if (depth > 0 || opens_comment) {
-      depth += units == u"(" ? 1 : units == u")" ? -1 : 0;
-    } else {
-      pieces.push_back({at, units});
-    }
-    last = units;
-  }
-  pieces.push_back({text.size(), u""});
-  return pieces;
-}
-
-// The value of a field that is one number and blanks around it.
-Double Only_Number(Text_View field) {
-  static const std::wregex form(
-      LR"re([ \t\r\n]*(&h[0-9a-f]+|&o[0-7]+|)re"
-      LR"re([+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([ed][+-]?[0-9]+)?)[ \t\r\n]*)re",
-      std::regex::icase);
-  if (!std::regex_match(std::wstring(field.begin(), field.end()), form)) throw Failure();
-  return Text_Value(field);
-}
-
-// The fields of the block whose keyword is at the index, which then is at its ")".
-std::vector<Piece> Fields_Of(const std::vector<Piece>& pieces, std::size_t& index) {
-  if (pieces[++index].Units != u"(") throw Failure();
-  std::vector<Piece> fields;
-  while (pieces[++index].Units != u")") {
-    if (pieces[index].Units.empty() || pieces[index].Units == u"(") throw Failure();
-    fields.push_back(pieces[index]);
-  }
-  return fields;
-}
-
-}  // namespace
-
-Renumbered_File Rebase_Track_Database(const Text& text, const Moving_Ids& sections,
-                                      const Moving_Ids& shapes) {
-  Renumbered_File result;
-  Text& output = result.Output.emplace(text);
-  const auto move = [&](const Piece& field, const Moving_Ids& ids, Long& count) {
-    const Double id = Only_Number(field.Units);
-    if (ids.Taken.Has(id)) ++result.Taken_Count;
-    if (!ids.Own.Has(id)) return;
-    ++count;
-    output.replace(field.At + output.size() - text.size(), field.Units.size(),
-                   Trim_Text(Number_Text(id + ids.Delta)));
-  };
-  const auto move_shape = [&](const Piece& field) { move(field, shapes, result.Shape_Count); };
-  const std::vector<Piece> pieces = Pieces_Of(text);
-  std::size_t i = 0;
-  while (pieces[i].Units != u"TRACKDB") {
-    if (++i == pieces.size()) throw Failure();
-  }
-  if (pieces[++i].Units != u"(") throw Failure();
-  int depth = 1;
-  while (++i < pieces.size()) {
-    const Text& word = pieces[i].Units;
-    if (depth > 0) depth += word == u"(" ? 1 : word == u")" ? -1 : 0;
-    if (word != u"TRVECTORSECTIONS" && word != u"TRJUNCTIONNODE") continue;
-    const std::vector<Piece> fields = Fields_Of(pieces, i);
-    const bool is_vector = word == u"TRVECTORSECTIONS";
-    const std::size_t size = fields.size();
-    if (depth == 0 || size < (is_vector ? 1 : 2)) throw Failure();
-    if (!is_vector) {
-      move_shape(fields[1]);
-      continue;
-    }
-    if (size % 16 != 1 || Only_Number(fields[0].Units) * 16 != Double(size - 1)) throw Failure();
-    for (std::size_t j = 1; j < size; j += 16) {
-      move(fields[j], sections, result.Section_Count);
-      move_shape(fields[j + 1]);
-    }
-  }
-  if (depth != 0) throw Failure();
   return result;
 }
 

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "convert/rebase_tsection.h"
-#include "convert/whole_route.h"
 #include "convert/world_passes.h"
 
 namespace rivelt::naive {
@@ -14,8 +13,5 @@ Rebased_Tsection Rebase_Tsection(Text rest, Long reserved_sections, Long reserve
                                  const Log_Line& log);
 Passed_World Rebase_Dyntracks(Text rest, Long section_delta, Long shape_delta, const Log_Line& log);
 Passed_World Check_Track_Objects(Text rest, const Shape_Tables& tables, const Log_Line& log);
-Renumbered_File Rebase_Own_Shapes(Text rest, const Moving_Ids& shapes, const Id_Of_Shape& shape_id);
-Renumbered_File Rebase_Track_Database(const Text& text, const Moving_Ids& sections,
-                                      const Moving_Ids& shapes);
 
 }  // namespace rivelt::naive
