@@ -10,23 +10,16 @@
 using namespace rivelt;
 using namespace rivelt::fuzzing;
 
-namespace {
-
-const std::map<Text, Text> Transforms{{u"o", u"n"}, {u"g", u" -delete-"}, {u"g(", u" -delete-"},
-                                      {u"c", u"K"}, {u"u(", u"nowhere"},  {u"s", u"k(2"}};
-const std::map<Text, Long> Ids{{u"k", 31}, {u"n", 77}, {u"k(2", 31}, {u"z", 0}};
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto map_shape = [](Text_View name) {
-    const auto found = Transforms.find(Fold_Case(name));
-    return found == Transforms.end() ? Text(name) : found->second;
+  static const std::map<Text, Text> names{{u"o", u"n"}, {u"g", u" -delete-"}, {u"g(", u" -delete-"},
+                                          {u"c", u"K"}, {u"u(", u"nowhere"},  {u"s", u"k(2"}};
+  static const std::map<Text, Long> ids{{u"k", 31}, {u"n", 77}, {u"k(2", 31}, {u"z", 0}};
+  const auto of = [](const auto& table, Text_View name, auto otherwise) {
+    const auto found = table.find(Fold_Case(name));
+    return found == table.end() ? otherwise : found->second;
   };
-  const auto shape_id = [](Text_View name) {
-    const auto found = Ids.find(Fold_Case(name));
-    return found == Ids.end() ? -1 : found->second;
-  };
+  const auto map_shape = [&](Text_View name) { return of(names, name, Text(name)); };
+  const auto shape_id = [&](Text_View name) { return of(ids, name, Long(-1)); };
   const auto with = [&](const auto& check) -> Pass {
     return [&](Text_View text, Outcome& outcome, const Log_Line& log) {
       Put(check(Text(text), {map_shape, shape_id}, log), text, outcome);

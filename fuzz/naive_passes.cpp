@@ -176,8 +176,7 @@ Record Read_Record(const Text& rest) {
   record.Id = Mid_Text(rest, id_open + 1, id_close - id_open);
   static_cast<void>(Text_Value(record.Id));
   p = Find_Text(id_close, own, u"FileName");
-  if (p == 0 && end != 0) p = Find_Text(1, own, u"FileName");
-  if (p == 0) p = find(id_close, u"FileName");
+  if (p == 0) p = find(end == 0 ? id_close : 1, u"FileName");
   if (p == 0) return left;
   record.Name_First = p < id_close;
   const Position name_open = find(p, u"(");
@@ -189,10 +188,9 @@ Record Read_Record(const Text& rest) {
   const bool is_closed_later = Mid_Text(own, name_close).find(u'"') != Text_View::npos;
   if (end != 0 && is_in_quotes && is_closed_later) return left;
   record.Name = Trim_Text(name);
-  const Position gap_start = std::min(id_close, name_close);
-  const Position gap_end = std::max(id_open, name_open);
+  const Position gap = std::min(id_close, name_close);
   record.Front = Left_Text(rest, std::min(id_open, name_open));
-  record.Middle = Mid_Text(rest, gap_start, gap_end - gap_start + 1);
+  record.Middle = Mid_Text(rest, gap, std::max(id_open, name_open) - gap + 1);
   record.Back = Mid_Text(rest, std::max(id_close, name_close));
   return record;
 }
