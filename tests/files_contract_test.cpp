@@ -111,9 +111,8 @@ TEST_F(Files_Contract, Paths_Of_Any_Letters_In_Other_Case_And_With_Either_Separa
 }
 
 TEST_F(Files_Contract, The_Spelling_Tells_Files_Apart_Whose_Names_Differ_In_Case_Only) {
-  if (!Tells_Letter_Case_Apart) GTEST_SKIP() << "one file has all spellings of a name";
   for (const Text name : {u"b.w", u"B.w", u"b.W", u"c.W"}) Machine.Plant(name, "");
-
+  if (Machine.Names_In(u"").size() == 2) GTEST_SKIP() << "one file has all spellings of a name";
   EXPECT_EQ(Files().GetFile(Path(u"b.W"))->name(), u"b.W");
   EXPECT_EQ(Files().GetFile(Path(u"B.W"))->name(), u"B.w") << "the first of a walk";
   EXPECT_EQ(Files().GetFile(Path(u"C.w"))->name(), u"c.W");
@@ -140,20 +139,17 @@ TEST_F(Files_Contract, A_Walk_Holds_What_Was_There_By_Name_And_By_Kind) {
 }
 
 TEST_F(Files_Contract, A_Read_Only_File_Is_Not_Replaced_And_Deleted_By_Force_Only_And_Then_Gone) {
-  for (const Text name : {u"by_file", u"by_path", u"another"}) Machine.Plant(name, "x");
-  for (const Text name : {u"by_file", u"by_path"}) Machine.Make_Read_Only(name);
-  const auto file = Files().GetFile(Path(u"by_file"));
-  const auto another = Files().GetFile(Path(u"another"));
-  another->Take_Mode_Of(Path(u"by_file"));
-  EXPECT_THROW(another->Delete(false), Failure);
-  another->Delete(true);
+  for (const Text name : {u"a", u"b"}) Machine.Plant(name, "x");
+  Machine.Make_Read_Only(u"a");
+  const auto file = Files().GetFile(Path(u"a"));
+  Files().GetFile(Path(u"b"))->Take_Mode_Of(Path(u"a"));
   EXPECT_THROW(file->Delete(false), Failure);
-  EXPECT_THROW(Files().DeleteFile(Path(u"by_path"), false), Failure);
-  EXPECT_THROW(Write(Path(u"by_path"), u"new"), Failure);
-  EXPECT_EQ(Bytes(Path(u"by_path")), "x");
+  EXPECT_THROW(Files().DeleteFile(Path(u"b"), false), Failure);
+  EXPECT_THROW(Write(Path(u"b"), u"new"), Failure);
+  EXPECT_EQ(Bytes(Path(u"b")), "x");
   file->Keep(Path(u"kept"));
   file->Delete(true);
-  Files().DeleteFile(Path(u"by_path"), true);
+  Files().DeleteFile(Path(u"b"), true);
   EXPECT_THROW(Files().DeleteFile(Path(u"kept"), false), Failure) << "still read-only";
   Files().DeleteFile(Path(u"kept"), true);
   EXPECT_THROW(file->Delete(true), Failure);
@@ -230,7 +226,6 @@ TEST_F(Files_Contract, A_Second_Name_Is_Of_The_Same_File_And_A_Copy_Or_A_Replace
   EXPECT_EQ(state(u"kept").Identity, first.Identity);
   EXPECT_NE(state(u"third").Identity, first.Identity) << "a file of two names is copied";
   EXPECT_EQ(file->State().Names, 2u);
-
   file->Move(Path(u"moved"));
   EXPECT_EQ(file->State().Identity, first.Identity);
   std::this_thread::sleep_for(20ms);
@@ -252,17 +247,16 @@ TEST_F(Files_Contract, Folders_Are_Renamed_Locked_And_Removed) {
   EXPECT_THROW(Files().DeleteFolder(Path(u"one")), Failure) << "not empty";
   EXPECT_NO_THROW(Files().Flush(Path(u"one")));
   EXPECT_THROW(Files().Flush(Path(u"none")), Failure);
-  {
-    const auto lock = Files().Lock(Path(u"one"));
-    EXPECT_THROW(Files().Lock(Path(u"taken\\..\\ONE")), Failure);
-    EXPECT_NO_THROW(Files().Lock(Path(u"taken")));
-    EXPECT_TRUE(lock->In_Force());
-    Files().MoveFolder(Path(u"one"), Path(u"two"));
-    EXPECT_EQ(Read(Path(u"two\\inner\\a.w")), u"x");
-    EXPECT_FALSE(lock->In_Force());
-    Files().CreateFolder(Path(u"one"));
-    EXPECT_FALSE(lock->In_Force());
-  }
+  auto lock = Files().Lock(Path(u"one"));
+  EXPECT_THROW(Files().Lock(Path(u"taken\\..\\ONE")), Failure);
+  EXPECT_NO_THROW(Files().Lock(Path(u"taken")));
+  EXPECT_TRUE(lock->In_Force());
+  Files().MoveFolder(Path(u"one"), Path(u"two"));
+  EXPECT_EQ(Read(Path(u"two\\inner\\a.w")), u"x");
+  EXPECT_FALSE(lock->In_Force());
+  Files().CreateFolder(Path(u"one"));
+  EXPECT_FALSE(lock->In_Force());
+  lock.reset();
   EXPECT_NO_THROW(Files().Lock(Path(u"two")));
   Files().DeleteFolder(Path(u"one"));
   EXPECT_EQ(Machine.Names_In(u""), Names({u"taken", u"two"}));

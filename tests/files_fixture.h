@@ -41,16 +41,9 @@ class Test_Folder {
 // than the others; null if there is none.
 std::unique_ptr<Test_Folder> Make_Test_Folder(bool elsewhere = false);
 
-// Whether two names of a folder may differ in letter case alone; defined there, too.
-extern const bool Tells_Letter_Case_Apart;
-
 class Files_Test : public testing::Test {
  protected:
-  Files_Test() {
-    Text root = Path(u"");
-    root.pop_back();
-    Files().Set_Root(root);
-  }
+  Files_Test() { Files().Set_Root(Path(u"")); }
 
   Text Path(Text_View name) const { return Machine.Path(name); }
   File_System_Object& Files() { return *System; }

@@ -175,8 +175,6 @@ TEST_F(Linux_Files, Move_Across_File_Systems_That_Fails_Leaves_The_File_And_No_C
 
 }  // namespace
 
-extern const bool Tells_Letter_Case_Apart = true;
-
 std::unique_ptr<File_System_Object> Machine_Folder::Files() {
   return Files_Of_Linux(Root.native());
 }

@@ -51,8 +51,6 @@ TEST_F(Disk_In_Memory, A_Loss_Of_Power_Leaves_A_Replaced_File_As_It_Was_Or_Repla
 
 }  // namespace
 
-extern const bool Tells_Letter_Case_Apart = true;
-
 std::unique_ptr<Test_Folder> Make_Test_Folder(bool elsewhere) {
   return elsewhere ? nullptr : std::make_unique<Folder_In_Memory>();
 }

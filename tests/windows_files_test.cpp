@@ -114,8 +114,6 @@ TEST_F(Windows_Files_Test, The_End_Of_The_Process_In_Between_Leaves_Nothing_Of_A
 
 }  // namespace
 
-extern const bool Tells_Letter_Case_Apart = false;
-
 std::unique_ptr<File_System_Object> Machine_Folder::Files() {
   return Windows_Files();
 }
