@@ -28,7 +28,7 @@ Text A_Second_After(Text_View time) {
   const auto part = [&](std::size_t at) { return Round_Long(Text_Value(time.substr(at, 2))); };
   const auto day = year(part(0) * 100 + part(2)) / part(5) / part(8);
   const auto next = sys_days(day) + hours(part(11)) + minutes(part(14)) + seconds(part(17) + 1);
-  const std::time_t count = system_clock::to_time_t(next);
+  const std::time_t count = static_cast<std::time_t>(next.time_since_epoch().count());
   return Written(std::gmtime(&count));
 }
 
