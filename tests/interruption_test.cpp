@@ -335,7 +335,7 @@ class Interruption : public testing::Test {
   static void Kill_The_Start(const Installation& left, int operations, int first,
                              const Route_State& touched, const Route_State& route) {
     if (!Is_Unfinished(left)) return;
-    for (int operation = 1 + first % 7; operation <= operations; operation += 7) {
+    for (int operation = 1 + first % 7; operation <= operations; operation += Stride + 6) {
       const Fault fault = Fault(1 + (first + operation) % 4);
       SCOPED_TRACE(testing::Message()
                    << "start, fault " << static_cast<int>(fault) << " at " << operation);
