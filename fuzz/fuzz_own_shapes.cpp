@@ -17,17 +17,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Input input = Read_Input(data, size);
   const Moving_Ids shapes(Number_Set({-1, 0, 31, 500, 501}), Number_Set({31, 77, 1460}),
                           Offset(input.Choice));
-  const auto each_number = [&](Text_View text, bool moves, Rewritten_Text& output) {
+  const auto move = [&](Text_View text, Rewritten_Text& output) {
     Read_Track_Objects(text, [&](const Track_Object& object) {
       const Number_Reading number = Read_Number(object.Id);
       if (!object.Is_Readable || !number.Has_Digits) return;
-      const bool moved =
-          moves && shapes.Own.Has(number.Value) && !Is_Of_Catalogue(object, shape_id);
+      if (!shapes.Own.Has(number.Value) || Is_Of_Catalogue(object, shape_id)) return;
       output.Replace(Without_Blanks(Left_Text(object.Id, number.End)),
-                     Number_Text(number.Value + (moved ? shapes.Delta : 0)));
+                     Trim_Text(Number_Text(number.Value + shapes.Delta)));
     });
   };
-  Require_Moved(input, each_number, [&](Text_View text, Purpose purpose) {
+  Require_Moved(input, move, [&](Text_View text, Purpose purpose) {
     return Rebase_Own_Shapes(text, shapes, shape_id, purpose);
   });
   return 0;

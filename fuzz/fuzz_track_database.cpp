@@ -13,14 +13,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Input input = Read_Input(data, size);
   const Moving_Ids sections(Number_Set({1900, 1901}), {}, Offset(input.Choice));
   const Moving_Ids shapes(Number_Set({-1, 500, 501}), Number_Set({1460}), Offset(input.Choice / 8));
-  const auto each_number = [&](Text_View text, bool moves, Rewritten_Text& output) {
+  const auto move = [&](Text_View text, Rewritten_Text& output) {
     Read_Track_Database(text, [&](const Database_Number& number) {
       const auto& ids = number.Of == Database_Number::Kind::Section ? sections : shapes;
-      const bool moved = moves && ids.Own.Has(number.Value);
-      output.Replace(number.Field, Number_Text(number.Value + (moved ? ids.Delta : 0)));
+      if (!ids.Own.Has(number.Value)) return;
+      output.Replace(number.Field, Trim_Text(Number_Text(number.Value + ids.Delta)));
     });
   };
-  Require_Moved(input, each_number, [&](Text_View text, Purpose purpose) {
+  Require_Moved(input, move, [&](Text_View text, Purpose purpose) {
     return Rebase_Track_Database(text, sections, shapes, purpose);
   });
   return 0;

@@ -60,7 +60,7 @@ void Require_Twins(const Input& input, const Pass& pass, const Pass& naive) {
   Require(agree, "so it is on its own output");
 }
 
-void Require_Moved(const Input& input, const Each_Number& each_number, const Renumbering& pass) {
+void Require_Moved(const Input& input, const Move_Numbers& move, const Renumbering& pass) {
   const auto run = [&](Purpose purpose) -> Pass {
     return [&pass, purpose](Text_View text, Outcome& outcome, const Log_Line&) {
       const Renumbered_File file = pass(text, purpose);
@@ -72,16 +72,14 @@ void Require_Moved(const Input& input, const Each_Number& each_number, const Ren
   const Outcome counted = Outcome_Of(run(Purpose::Count), input.Units);
   Require(counted.Numbers == converted.Numbers && counted.Output.empty(), "it counts the same");
   if (converted.Failed) return;
-  const auto with_numbers = [&](Text_View source, bool moves) {
-    const auto rewrite = [&](Text_View text, Outcome& outcome, const Log_Line&) {
-      Rewritten_Text output(text);
-      each_number(text, moves, output);
-      outcome.Output = output.Finish().value_or(Text(text));
-    };
-    return Outcome_Of(rewrite, source);
-  };
-  const Text& output = converted.Output.empty() ? input.Units : converted.Output;
-  Require(with_numbers(input.Units, true) == with_numbers(output, false), "only its numbers move");
+  const Outcome expected = Outcome_Of(
+      [&](Text_View text, Outcome& outcome, const Log_Line&) {
+        Rewritten_Text output(text);
+        move(text, output);
+        outcome.Output = output.Finish().value_or(Text());
+      },
+      input.Units);
+  Require(expected.Output == converted.Output, "only its numbers move");
 }
 
 void Require_Speed(const Input& input, const std::function<void(Text_View)>& pass) {

@@ -56,13 +56,13 @@ Outcome Timed_Outcome(const Input& input, const Pass& pass);
 // of what comes out.
 void Require_Twins(const Input& input, const Pass& pass, const Pass& naive);
 
-// Replaces each number that the pass reads, moved if it is to be, in the output.
-using Each_Number = std::function<void(Text_View, bool moves, Rewritten_Text& output)>;
+// Replaces each number of the text that moves in the output.
+using Move_Numbers = std::function<void(Text_View, Rewritten_Text& output)>;
 using Renumbering = std::function<Renumbered_File(Text_View, Purpose)>;
 
 // Requires that the pass keeps to its time, that it counts the same whether it converts or not, and
-// that the numbers of what comes out are those of the input, moved, with the same text around them.
-void Require_Moved(const Input& input, const Each_Number& each_number, const Renumbering& pass);
+// that it writes the input with the numbers moved, if it does not refuse it.
+void Require_Moved(const Input& input, const Move_Numbers& move, const Renumbering& pass);
 
 // For a long input: half a million units, which repeat the part of it before the first "|" and end
 // in the part after that, must not take the pass more than two seconds.
