@@ -6,9 +6,8 @@
 // In it:
 //
 //   tsection.dat, World\...   the originals, in the route's layout and spelling
-//   journal.txt               written when all originals are kept; without it the update has
-//   touched
-//                             nothing, or it was rolled back and this holds what was set aside
+//   journal.txt               written when all originals are kept. Without one the update has
+//                             touched nothing, or it was rolled back and what is left was set aside
 //   changed since\...         files that somebody changed, set aside when it was rolled back
 //   .rivelt-new\...           new files that the update has made itself
 
