@@ -486,7 +486,7 @@ TEST_F(Small_Installation, Routes_Without_A_Local_File_Or_In_Another_Form_Keep_T
   const Text no_file = u"No tsection.dat, seems like this route does not use dynamic tracks.\n";
   EXPECT_EQ(Log(), checking + u"Local tsection.dat\nSectionIdx changed:  300 ->  400\n" + no_file +
                        world + No_Update);
-  EXPECT_EQ(Window.Form().Reason(), u"tsection.dat, line 1: no \"SectionIdx\"");
+  EXPECT_EQ(Window.Form().Reason(), u"B\\tsection.dat, line 1: no \"SectionIdx\"");
   Train.Disk.Remove(u"\\train\\routes\\B\\tsection.dat");
   for (const Text_View route : {u"A", u"B"}) {
     Window.Pick(cmbRoutes, route);

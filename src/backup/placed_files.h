@@ -43,7 +43,7 @@ class Placed_Files {
   // Whether the folder has a second file that differs in letter case alone.
   bool Has_Twin(Text_View place);
 
-  // After what Find gives has gone.
+  // To be called after the file that Find gave has been removed.
   void Forget(Text_View place);
   void Forget_All() { Known.clear(); }
 

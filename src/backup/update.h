@@ -1,5 +1,5 @@
-// Puts new files into a route so that it is finished or taken back as a whole: whatever fails, the
-// files of the route are known by their bytes, and every original is kept.
+// Puts new files into a route so that the update is finished or rolled back as a whole. After any
+// failure each file is identified by its content, and every original is kept.
 
 #pragma once
 
@@ -27,11 +27,11 @@ struct Replacement {
   bool Needs_Original = false;  // the update fails when it comes to the file and there is none
 };
 
-// Keeps every original, writes the journal, sees all of it on disk, and then moves the new files in
-// the order of the list. After an update of the route that failed goes on with that one. made_by is
-// a word for a person. changed gets the place of each original that is no longer as the check read
-// it, before the first file moves. Failure: without a journal in an unfinished folder nothing was
-// touched; else Recover_Updates takes it back.
+// Keeps every original, writes the journal, flushes all of it to disk, and then moves the new files
+// in the order of the list. After an update of the route that failed goes on with that one. made_by
+// is a word for a person. changed gets the place of each original that is no longer as the check
+// read it, before the first file moves. Failure: without a journal in an unfinished folder nothing
+// was touched; else Recover_Updates rolls it back.
 void Update(const Updated_Route& route, Text_View made_by,
             const std::vector<Replacement>& replacements, const Log_Line& changed);
 

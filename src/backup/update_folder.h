@@ -51,7 +51,7 @@ struct Finding {
 
   bool Is_New() const { return What == Found::New || Is_Both; }
 
-  // The update has moved the file, and somebody has changed it after.
+  // The update moved the file, and somebody changed it later.
   bool Has_Come() const { return What == Found::Other && !Waits; }
 };
 

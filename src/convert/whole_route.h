@@ -1,6 +1,5 @@
-// The passes that move a route's own numbers where nothing else does: in its track objects and in
-// its databases. Only the digits of what moves change. What they count is what stays behind where
-// they do not convert.
+// The passes that move a route's own numbers in its track objects and databases. Only the digits of
+// a number that moves change. Without a conversion the same passes count how many stay behind.
 
 #pragma once
 

@@ -11,6 +11,7 @@ void frmMain::Do_Check() try {
   if (Transforms_Changed || Current.Rows != Last.Rows) Rebuild_Transforms();
   const Text own_catalogue = places::Own_Catalogue(MSTS_Path, Current_Route_Folder());
   if (Current.Whole_Route && FSO->FindFile(own_catalogue)) {
+    Keep_Reason(Failure(own_catalogue + u" is there"));
     return Fatal_Error(u"This route has a catalogue of its own in OpenRails!");
   }
   Prepare_Staging_Folder();
@@ -48,6 +49,7 @@ void frmMain::Rebuild_Transforms() {
     if (old_text.empty() || new_name.empty()) continue;
     Text old_name(Trim_Text(old_text));
     if (Find_Text(1, old_name, u".s") == 0) old_name += u".s";
+    if (Transforms.Find(old_name)) throw Failure(u"two rows have the old shape " + old_name);
     Transforms.Add(new_name, old_name);
   }
 }

@@ -12,7 +12,12 @@ namespace rivelt {
 void frmMain::Do_Databases() try {
   if (!Numbers_Move()) return;
   const auto files = Track_Databases(*FSO, places::Route(MSTS_Path, Current_Route_Folder()));
-  if (Current.Whole_Route && files.empty()) return Fatal_Error(u"No track database!");
+  if (Current.Whole_Route && files.empty()) {
+    Keep_Reason(Failure(Concatenate({u"Routes\\", Current_Route_Folder(),
+                                     u": its .trk names no .tdb that is there, and it has none or "
+                                     u"several"})));
+    return Fatal_Error(u"No track database!");
+  }
   for (const auto& file : files)
     Current.Whole_Route ? Convert_Database(*file) : Count_In_Database(*file);
 } catch (const std::exception& failure) {

@@ -23,10 +23,11 @@ void frmMain::Convert_Tsection(File& file) {
   const File_State state = file.State();
   const Text text = file.OpenAsTextStream(For_Reading, Format_Unicode)->ReadAll();
   Add_Line(u"Local tsection.dat");
-  const Rebased_Tsection rebased = Naming_File(places::Tsection, [&] {
-    return Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
-                           [this](Text_View line) { Add_Line(line); });
-  });
+  const Rebased_Tsection rebased =
+      Naming_File(places::Below(Current_Route_Folder(), places::Tsection), [&] {
+        return Rebase_Tsection(text, Reserved_Sections, Reserved_Shapes,
+                               [this](Text_View line) { Add_Line(line); });
+      });
   if (rebased.Section_Delta != 0 || rebased.Shape_Delta != 0) {
     Stage(places::Tsection, rebased.Output.value_or(text), state);
   }

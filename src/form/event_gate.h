@@ -31,8 +31,9 @@ class Event_Gate {
   // The user has pressed, picked, selected or changed the control.
   void Raise(Control control);
 
-  // The menu: whether an entry can be chosen now, the check mark of Whole_Route, and the sub-menu
-  // of Restore, from which backup is. Choosing an entry that cannot be chosen does nothing.
+  // The menu: whether an entry can be chosen now, the check mark of Whole_Route, and the entries
+  // of the Restore sub-menu; backup is one of them. Choosing an entry that cannot be chosen does
+  // nothing.
   bool Can_Choose(Menu_Entry entry) const;
   bool Whole_Route() const { return Form != nullptr && Form->Is_Whole_Route(); }
   std::vector<Text> Restorable() const;

@@ -10,6 +10,8 @@ constexpr std::string_view Subkey = "SOFTWARE\\Microsoft\\Microsoft Games\\Train
 constexpr std::string_view Value_Name = "Path";
 constexpr Long Query_Value = 1;
 
+constexpr Text_View No_Path = u"the registry has no text for the installation's path";
+
 }  // namespace
 
 bool frmMain::Find_MSTS() try {
@@ -19,7 +21,7 @@ bool frmMain::Find_MSTS() try {
   Long type = 0;
   System_Registry.RegOpenKeyExA(Local_Machine, Subkey, 0, Query_Value, key);
   System_Registry.RegQueryValueExA(key, Value_Name, 0, type, nullptr, size);
-  if (size < 0) throw Failure();
+  if (size < 0) throw Failure(Text(No_Path));
   std::string value(static_cast<std::size_t>(size), '\0');
   const Long status =
       System_Registry.RegQueryValueExA(key, Value_Name, 0, type, value.data(), size);
@@ -27,7 +29,7 @@ bool frmMain::Find_MSTS() try {
   if (status == Registry_Success) {
     // The size counts bytes, so the terminating zero is cut off before the text is made wide: in a
     // code page with several bytes a character the wide text is shorter.
-    if (size < 1) throw Failure();
+    if (size < 1) throw Failure(Text(No_Path));
     value.resize(static_cast<std::size_t>(size) - 1);
     MSTS_Path = System_Registry.Wide(value);
   }

@@ -1,8 +1,7 @@
 // The state of the program and its procedures. One instance lives per process.
 //
-// Each procedure is defined in the room that it belongs to, in a file named after its topic. A
-// working procedure handles every failure of its own steps with one fixed report and returns
-// normally.
+// Each procedure is in a file of this room, named after its topic. A working procedure handles
+// every failure of its own steps with one fixed report and returns normally.
 
 #pragma once
 

@@ -22,7 +22,7 @@ bool frmMain::Read_Routes() try {
 void frmMain::Read_Route(const Folder& folder) {
   const auto text = Trk_Text(folder);
   if (!text) return;
-  const Text route_name = Naming_File(Concatenate({u"the .trk file of ", folder.name()}),
+  const Text route_name = Naming_File(Concatenate({folder.name(), u"\\*.trk"}),
                                       [&] { return Route_Display_Name(*text); });
   Installed_Routes.push_back({route_name, folder.name()});
   Ignoring_Failures([&] { Route_Folders.Add(folder.name(), route_name); });

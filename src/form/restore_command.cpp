@@ -41,6 +41,9 @@ void frmMain::Restore_From_Menu(const Text& time) try {
   for (const auto* places : {&result.Files.Put_Back, &result.Files.Removed}) {
     for (const Text& place : *places) Add_Line(place);
   }
+  for (const auto* places : {&result.Files.From_Later, &result.Files.Newer}) {
+    for (const Text& place : *places) Add_Line(u"May be on other numbers: " + place);
+  }
   Add_Line(u"Finished restoring ");
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();

@@ -36,7 +36,7 @@ void frmMain::cmdUpdate_Click() try {
 void frmMain::Move_Staged_Files() {
   const auto staged_files = FSO->GetFolder(places::Staging(MSTS_Path))->Files();
   // Without the lock another program can have staged these, or be at work on the route.
-  if (!Is_Locked()) throw Failure(u"The lock on Quenby is not in force any more");
+  if (!Is_Locked()) throw Failure(u"Quenby was removed or replaced since the check; check again");
   const auto databases = Staged_Databases();
   std::vector<Replacement> replacements;
   for (const auto& file : staged_files) {

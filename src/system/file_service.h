@@ -171,7 +171,7 @@ class File_System_Object {
   // Failure: there is no such folder, or its place is taken by something else.
   virtual std::unique_ptr<Folder> GetFolder(Text_View path) = 0;
 
-  // Failure: it cannot be told.
+  // Failure: the system cannot say whether it exists.
   virtual bool FolderExists(Text_View path) = 0;
 
   // One level: the parent must exist, the folder must not.
@@ -186,7 +186,7 @@ class File_System_Object {
   // force as in File::Delete. Failure: there is no such file.
   virtual void DeleteFile(Text_View path, bool force) = 0;
 
-  // As GetFile, but null if there is no such file. Failure: it cannot be told.
+  // As GetFile, but null if there is no such file. Failure: the system cannot say.
   virtual std::unique_ptr<File> FindFile(Text_View path) = 0;
 
   // Gives the folder another name in its parent, which must be free.

@@ -24,8 +24,8 @@ struct Pattern_Unit {
 
 constexpr std::size_t Block = 64;
 
-// Whether first stands somewhere in the block at `at` with last standing `distance` units behind
-// it. No branch depends on the text, so that the compiler compares many units at a time.
+// Whether first is somewhere in the block at `at` and last `distance` units after it. No branch
+// depends on the text, so that the compiler compares many units at a time.
 bool Block_May_Match(const char16_t* at, std::size_t distance, Pattern_Unit first,
                      Pattern_Unit last) {
   char16_t hits = 0;

@@ -19,6 +19,12 @@ Text Line_Of(Text_View text, const char16_t* place) {
   return u"line" + Number_Text(static_cast<Double>(std::count(text.data(), place, u'\n') + 1));
 }
 
+// Two ASCII characters for the first unit: a text in an encoding of 8 bits was read as UTF-16.
+bool Is_Narrow(Text_View text) {
+  const auto is_ascii = [](int byte) { return byte >= 0x20 && byte < 0x7F; };
+  return !text.empty() && is_ascii(text[0] & 0xFF) && is_ascii(text[0] >> 8);
+}
+
 }  // namespace
 
 Position Find_After(Text_View keyword, Position start, Text_View text, Text_View target) {
@@ -29,6 +35,7 @@ Position Find_After(Text_View keyword, Position start, Text_View text, Text_View
 }
 
 Failure With_Lines(Text_View text, const Failure& failure) {
+  if (Is_Narrow(text)) return Failure(u"this is not a text in UTF-16");
   if (!Is_In(text, failure.Place())) return failure;
   const Text line = Line_Of(text, failure.Place());
   Text reason = Concatenate({line, u": ", failure.Reason()});

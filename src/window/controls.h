@@ -64,7 +64,7 @@ enum class Control_Type : std::uint8_t {
   Command_Button,
 };
 
-// What fills a list. Lists that the same fills have the same entries.
+// What fills a list. Lists with the same source have the same entries.
 enum class List : std::uint8_t { None, Routes, Tracks };
 inline constexpr std::size_t List_Count = 3;
 

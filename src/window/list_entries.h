@@ -7,7 +7,7 @@
 
 namespace rivelt {
 
-// The entries of the window's lists, kept once for all lists that the same fills.
+// The entries of the window's lists, kept once for all lists with the same source.
 template <class Entries>
 class List_Entries {
  public:

@@ -8,7 +8,8 @@
 namespace rivelt {
 
 // The pause between a repaint that took this long and the next. A person sees some sixty pictures a
-// second; a slow screen shall not take the time of the work, nor seem to hang.
+// second; on a slow screen repaints take little of the working time, and the window does not seem
+// to hang.
 constexpr std::chrono::milliseconds Pause_After_Repaint(std::chrono::milliseconds repaint) {
   constexpr std::chrono::milliseconds shortest{16};
   constexpr std::chrono::milliseconds longest{100};

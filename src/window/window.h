@@ -51,7 +51,7 @@ class Window {
   // Of an optDynamic: whether that option is selected.
   virtual bool Read_Value(Control option) const = 0;
 
-  // One more entry in a list, in its place by the list's order. Lists that the same fills get the
+  // One more entry in a list, in its place by the list's order. Lists with the same source get the
   // same entries, each of them in all before the next, so that a back end may hold them once: what
   // is added to the first may show in the others from then on.
   virtual void Add_Item(Control list, Text_View entry) = 0;

@@ -75,7 +75,7 @@ class File_Verbs {
   virtual std::optional<Text> Find(Text_View path, Kind kind) = 0;
 
   // Where something new belongs that has the program's path, whether or not the name is taken.
-  // Failure: the path is none, or its folder does not exist.
+  // Failure: the path is invalid, or its folder does not exist.
   virtual Text Place(Text_View path) = 0;
 
   // None: nothing is there. Failure: the system does not say.

@@ -99,7 +99,7 @@ class Memory_Disk {
   // That of the next write, in nanoseconds since 1970. A write takes a millisecond.
   std::int64_t Time;
 
-  // What is put brings the folders above it with it. A file of that name is replaced, by another
+  // Missing parent folders are made. A file of that name is replaced, by another
   // file: a name that was kept goes on having the old content.
   void Put_Folder(Text_View path);
   void Put_File(Text_View path, Text_View content);  // in UTF-16

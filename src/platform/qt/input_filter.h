@@ -11,8 +11,8 @@ class QWidget;
 
 namespace rivelt {
 
-// An event filter for the whole application. While input is to be dropped only what can change
-// nothing passes: reading the log, and the wish to quit. Dialogs that wait for an answer take all
+// An event filter for the whole application. While input is dropped, only what changes nothing
+// passes: reading the log, and the wish to quit. Dialogs that wait for an answer take all
 // input. Esc belongs to an open list or menu alone.
 class Input_Filter : public QObject {
  public:

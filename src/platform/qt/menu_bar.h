@@ -11,8 +11,8 @@ namespace rivelt {
 
 using Choose_Entry = std::function<void(Menu_Entry entry, const Text& backup)>;
 
-// Belongs to the form. Its entries are as the gate, which must outlive it, says when the menu
-// opens.
+// Belongs to the form. The gate gives the state of its entries when it opens, and must outlive
+// it.
 QMenuBar* Build_Menu_Bar(const Event_Gate& gate, const Choose_Entry& choose, QWidget& form);
 
 }  // namespace rivelt

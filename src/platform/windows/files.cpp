@@ -30,7 +30,7 @@ std::int64_t Nanoseconds_Since_1970(const FILETIME& time) {
   return std::clamp(count - start_of_1970, -most, most) * 100;
 }
 
-// Nothing is under the path; other errors say that it cannot be told.
+// Nothing is under the path; any other error leaves that open.
 bool Says_That_Nothing_Is_There(DWORD error) {
   constexpr DWORD errors[] = {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND,       ERROR_INVALID_NAME,
                               ERROR_BAD_PATHNAME,   ERROR_FILENAME_EXCED_RANGE, ERROR_DIRECTORY,

@@ -11,7 +11,7 @@ namespace rivelt {
 
 class Menu_Bar {
  public:
-  // What the entries are the gate says when the menu opens; it must outlive the bar.
+  // The gate gives the state of the entries when the menu opens. It must outlive the bar.
   explicit Menu_Bar(const Event_Gate& gate) : Gate(gate) {}
 
   // Gives the window the bar, which it owns from then on.
@@ -20,7 +20,7 @@ class Menu_Bar {
   // The menu, or a part of it, is about to show.
   void Opens(HMENU part);
 
-  // Chooses the entry that has sent the command. False: none has.
+  // Chooses the entry that has sent the command. False: no entry has.
   bool Take(UINT command, const std::function<void(Menu_Entry, const Text& backup)>& choose);
 
  private:

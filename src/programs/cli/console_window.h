@@ -51,7 +51,7 @@ class Console_Window : public Memory_Window {
   // the command has failed.
   void Report();
 
-  // After a failure that has come to nothing.
+  // For an update that was finished after a reported failure.
   void Forget_Failure() { Failure_Shown = false; }
 
   // For a program that is to end before its command has.
