@@ -162,6 +162,17 @@ std::vector<Backup> List_Backups(File_System_Object& files, Text_View root) {
   return backups;
 }
 
+std::vector<Text> Finished_Updates(const Updated_Route& route) {
+  std::vector<Text> times;
+  for (const Text& name : Update_Folders(route)) {
+    if (name.ends_with(Unfinished_Ending)) continue;
+    Ignoring_Failures([&] {
+      if (Update_Folder(route, name).Read()) times.push_back(name);
+    });
+  }
+  return times;
+}
+
 void Restore_Backup(const Updated_Route& route, Text_View time, Restored& report) {
   Restoration(route, time, report).Run();
 }

@@ -34,6 +34,9 @@ struct Backup {
 // In the order of routes, the oldest first. Failure: the folder of the backups cannot be read.
 std::vector<Backup> List_Backups(File_System_Object& files, Text_View root);
 
+// The times of the route's finished updates, the oldest first. One that cannot be read is left out.
+std::vector<Text> Finished_Updates(const Updated_Route& route);
+
 // What a restore does, and what is to be looked at because it may be on other numbers. Places below
 // the route's folder.
 struct Restored {

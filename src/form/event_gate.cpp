@@ -28,7 +28,7 @@ bool Event_Gate::Can_Choose(Menu_Entry entry) const {
 }
 
 std::vector<Text> Event_Gate::Restorable() const {
-  return Can_Choose(Menu_Entry::Restore) ? Form->Restorable() : std::vector<Text>();
+  return Can_Choose(Menu_Entry::Whole_Route) ? Form->Restorable() : std::vector<Text>();
 }
 
 void Event_Gate::Choose(Menu_Entry entry, const Text& backup) {

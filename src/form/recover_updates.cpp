@@ -32,7 +32,9 @@ Outcome frmMain::Recover(const Text& route_folder) {
 
 std::optional<Outcome> frmMain::Recover_Or_Report(const Text& route_folder) try {
   return Recover(route_folder);
-} catch (const std::exception&) {
+} catch (const std::exception& failure) {
+  // A command that goes on has not failed.
+  if (!Recovery_Shown) Keep_Reason(failure);
   Report_Recovery(u"Could not roll back an unfinished update: " + route_folder);
   return std::nullopt;
 }
@@ -54,11 +56,15 @@ bool frmMain::Works(const std::function<void()>& step) try {
 Change_End frmMain::Change_Route(const Text& route_folder, const std::function<void()>& change) {
   using enum Change_End;
   Last_Reason.clear();
+  const bool was_locked = Is_Locked();
   if (!Works([&] { Lock(); })) return Lock_Held;
   Full_Check_Next = true;
-  if (!Works([&] { Recover(route_folder); })) return Nothing_Touched;
-  const Change_End end = Works(change) ? Done : Recover_Before_End(route_folder);
+  Change_End end = Nothing_Touched;
+  if (Works([&] { Recover(route_folder); })) {
+    end = Works(change) ? Done : Recover_Before_End(route_folder);
+  }
   if (end == Done) Last_Reason.clear();
+  if (!was_locked) Held_Lock.reset();
   return end;
 }
 

@@ -3,7 +3,6 @@
 #include "backup/restore.h"
 #include "form/frm_main.h"
 #include "system/ignoring_failures.h"
-#include "text/letter_case.h"
 #include "text/primitives.h"
 
 namespace rivelt {
@@ -16,13 +15,7 @@ constexpr std::size_t Most_Restorable = 20;
 
 std::vector<Text> frmMain::Restorable() const {
   std::vector<Text> times;
-  Ignoring_Failures([&] {
-    const Text route = Fold_Case(Picked_Route_Folder());
-    for (const Backup& backup : List_Backups(*FSO, MSTS_Path)) {
-      const bool is_finished = backup.Kind == Backup::State::Finished;
-      if (is_finished && Fold_Case(backup.Route) == route) times.push_back(backup.Time);
-    }
-  });
+  Ignoring_Failures([&] { times = Finished_Updates(Updates_Of(Picked_Route_Folder())); });
   std::ranges::reverse(times);
   if (times.size() > Most_Restorable) times.resize(Most_Restorable);
   return times;

@@ -2,6 +2,7 @@
 
 #include "convert/world_passes.h"
 #include "form/frm_main.h"
+#include "system/ignoring_failures.h"
 #include "system/places.h"
 #include "text/letter_case.h"
 #include "text/primitives.h"
@@ -56,7 +57,7 @@ void frmMain::Move_Staged_Files() {
          [this](Text_View place) { Changed_Since_Check.emplace(place); });
   Add_Line(NL + u"Finished updating ");
   if (Found.Stays_Behind()) Add_Line(u"To move what stays behind, restore the backup first");
-  Report_Changed_Files();
+  Ignoring_Failures([this] { Report_Changed_Files(); });
 }
 
 void frmMain::Report_Changed_Files() {

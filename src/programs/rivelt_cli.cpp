@@ -153,7 +153,7 @@ int Run(const CLI::App& app, const Arguments& arguments, Console_Window& window,
     throw Wrong_Usage{"There is no terminal to ask on; with --yes it is done without asking.\n"};
   }
   window.Start_On(arguments.Root);
-  window.Report();
+  window.Report_Start();
   const int status = Run_Started(app, arguments, window, output);
   output.End_Line();
   output.Flush();

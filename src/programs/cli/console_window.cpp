@@ -45,6 +45,11 @@ void Console_Window::Yield() {
   Memory_Window::Yield();
 }
 
+void Console_Window::Report_Start() {
+  Report();
+  Failure_Shown = false;
+}
+
 void Console_Window::Report() {
   const std::vector<Text>& lines = Form().Recovery();
   for (; Recovery_Shown < lines.size(); ++Recovery_Shown) {

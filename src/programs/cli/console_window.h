@@ -46,7 +46,11 @@ class Console_Window : public Memory_Window {
   int Message_Box(Text_View text, int style, std::optional<Text_View> title) override;
   void Yield() override;
 
-  // To be called after the start and after each command. Shows on standard error what has been done
+  // To be called after the start. An update that could not be rolled back does not count as a
+  // failure.
+  void Report_Start();
+
+  // To be called after each command. Shows on standard error what has been done
   // about unfinished updates since the last call, unless the log is shown, which has it; and why
   // the command has failed.
   void Report();
