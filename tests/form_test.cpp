@@ -267,6 +267,7 @@ TEST_F(Small_Installation,
     Window.Choose(Menu_Entry::To_Text);
     EXPECT_EQ(Log(), Concatenate({u"Converting: A\n", converted, u"\nFinished converting \n"}));
   }
+  EXPECT_TRUE(Memory_Files(Train.Disk)->Lock(u"\\train\\Quenby")) << "no longer held";
   EXPECT_TRUE(Train.Content(u"routes\\A\\" + place).ends_with(u"\r\nTr_Worldfile ( )\r\n"));
 }
 

@@ -722,6 +722,7 @@ TEST_F(Failed_Update, Of_Which_Something_Kept_Is_Damaged_Is_Named_And_Nothing_Is
     const Installation damaged = train;
     Session(train).Run([&](Session& session) {
       EXPECT_TRUE(session.Logged(u"Could not roll back an unfinished update: A")) << To_Utf8(file);
+      EXPECT_EQ(session.Window.Form().Reason(), reason);
       session.Window.Press(cmdCheck);
       EXPECT_EQ(session.Window.Form().Reason(), reason);
     });
