@@ -67,8 +67,10 @@ Check_Stages_Copies_With_Shapes_Replaced_And_Deleted_And_Leaves_The_Route() {
   expect_status 1
   expect_no_part <(sed '1,/^Rivelt: Could not save the log!/d' out) updating
   # Nor is a failed write forgotten.
-  run bash -c '"$1" --root msts check Hestbeck >/dev/full' - "$programs/rivelt-cli"
-  expect_status 1
+  for arguments in "--root msts check Hestbeck" --help --version; do
+    run bash -c '"$1" $2 >/dev/full' - "$programs/rivelt-cli" "$arguments"
+    expect_status 1
+  done
 }
 
 # Runs a command of the console program on a terminal, where the answer is typed.
@@ -190,7 +192,9 @@ A_Closed_Output_Or_A_Signal_Ends_The_Check_Between_Two_Files_Unless_It_Was_Ignor
     # Some of the files are staged, and those whole.
     [ "$(count_files msts/Quenby/tmp)" -lt "$(count_files whole)" ] || fail "$end: it went on"
     expect_empty <(diff -rq whole msts/Quenby/tmp | grep -v '^Only in whole: ')
-    expect_line err "Interrupted; the route is untouched."
+    local said="Interrupted; the"
+    [ "${wanted[$end]}" -ne 1 ] || said=The
+    expect_line err "$said route is untouched."
     [ "$end" != full ] || expect_line err "Reason: standard output cannot be written"
     expect_routes_untouched
   done
@@ -271,7 +275,7 @@ Every_Command_Rolls_Back_What_Was_Interrupted_And_Sets_Aside_What_Was_Changed_Si
 
 A_Backup_Is_Found_Whatever_Its_Place_And_Restore_Says_What_It_Has_Done_And_What_Not() {
   updated_sample --log log.txt
-  expect_line err "Update: Are you sure you want to perform an update?"
+  expect_no_part err sure
   expect_same <(sed -n '/^Updating/,$p' out) <(tr -d '\r' <log.txt)
   local backups=msts/Quenby/backup
   local first="$backups/Ambrewick/2099-12-31 23.59.59"
@@ -285,8 +289,8 @@ A_Backup_Is_Found_Whatever_Its_Place_And_Restore_Says_What_It_Has_Done_And_What_
   cp -r "$first/." updated/AMBREWICK
   rm updated/AMBREWICK/journal.txt
   expect_same before/Routes updated
-  ends 2 restore Ambrewick --backup never --yes
-  expect_line err "There is no such backup."
+  ends 2 restore Hestbeck --yes
+  expect_part err "There is no such backup, or it cannot be restored; see"
   ends 0 update Ambrewick --delete A1t500r10d --yes
   later=$(find $backups/Ambrewick/2100*/World -printf '%f\n' | grep -vxFf <(ls "$first/World"))
   touch -d 2100-01-02 "$world/w-new.w"
@@ -317,7 +321,7 @@ Restore_Fails_With_The_Route_Untouched_Or_Rolled_Back() {
     rm "$file"
     mkdir "$file"
   done
-  fails "What was replaced is back." "Rolled back an unfinished update: AMBREWICK"
+  fails "Rolled back; the route is what it was." "Rolled back an unfinished update: AMBREWICK"
 }
 
 # Of each kind how many references there are and where they lead, and the status.
@@ -394,7 +398,7 @@ References_Need_A_Database_That_Can_Be_Read_And_The_Only_One_May_Have_Any_Name()
   truncate -s 900 "$route/TSECTION.DAT"
   ends 1 update Hestbeck --yes
   expect_line out "No tsection.dat, seems like this route does not use dynamic tracks." "No update needed"
-  expect_part err "Reason: tsection.dat, line "
+  expect_part err "Reason: Hestbeck\\tsection.dat, line "
   expect_no_part err touched
   ends 2 references nowhere
 }
@@ -402,7 +406,7 @@ References_Need_A_Database_That_Can_Be_Read_And_The_Only_One_May_Have_Any_Name()
 Binary_Files_Become_Texts_In_One_Update_And_Come_Back() {
   sample
   ends 0 text kellcombe --yes
-  expect_line err "Convert to text: 10 files, which will need about 1 MB"
+  expect_line err "Files to convert to text: 10, which will need about 1 MB"
   expect_line out $'Converted\tKellcombe.tdb'
   iconv -f UTF-16 -t UTF-8 msts/Routes/Kellcombe/World/w-005353+014850.w |
     grep -q '^.Tr_Watermark ( 2 )' || fail "no text"

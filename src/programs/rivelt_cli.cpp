@@ -205,7 +205,8 @@ int Run_Program(std::vector<std::string> command_line) {
   try {
     app.parse(command_line);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? Exit_Done : Exit_Wrong_Usage;
+    if (app.exit(error) != 0) return Exit_Wrong_Usage;
+    return std::cout.flush() ? Exit_Done : Exit_Failure;  // the help or the version
   }
   return Run_To_The_End(app, arguments);
 }

@@ -72,9 +72,9 @@ void Report_Restored(Output& output, const Listed_Backup& backup, const Restored
 std::string What_Became_Of_It(Change_End end) {
   switch (end) {
     case Change_End::Done:
-      return "It was finished all the same.";
+      return "The update was finished nevertheless.";
     case Change_End::Rolled_Back:
-      return "What was replaced is back.";
+      return "Rolled back; the route is what it was.";
     case Change_End::Unfinished:
       return "It will be rolled back at the next start.";
     case Change_End::Lock_Held:
@@ -96,7 +96,10 @@ int Restore_Backup(Console_Window& window, Output& output, const Backup_Settings
   std::erase_if(backups, [](const Listed_Backup& backup) {
     return backup.Content.Kind != Backup::State::Finished;
   });
-  if (backups.empty()) throw Wrong_Usage{"There is no such backup.\n"};
+  if (backups.empty()) {
+    throw Wrong_Usage{
+        "There is no such backup, or it cannot be restored; see `rivelt-cli backups`.\n"};
+  }
   const Listed_Backup& newest = backups.back();
   Write_Error("Restore: " + Description(newest));
   if (!Is_Confirmed(window)) return Exit_Failure;

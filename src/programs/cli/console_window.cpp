@@ -32,11 +32,14 @@ void Console_Window::Append_Log(Text_View text) {
 }
 
 int Console_Window::Message_Box(Text_View text, int style, std::optional<Text_View> title) {
-  if (Shows_Log) Console.End_Line();
-  Write_Error(Concatenate({title.value_or(Window_Caption), u": ", text}));
+  const bool is_question = (style & Style_Question) != 0;
+  if (!is_question || !Yes) {
+    if (Shows_Log) Console.End_Line();
+    Write_Error(Concatenate({title.value_or(Window_Caption), u": ", text}));
+  }
   if ((style & Style_Critical) != 0) Failure_Shown = true;
   const int answer = Memory_Window::Message_Box(text, style, title);
-  return (style & Style_Question) != 0 && Ask ? Ask() : answer;
+  return is_question && Ask ? Ask() : answer;
 }
 
 void Console_Window::Yield() {
@@ -66,12 +69,13 @@ void Console_Window::Report() {
 }
 
 void Console_Window::Report_Interruption() {
+  const std::string start = End_Requested() ? "Interrupted; the " : "The ";
   if (Restore_Finished) {
-    Write_Error("Interrupted; the restore was finished.");
+    Write_Error(start + "restore was finished.");
   } else if (Update_Finished) {
-    Write_Error("Interrupted; the update was finished.");
+    Write_Error(start + "update was finished.");
   } else {
-    Write_Error("Interrupted; the route is untouched.");
+    Write_Error(start + "route is untouched.");
   }
 }
 

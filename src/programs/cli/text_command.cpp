@@ -14,8 +14,8 @@ int Convert_To_Text(Console_Window& window, Output& output, const std::string& r
     return Exit_Done;
   }
   constexpr std::uint64_t megabyte = 1'000'000;
-  Write_Error("Convert to text: " + std::to_string(binary.Places.size()) +
-              " files, which will need about " + std::to_string(binary.Text_Bytes / megabyte + 1) +
+  Write_Error("Files to convert to text: " + std::to_string(binary.Places.size()) +
+              ", which will need about " + std::to_string(binary.Text_Bytes / megabyte + 1) +
               " MB");
   if (!Is_Confirmed(window)) return Exit_Failure;
   std::vector<Text> converted;
