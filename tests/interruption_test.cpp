@@ -657,6 +657,35 @@ TEST_F(Failed_Update, Comes_Where_Somebody_Changes_A_File_Just_Before_It_Would_B
   EXPECT_EQ(Train.Disk.Content(path), u"edited");
 }
 
+TEST_F(Failed_Update, Comes_Where_A_Missing_File_Is_Back_Just_Before_Its_Turn) {
+  const Text path = Folder_Of_A + u"world\\w-2.w";
+  bool is_back = false;
+  Run([&] {
+    if (!is_back) Train.Disk.Remove(path);
+    if (is_back || !Is_Unfinished(Train) || !Kept().contains(u"journal.txt")) return false;
+    Train.Disk.Put_File(path, u"by hand");
+    is_back = true;
+    return false;
+  });
+  EXPECT_TRUE(is_back);
+  EXPECT_EQ(Train.Disk.Content(path), u"by hand");
+}
+
+TEST_F(Failed_Update, Is_Rolled_Back_Though_Its_Folder_Cannot_Go_Yet) {
+  Run(At_Last_Tile);
+  Session restart(Train);
+  bool has_failed = false;
+  restart.Fails = [&] {
+    const bool fails = !has_failed && !Kept().contains(u"journal.txt");
+    has_failed = has_failed || fails;
+    return fails;
+  };
+  restart.Run();
+  EXPECT_TRUE(has_failed && restart.Logged(u"Rolled back an unfinished update: A"));
+  Session(Train).Run();
+  EXPECT_TRUE(Updates_Of_A(Train).empty());
+}
+
 TEST_F(Failed_Update, That_Moved_Nothing_Keeps_Only_What_The_Route_Lacks_And_Is_Not_Restored) {
   Run([&] { return Is_Unfinished(Train) && Kept().contains(u"journal.txt"); });
   ASSERT_TRUE(Is_Unfinished(Train));

@@ -158,15 +158,20 @@ class Updating {
     Text old = target;
     if (move.As_Kept) {
       File* original = Folder.Route.Find(move.File.Place);
-      if (!Is_Unchanged(original->State(), *move.As_Kept)) {
+      const File_State now = original->State();
+      if (now.Identity != move.As_Kept->Identity || !Is_Unchanged(now, *move.As_Kept)) {
         throw Failure(u"Somebody has changed a file of the update: " + move.File.Place);
       }
       old = Folder.Route.Path(Folder.Route.Spelled(move.File.Place));
+    } else if (move.File.Source.empty() || move.File.Original || move.Needs_Original) {
+      throw Failure(u"There is no file " + target);  // one that is there now is not in the backup
     }
     if (move.File.Source.empty()) return Files.DeleteFile(old, true);
     const auto source = Files.GetFile(Folder.Waiting.Path(move.File.Source));
-    if (move.As_Kept) source->Take_Mode_Of(old);
-    if (move.As_Kept || move.File.Original || move.Needs_Original) Files.DeleteFile(old, true);
+    if (move.As_Kept) {
+      source->Take_Mode_Of(old);
+      Files.DeleteFile(old, true);
+    }
     source->Move(target);
   }
 
