@@ -28,12 +28,13 @@ class Recovery {
     const Outcome outcome = Folder.Look(*journal);
     if (outcome == Outcome::Rolled_Back) Put_Back_All(*journal);
     Folder.Route.Flush();
-    if (outcome == Outcome::Finished || outcome == Outcome::Left) {
-      Folder.Finish();
-    } else {
-      Folder.Remove();
+    if (outcome == Outcome::Rolled_Back) {
+      Line(u"Rolled back an unfinished update: ", Route_Folder);
+      // The route is whole; what is left of the folder goes at the next start.
+      Ignoring_Failures([&] { Folder.Remove(); });
+      return outcome;
     }
-    if (outcome == Outcome::Rolled_Back) Line(u"Rolled back an unfinished update: ", Route_Folder);
+    outcome == Outcome::Untouched ? Folder.Remove() : Folder.Finish();
     if (outcome == Outcome::Left) {
       Line(u"Left an unfinished update, every file has changed since: ", Route_Folder);
     }
