@@ -1,5 +1,6 @@
 #include "backup/backup_time.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -55,7 +56,9 @@ Text Backup_Time_After(Text_View newest) {
 }
 
 Text Backup_Time_Of(std::int64_t nanoseconds) {
-  const auto time = static_cast<std::time_t>(nanoseconds / 1'000'000'000);
+  // Not every system knows a local time before 1970.
+  const auto time =
+      static_cast<std::time_t>(std::max<std::int64_t>(nanoseconds, 0) / 1'000'000'000);
   return Written(std::localtime(&time));
 }
 
