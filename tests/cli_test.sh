@@ -408,8 +408,17 @@ Binary_Files_Become_Texts_In_One_Update_And_Come_Back() {
   ends 0 text kellcombe --yes
   expect_line err "Files to convert to text: 10, which will need about 1 MB"
   expect_line out $'Converted\tKellcombe.tdb'
-  iconv -f UTF-16 -t UTF-8 msts/Routes/Kellcombe/World/w-005353+014850.w |
-    grep -q '^.Tr_Watermark ( 2 )' || fail "no text"
+  texts_lead_somewhere_and_come_back
+  ends 0 update Kellcombe --whole-route --yes
+  texts_lead_somewhere_and_come_back
+}
+# A compressed and a binary file have become texts; then the route is restored.
+texts_lead_somewhere_and_come_back() {
+  local file
+  for file in msts/Routes/Kellcombe/World/w-005354+01485[01].w; do
+    iconv -f UTF-16 -t UTF-8 "$file" | grep -q '^.Tr_Watermark ( ' || fail "no text: $file"
+  done
+  ends 0 references Kellcombe # none leads to nowhere
   ends 0 restore Kellcombe --yes
   expect_routes_untouched
 }
