@@ -121,14 +121,16 @@ void Update_Folder::Remove() {
   Walk([&](const Text& place, File& file) {
     if (Can_Go(place, file)) file.Delete(true);
   });
-  const auto folders = Files.GetFolder(Path())->SubFolders();
-  const auto remove_if_empty = [&](const Text& path) {
-    Ignoring_Failures([&] { Files.DeleteFolder(path); });
-  };
-  for (const auto& folder : folders) remove_if_empty(Kept.Path(folder->name()));
-  remove_if_empty(Path());
+  Remove_Empty(Path());
   if (Files.FolderExists(Path())) return Lose_Ending();
-  remove_if_empty(Parent);
+  Ignoring_Failures([&] { Files.DeleteFolder(Parent); });
+}
+
+// The folder and all below it, as far as no file is in them.
+void Update_Folder::Remove_Empty(const Text& path) {
+  const auto folders = Files.GetFolder(path)->SubFolders();
+  for (const auto& folder : folders) Remove_Empty(places::Below(path, folder->name()));
+  Ignoring_Failures([&] { Files.DeleteFolder(path); });
 }
 
 void Update_Folder::Lose_Ending() {

@@ -101,6 +101,7 @@ class Update_Folder {
 
  private:
   bool Can_Go(Text_View place, const File& file);
+  void Remove_Empty(const Text& path);
   void Lose_Ending();
 
   File_System_Object& Files;
