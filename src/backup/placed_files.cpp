@@ -72,6 +72,10 @@ bool Placed_Files::Has_Twin(Text_View place) {
   return std::next(first)->first.Folded == folded;
 }
 
+void Placed_Files::Add(Text_View place) {
+  Folder_Of(place).Files[Key_Of(Name_In(place))] = Files.GetFile(Path(place));
+}
+
 void Placed_Files::Forget(Text_View place) {
   Names& names = Folder_Of(place).Files;
   names.erase(Fitting(names, place));

@@ -43,6 +43,9 @@ class Placed_Files {
   // Whether the folder has a second file that differs in letter case alone.
   bool Has_Twin(Text_View place);
 
+  // To be called after a file has got that place. Failure: there is none.
+  void Add(Text_View place);
+
   // To be called after the file that Find gave has been removed.
   void Forget(Text_View place);
   void Forget_All() { Known.clear(); }

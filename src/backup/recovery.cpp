@@ -1,7 +1,11 @@
 #include "backup/recovery.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <set>
+#include <utility>
+#include <vector>
 
 #include "system/ignoring_failures.h"
 #include "system/places.h"
@@ -60,7 +64,9 @@ class Recovery {
     if (!Cleared.insert(path).second || !Files.FolderExists(path)) return;
     const auto files = Files.GetFolder(path)->Files();
     for (const auto& file : files) {
-      if (file->name().starts_with(Temporary_Prefix)) file->Delete(true);
+      if (!file->name().starts_with(Temporary_Prefix)) continue;
+      // One that another program holds open can go later.
+      Ignoring_Failures([&] { file->Delete(true); });
     }
   }
 
@@ -70,20 +76,49 @@ class Recovery {
            (found.What == Found::Other && (found.Waits || !file.Original));
   }
 
+  // An original is ready beside its place, and what is in its way safe, before it gets the place: a
+  // loss of power leaves nothing that nobody knows.
   void Put_Back_All(const Journal& journal) {
+    std::vector<const Journal_File*> due;
     for (const Journal_File& file : journal.Files) {
-      if (file.Original && !Stays(file, Folder.Look(file))) Folder.Original_Of(file);
+      if (Stays(file, Folder.Look(file))) continue;
+      if (file.Original) Folder.Original_Of(file);
+      due.push_back(&file);
     }
-    for (const Journal_File& file : journal.Files) Put_Back(file);
+    std::vector<std::unique_ptr<File>> ready;
+    for (const Journal_File* file : due) ready.push_back(Ready(*file, ready.size()));
+    if (Has_Copies) Folder.Route.Flush();
+    for (std::size_t i = 0; i < due.size(); ++i) {
+      if (!Make_Way(*due[i]) && ready[i]) std::exchange(ready[i], nullptr)->Delete(true);
+    }
+    if (Has_Set_Aside) Flush_Set_Aside();
+    for (std::size_t i = 0; i < due.size(); ++i) {
+      if (ready[i]) ready[i]->Move(Folder.Route.Path(Folder.Kept.Spelled(due[i]->Place)));
+    }
   }
 
-  // More than one file fits the place if somebody has added one in another letter case.
-  void Put_Back(const Journal_File& file) {
+  // Null if there was no file.
+  std::unique_ptr<File> Ready(const Journal_File& file, std::size_t number) {
+    if (!file.Original) return nullptr;
+    File& original = Folder.Original_Of(file);
+    const Text name =
+        Concatenate({Temporary_Prefix, u"original", Number_Text(static_cast<Long>(number))});
+    const Text path =
+        Folder.Route.Path(Concatenate({Folder_In(Folder.Kept.Spelled(file.Place)), name}));
+    original.Keep(path);
+    auto ready = Files.GetFile(path);
+    Has_Copies = Has_Copies || ready->State().Identity != original.State().Identity;
+    return ready;
+  }
+
+  // Whether the place is free. More than one file fits it if somebody has added one in another
+  // letter case.
+  bool Make_Way(const Journal_File& file) {
     while (true) {
       const Finding now = Folder.Look(file);
-      if (Stays(file, now)) return;
+      if (Stays(file, now)) return false;
       File* found = Folder.Route.Find(file.Place);
-      if (!found) break;
+      if (!found) return true;
       if (now.What == Found::Other) {
         Set_Aside(*found, Folder.Route.Spelled(file.Place));
       } else {
@@ -91,48 +126,55 @@ class Recovery {
       }
       Folder.Route.Forget(file.Place);
     }
-    if (file.Original) Put_Back(Folder.Original_Of(file), Folder.Kept.Spelled(file.Place));
   }
 
-  // A copy gets its name when it is on disk, or a loss of power could leave one that nobody knows.
-  void Put_Back(File& original, const Text& place) {
-    const Text path = Folder.Route.Path(Concatenate({Folder_In(place), Temporary_Prefix}));
-    original.Keep(path);
-    const auto back = Files.GetFile(path);
-    if (back->State().Identity != original.State().Identity) Folder.Route.Flush();
-    back->Move(Folder.Route.Path(place));
-  }
-
-  // A second name for the file where the system can, so that nothing written to it is lost; else a
-  // copy, made again if the file has changed before it could go.
   void Set_Aside(File& changed, const Text& place) {
-    Placed_Files aside(Files, Folder.Kept.Path(Changed_Since_Name));
-    aside.Make_Folder_Of(u"");
-    aside.Make_Folder_Of(place);
+    Aside.Make_Folder_Of(u"");
+    Aside.Make_Folder_Of(place);
     Text target = place;
-    for (int number = 2; aside.Find(target); ++number) {
+    for (int number = 2; Aside.Find(target); ++number) {
       target = Concatenate({place, u" ", Trim_Text(Number_Text(number))});
     }
+    const auto journal = Files.GetFile(Folder.Kept.Path(Journal_Name));
+    if (changed.State().Identity.Volume == journal->State().Identity.Volume) {
+      changed.Move(Aside.Path(target));
+    } else {
+      Move_Across(changed, Aside.Path(target));
+    }
+    Aside.Add(target);
+    Has_Set_Aside = true;
+    Line(u"Set aside a file that was changed since the update: ", place);
+  }
+
+  // Across volumes a file on its way has a name of ours, and a kill would leave it to be deleted:
+  // it is copied instead, again if it has changed before it could go.
+  void Move_Across(File& changed, const Text& target) const {
     for (bool is_safe = false; !is_safe;) {
       const File_State before = changed.State();
-      changed.Keep(aside.Path(target));
-      aside.Flush();
+      changed.Copy(target);
+      Aside.Flush();
       Files.Flush(Folder.Path());
-      const auto copy = Files.GetFile(aside.Path(target));
       const File_State now = changed.State();
-      is_safe = copy->State().Identity == now.Identity ||
-                (before.Identity == now.Identity && Is_Unchanged(before, now));
-      if (!is_safe) copy->Delete(true);
+      is_safe = before.Identity == now.Identity && Is_Unchanged(before, now);
+      if (!is_safe) Files.DeleteFile(target, true);
     }
     changed.Delete(true);
-    Line(u"Set aside a file that was changed since the update: ", place);
+  }
+
+  void Flush_Set_Aside() const {
+    Aside.Flush();
+    Files.Flush(Folder.Path());
+    Folder.Route.Flush();
   }
 
   File_System_Object& Files;
   Text Route_Folder;
   Update_Folder Folder;
   const Log_Line& Report;
+  Placed_Files Aside{Files, Folder.Kept.Path(Changed_Since_Name)};
   std::set<Text> Cleared;  // folders
+  bool Has_Copies = false;
+  bool Has_Set_Aside = false;
 };
 
 }  // namespace
