@@ -488,7 +488,10 @@ class Three_Updates : public Interruption {
       Train.Put(Concatenate({u"routes\\A\\world\\NEW", number, u".W"}),
                 Small_World(number, number));
     }
-    Train.Put(u"routes\\A\\B.TDB", u"a newer database");
+    Train.Disk.Time -= 3'600'000'000'000;
+    Train.Put(u"routes\\A\\old", u"a database out of an archive");
+    Train.Disk.Time += 3'600'000'000'000;
+    Train.Disk.Rename(Folder_Of_A + u"old", u"B.TDB");
   }
 
   auto Restore(const Text& time) {
@@ -534,7 +537,7 @@ TEST_F(Three_Updates, A_Restore_Names_What_To_Look_At_After_Others_And_Whatever_
   EXPECT_EQ(Result.Files.From_Later, (Lines{u"world\\NEW1000.W", u"world\\NEW2000.W"}));
   Train.Disk.Rename(Backup_Folder + u"A\\" + times[2], u"2999-01-01 00.00.00");
   Session(Train).Run(Restore(u"2999-01-01 00.00.00"));
-  EXPECT_EQ(Result.Files.Newer, (Lines{u"B.TDB", u"world\\NEW3000.W"}));
+  EXPECT_EQ(Result.Files.Newer, (Lines{u"B.TDB", u"world\\NEW3000.W", u"world\\w-2.w"}));
 }
 
 TEST_F(Three_Updates, A_Damaged_Backup_Stops_Its_Own_Restore_Alone) {

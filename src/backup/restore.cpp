@@ -115,7 +115,9 @@ class Restoration {
         const Text name = file->name();
         const Text place = folder.empty() ? name : In_Route.Spelled(places::Below(folder, name));
         if (!Has_Numbers(place) || Wanted.contains(Fold_Case(place))) continue;
-        if (is_future || Backup_Time_Of(file->State().Modified) > since) {
+        const File_State state = file->State();
+        // One that came out of an archive can be older than the update.
+        if (is_future || Backup_Time_Of(std::max(state.Modified, state.Came)) > since) {
           Report.Newer.push_back(place);
         }
       }

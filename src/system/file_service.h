@@ -90,6 +90,7 @@ struct File_Identity {
 struct File_State {
   std::uint64_t Size = 0;     // in bytes
   std::int64_t Modified = 0;  // when its content last changed: nanoseconds since 1970, UTC
+  std::int64_t Came = 0;      // likewise, when it got its newest name, as far as the system knows
   File_Identity Identity;
   std::uint32_t Names = 1;  // under which the file system knows it
 };

@@ -85,6 +85,7 @@ std::optional<Entry> Linux_Files::Look(const Text& path) const {
                .Is_Read_Only = (state.st_mode & S_IWUSR) == 0,
                .State = {.Size = static_cast<std::uint64_t>(state.st_size),
                          .Modified = Nanoseconds(state.st_mtim),
+                         .Came = Nanoseconds(state.st_ctim),
                          .Identity = {state.st_dev, state.st_ino},
                          .Names = static_cast<std::uint32_t>(state.st_nlink)}};
 }

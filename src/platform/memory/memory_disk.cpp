@@ -179,6 +179,7 @@ void Memory_Disk::Write(Memory_Node& file, std::string bytes) {
 void Memory_Disk::Link(Text_View path, Node_Pointer node) {
   const Place place = Place_Of(path);
   Memory_Names& names = place.Folder->Names;
+  node->Came = Time;
   if (const auto old = In_The_Way(place); old != names.end()) names.erase(old);
   names[Key_Of(place.Name)] = std::move(node);
 }

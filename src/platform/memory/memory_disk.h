@@ -30,6 +30,7 @@ struct Memory_Node {
   bool Is_Read_Only = false;
   bool Is_Flushed = false;  // since its last write
   std::int64_t Modified = 0;
+  std::int64_t Came = 0;  // when it got its newest name
 
   Memory_Names Names;
   Memory_Names Durable_Names;  // what a loss of power leaves

@@ -84,6 +84,7 @@ class Memory_Verbs : public File_Verbs {
                  .Is_Read_Only = item.Node->Is_Read_Only,
                  .State = {.Size = item.Node->Bytes.size(),
                            .Modified = item.Node->Modified,
+                           .Came = item.Node->Came,
                            .Identity = {1, item.Node->Id},
                            .Names = Disk.Number_Of_Names(*item.Node)}};
   }

@@ -131,6 +131,7 @@ class Windows_Verbs : public File_Verbs {
                  .Is_Read_Only = (found.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0,
                  .State = {.Size = Joined(found.nFileSizeHigh, found.nFileSizeLow),
                            .Modified = Nanoseconds_Since_1970(found.ftLastWriteTime),
+                           .Came = Nanoseconds_Since_1970(found.ftCreationTime),
                            .Identity = {found.dwVolumeSerialNumber,
                                         Joined(found.nFileIndexHigh, found.nFileIndexLow)},
                            .Names = static_cast<std::uint32_t>(found.nNumberOfLinks)}};
