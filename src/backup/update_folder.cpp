@@ -104,11 +104,12 @@ bool Update_Folder::Is_All_In_Route() {
 
 void Update_Folder::Finish() {
   const Text made = Kept.Path(New_Files_Name);
-  if (Files.FolderExists(made)) {
+  // What another program holds open stays in the backup, where it means nothing.
+  Ignoring_Failures([&] {
     const auto files = Files.GetFolder(made)->Files();
     for (const auto& file : files) file->Delete(true);
     Files.DeleteFolder(made);
-  }
+  });
   Lose_Ending();
 }
 
