@@ -689,17 +689,6 @@ TEST_F(Failed_Update, Is_Rolled_Back_Though_Its_Folder_Cannot_Go_Yet) {
   EXPECT_TRUE(Updates_Of_A(Train).empty());
 }
 
-TEST_F(Failed_Update, Sets_Aside_The_Changed_File_Itself) {
-  Run(At_Last_Tile);
-  const Text path = Folder_Of_A + u"world\\w-1.w";
-  Train.Disk.Put_File(path, u"edited");
-  Train.Disk.Refuses_Links = true;
-  const auto edited = Train.Disk.Find(path).Node;
-  Session(Train).Run();
-  const Text folder = Backup_Folder + u"A\\" + Updates_Of_A(Train)[0];
-  EXPECT_EQ(Train.Disk.Find(folder + u"\\changed since\\World\\w-1.w").Node, edited);
-}
-
 TEST_F(Failed_Update, That_Moved_Nothing_Keeps_Only_What_The_Route_Lacks_And_Is_Not_Restored) {
   Run([&] { return Is_Unfinished(Train) && Kept().contains(u"journal.txt"); });
   ASSERT_TRUE(Is_Unfinished(Train));

@@ -91,7 +91,6 @@ class Recovery {
     for (std::size_t i = 0; i < due.size(); ++i) {
       if (!Make_Way(*due[i]) && ready[i]) std::exchange(ready[i], nullptr)->Delete(true);
     }
-    if (Has_Set_Aside) Flush_Set_Aside();
     for (std::size_t i = 0; i < due.size(); ++i) {
       if (ready[i]) ready[i]->Move(Folder.Route.Path(Folder.Kept.Spelled(due[i]->Place)));
     }
@@ -135,36 +134,26 @@ class Recovery {
     for (int number = 2; Aside.Find(target); ++number) {
       target = Concatenate({place, u" ", Trim_Text(Number_Text(number))});
     }
-    const auto journal = Files.GetFile(Folder.Kept.Path(Journal_Name));
-    if (changed.State().Identity.Volume == journal->State().Identity.Volume) {
-      changed.Move(Aside.Path(target));
-    } else {
-      Move_Across(changed, Aside.Path(target));
-    }
+    Move_Safely(changed, Aside.Path(target));
     Aside.Add(target);
-    Has_Set_Aside = true;
     Line(u"Set aside a file that was changed since the update: ", place);
   }
 
-  // Across volumes a file on its way has a name of ours, and a kill would leave it to be deleted:
-  // it is copied instead, again if it has changed before it could go.
-  void Move_Across(File& changed, const Text& target) const {
+  // A second name where the system can, so that nothing written to it is lost; else a copy, made
+  // again if the file has changed before it could go. No loss of power leaves it without a name.
+  void Move_Safely(File& changed, const Text& target) const {
     for (bool is_safe = false; !is_safe;) {
       const File_State before = changed.State();
-      changed.Copy(target);
+      changed.Keep(target);
       Aside.Flush();
       Files.Flush(Folder.Path());
       const File_State now = changed.State();
-      is_safe = before.Identity == now.Identity && Is_Unchanged(before, now);
-      if (!is_safe) Files.DeleteFile(target, true);
+      const auto kept = Files.GetFile(target);
+      is_safe = kept->State().Identity == now.Identity ||
+                (before.Identity == now.Identity && Is_Unchanged(before, now));
+      if (!is_safe) kept->Delete(true);
     }
     changed.Delete(true);
-  }
-
-  void Flush_Set_Aside() const {
-    Aside.Flush();
-    Files.Flush(Folder.Path());
-    Folder.Route.Flush();
   }
 
   File_System_Object& Files;
@@ -174,7 +163,6 @@ class Recovery {
   Placed_Files Aside{Files, Folder.Kept.Path(Changed_Since_Name)};
   std::set<Text> Cleared;  // folders
   bool Has_Copies = false;
-  bool Has_Set_Aside = false;
 };
 
 }  // namespace
