@@ -15,11 +15,13 @@ namespace {
 
 // Where in the text the unit at that place in the text without blocks comes from.
 const char16_t* Place_Before_Stripping(Text_View text, Text_View tag, std::size_t place) {
+  Forward_Search opens(text, u"(");
   while (const Position hit = Find_Text(1, text, tag)) {
     const auto kept = static_cast<std::size_t>(hit) - 1;
     if (place < kept) break;
     place -= kept;
-    text = Mid_Text(text, Walk_Block(text, Find_Text(hit, text, u"(")) + 1);
+    const Position found = opens.Find(Mid_Text(text, hit));
+    text = Mid_Text(text, Walk_Block(text, found == 0 ? 0 : hit + found - 1) + 1);
   }
   return text.data() + std::min(place, text.size());
 }
