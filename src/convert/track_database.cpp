@@ -52,8 +52,8 @@ class Database_Reader {
       if (place == 0) Hand_Over(Database_Number::Kind::Section, *field);
       if (place == 1) Hand_Over(Database_Number::Kind::Shape, *field);
     }
-    if (fields % Fields_Of_A_Section != 0 ||
-        static_cast<Double>(fields / Fields_Of_A_Section) != count) {
+    const std::size_t sections = fields / Fields_Of_A_Section;
+    if (fields % Fields_Of_A_Section != 0 || static_cast<Double>(sections) != count) {
       throw Failure(u"the count of the \"TrVectorSections\" is not its own", keyword.data());
     }
   }

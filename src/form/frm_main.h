@@ -173,7 +173,7 @@ class frmMain {
     Text Route;
     bool Dynamic_Only = false;
     bool Whole_Route = false;
-    std::array<Text, 2 * Row_Count> Rows;  // old shape, new shape, row by row
+    std::array<Text, std::size_t{2} * Row_Count> Rows;  // old shape, new shape, row by row
     bool operator==(const Check_Settings&) const = default;
   };
 

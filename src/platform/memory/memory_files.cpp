@@ -170,7 +170,7 @@ class Memory_Verbs : public File_Verbs {
  private:
   // Not another that differs in letter case, where that is another.
   Item Existing(const Text& path) const {
-    const Item item = Disk.Find(path);
+    Item item = Disk.Find(path);
     if (!item.Node || (Disk.Tells_Letter_Case_Apart && item.Path != path))
       throw Refused(path, u"has gone");
     return item;
