@@ -18,9 +18,7 @@ void frmMain::cmdCheck_Click() try {
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
 } catch (const std::exception& failure) {
-  Keep_Reason(failure);
-  Form_Window.Set_Pointer(Pointer::Default);
-  Form_Window.Message_Box(u"Had problems checking this route!", Style_Critical, std::nullopt);
+  Report_Failure(failure, u"Had problems checking this route!");
 }
 
 void frmMain::Report_Staged_Files() {

@@ -83,10 +83,7 @@ void frmMain::Convert_From_Menu() try {
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
 } catch (const std::exception& failure) {
-  Keep_Reason(failure);
-  Form_Window.Set_Pointer(Pointer::Default);
-  Form_Window.Message_Box(u"Had problems converting this route's files!", Style_Critical,
-                          std::nullopt);
+  Report_Failure(failure, u"Had problems converting this route's files!");
 }
 
 }  // namespace rivelt

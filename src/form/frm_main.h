@@ -156,6 +156,9 @@ class frmMain {
   // the reason as it is.
   void Keep_Reason(const std::exception& failure);
 
+  // Ends a command that has failed: keeps the reason and shows the message in a box.
+  void Report_Failure(const std::exception& failure, Text_View message);
+
   // What entries of the menu do.
   bool Is_Route_Picked() const;
   void Show_References();

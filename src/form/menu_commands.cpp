@@ -46,9 +46,7 @@ void frmMain::Show_References() try {
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
 } catch (const std::exception& failure) {
-  Keep_Reason(failure);
-  Form_Window.Set_Pointer(Pointer::Default);
-  Form_Window.Message_Box(u"Could not read a file of the route!", Style_Critical, std::nullopt);
+  Report_Failure(failure, u"Could not read a file of the route!");
 }
 
 }  // namespace rivelt

@@ -51,6 +51,12 @@ void frmMain::Keep_Reason(const std::exception& failure) try {
   // There is no memory for the words.
 }
 
+void frmMain::Report_Failure(const std::exception& failure, Text_View message) {
+  Keep_Reason(failure);
+  Form_Window.Set_Pointer(Pointer::Default);
+  Form_Window.Message_Box(message, Style_Critical, std::nullopt);
+}
+
 void frmMain::cmdSave_Click() try {
   Last_Reason.clear();
   Form_Window.Show_Save_Dialog();

@@ -41,9 +41,7 @@ void frmMain::Restore_From_Menu(const Text& time) try {
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
 } catch (const std::exception& failure) {
-  Keep_Reason(failure);
-  Form_Window.Set_Pointer(Pointer::Default);
-  Form_Window.Message_Box(u"Had problems restoring this route!", Style_Critical, std::nullopt);
+  Report_Failure(failure, u"Had problems restoring this route!");
 }
 
 Restore_Result frmMain::Restore(const Text& route_folder, const Text& time) {

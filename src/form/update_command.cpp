@@ -29,9 +29,7 @@ void frmMain::cmdUpdate_Click() try {
   Form_Window.Set_Pointer(Pointer::Default);
   Form_Window.Beep();
 } catch (const std::exception& failure) {
-  Keep_Reason(failure);
-  Form_Window.Set_Pointer(Pointer::Default);
-  Form_Window.Message_Box(u"Had problems updating this route!", Style_Critical, std::nullopt);
+  Report_Failure(failure, u"Had problems updating this route!");
 }
 
 void frmMain::Move_Staged_Files() {
